@@ -1,0 +1,85 @@
+#include "platform/FileReading.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace {
+
+class FileDescriptor
+{
+public:
+    explicit FileDescriptor(int descriptor)
+        : m_descriptor(descriptor)
+    {
+    }
+    ~FileDescriptor()
+    {
+        if (m_descriptor >= 0)
+            ::close(m_descriptor);
+    }
+    FileDescriptor(const FileDescriptor &) = delete;
+    FileDescriptor &operator=(const FileDescriptor &) = delete;
+
+    bool isOpen() const { return m_descriptor >= 0; }
+    int get() const { return m_descriptor; }
+
+private:
+    int m_descriptor;
+};
+
+ssize_t readSome(int descriptor, char *destination, qsizetype size)
+{
+    ssize_t count = 0;
+    do {
+        count = ::read(descriptor, destination, size_t(size));
+    } while (count < 0 && errno == EINTR);
+    return count;
+}
+
+Result<QByteArray> readDescriptor(int descriptor, qsizetype expectedSize, qsizetype padding)
+{
+    QByteArray bytes;
+    bytes.reserve(expectedSize + padding);
+    bytes.resize(expectedSize);
+    qsizetype filled = 0;
+    while (filled < expectedSize) {
+        const auto count = readSome(descriptor, bytes.data() + filled, expectedSize - filled);
+        if (count < 0)
+            return systemError(errno);
+        if (count == 0)
+            break; // the file became shorter meanwhile
+        filled += count;
+    }
+    bytes.resize(filled);
+    return bytes;
+}
+
+} // namespace
+
+KRError systemError(int number)
+{
+    return {QStringLiteral("posix"), number, QString::fromStdString(std::generic_category().message(number))};
+}
+
+Result<QByteArray> readFile(const QByteArray &path, qint64 maximumSize, qsizetype padding)
+{
+    if (path.contains('\0'))
+        return systemError(EINVAL); // the system would read another, shorter path
+    // Without blocking: a pipe that stands where a file is expected would otherwise wait for a writer for ever.
+    const FileDescriptor file(::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (!file.isOpen())
+        return systemError(errno);
+    struct stat status;
+    if (::fstat(file.get(), &status) != 0)
+        return systemError(errno);
+    if (S_ISDIR(status.st_mode))
+        return systemError(EISDIR);
+    if (!S_ISREG(status.st_mode))
+        return KRError {QStringLiteral("posix"), EINVAL, QStringLiteral("Not a regular file")};
+    if (status.st_size > maximumSize)
+        return systemError(EFBIG);
+    return readDescriptor(file.get(), qsizetype(status.st_size), padding);
+}

@@ -1,0 +1,80 @@
+#include "platform/FolderListing.h"
+
+#include <cstdlib>
+#include <dirent.h>
+#include <fcntl.h>
+#include <memory>
+#include <sys/stat.h>
+
+namespace {
+
+struct FolderCloser
+{
+    void operator()(DIR *folder) const { ::closedir(folder); }
+};
+
+struct PathReleaser
+{
+    void operator()(char *path) const { std::free(path); }
+};
+
+FolderEntry::Kind kindOfMode(mode_t mode)
+{
+    if (S_ISDIR(mode))
+        return FolderEntry::Kind::Folder;
+    if (S_ISREG(mode))
+        return FolderEntry::Kind::File;
+    return S_ISLNK(mode) ? FolderEntry::Kind::Link : FolderEntry::Kind::Other;
+}
+
+FolderEntry::Kind kindOf(DIR *folder, const dirent *entry)
+{
+    switch (entry->d_type) {
+    case DT_DIR:
+        return FolderEntry::Kind::Folder;
+    case DT_REG:
+        return FolderEntry::Kind::File;
+    case DT_LNK:
+        return FolderEntry::Kind::Link;
+    case DT_UNKNOWN: {
+        // Some file systems do not say; ask.
+        struct stat status;
+        if (::fstatat(::dirfd(folder), entry->d_name, &status, AT_SYMLINK_NOFOLLOW) == 0)
+            return kindOfMode(status.st_mode);
+        return FolderEntry::Kind::Other;
+    }
+    default:
+        return FolderEntry::Kind::Other;
+    }
+}
+
+} // namespace
+
+std::vector<FolderEntry> visibleEntries(const QByteArray &folderPath)
+{
+    std::vector<FolderEntry> entries;
+    const std::unique_ptr<DIR, FolderCloser> folder(::opendir(folderPath.constData()));
+    if (!folder)
+        return entries;
+    while (const dirent *entry = ::readdir(folder.get())) {
+        if (entry->d_name[0] != '.')
+            entries.push_back({QByteArray(entry->d_name), kindOf(folder.get(), entry)});
+    }
+    return entries;
+}
+
+FolderEntry::Kind kindOfTarget(const QByteArray &path)
+{
+    struct stat status;
+    if (path.contains('\0') || ::stat(path.constData(), &status) != 0)
+        return FolderEntry::Kind::Other;
+    return kindOfMode(status.st_mode);
+}
+
+QByteArray resolvedPath(const QByteArray &path)
+{
+    if (path.contains('\0'))
+        return {};
+    const std::unique_ptr<char, PathReleaser> resolved(::realpath(path.constData(), nullptr));
+    return QByteArray(resolved.get());
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QByteArray>
+
+#include <vector>
+
+struct FolderEntry
+{
+    enum class Kind {
+        File,
+        Folder,
+        Link,
+        Other
+    };
+
+    QByteArray name;
+    Kind kind = Kind::Other;
+};
+
+/// The entries of a folder but for the hidden ones (leading dot), in the file system's own order.
+///
+/// A folder that cannot be opened or vanishes meanwhile has no (further) entries. Links are not followed here.
+std::vector<FolderEntry> visibleEntries(const QByteArray &folderPath);
+
+/// What a path leads to after all links: Folder, File, or Other when it leads nowhere.
+FolderEntry::Kind kindOfTarget(const QByteArray &path);
+
+/// The path with every link resolved; empty when it leads nowhere.
+QByteArray resolvedPath(const QByteArray &path);

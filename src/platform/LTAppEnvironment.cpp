@@ -1,0 +1,144 @@
+#include "platform/LTAppEnvironment.h"
+
+#include "platform/FileURL.h"
+#include "platform/FolderListing.h"
+#include "platform/MainQueue.h"
+#include "platform/NotificationCenter.h"
+#include "platform/UserDefaults.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QLoggingCategory>
+#include <QStandardPaths>
+#include <QSysInfo>
+
+#include <optional>
+
+namespace {
+
+Q_LOGGING_CATEGORY(systemLogCategory, "korvan.pluginmanager")
+
+LTAppEnvironment *&installedEnvironment()
+{
+    static LTAppEnvironment *installed = nullptr;
+    return installed;
+}
+
+} // namespace
+
+/// What the default answers are made of; the settings are read only once somebody asks for them.
+struct LTAppEnvironment::DefaultServices
+{
+    std::optional<UserDefaults> userDefaults;
+    NotificationCenter notificationCenter;
+    QtMainQueue mainQueue;
+};
+
+LogTarget::~LogTarget() = default;
+
+LTAppEnvironment::LTAppEnvironment()
+    : m_defaultServices(std::make_unique<DefaultServices>())
+{
+}
+
+LTAppEnvironment::~LTAppEnvironment() = default;
+
+LTAppEnvironment &LTAppEnvironment::current()
+{
+    static LTAppEnvironment defaultEnvironment;
+    auto *installed = installedEnvironment();
+    return installed ? *installed : defaultEnvironment;
+}
+
+LTAppEnvironment::Installation::Installation(LTAppEnvironment &environment)
+    : m_previous(installedEnvironment())
+{
+    installedEnvironment() = &environment;
+}
+
+LTAppEnvironment::Installation::~Installation()
+{
+    installedEnvironment() = m_previous;
+}
+
+QString LTAppEnvironment::bundleShortVersion() const
+{
+    const auto version = QCoreApplication::applicationVersion();
+    return version.isEmpty() ? QStringLiteral("1.0") : version;
+}
+
+QUrl LTAppEnvironment::mainBundleResourcesFolder() const
+{
+    const QDir programFolder(QCoreApplication::applicationDirPath());
+    const auto beside = programFolder.filePath(QStringLiteral("resources"));
+    if (QFileInfo(beside).isDir())
+        return fileURLFromPath(beside, FileKind::Folder);
+    const auto shared = QStringLiteral("../share/%1/resources").arg(QCoreApplication::applicationName());
+    return fileURLFromPath(QDir::cleanPath(programFolder.filePath(shared)), FileKind::Folder);
+}
+
+QUrl LTAppEnvironment::applicationSupportFolder() const
+{
+    return fileURLFromPath(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation), FileKind::Folder);
+}
+
+quint32 LTAppEnvironment::executableArchitecture() const
+{
+    const auto architecture = QSysInfo::buildCpuArchitecture();
+    if (architecture == u"x86_64")
+        return 0x01000007;
+    return architecture == u"arm64" ? 0x0100000C : 0;
+}
+
+QImage LTAppEnvironment::imageNamed(const QString &) const
+{
+    return {};
+}
+
+LogTarget *LTAppEnvironment::logTarget()
+{
+    return nullptr;
+}
+
+void LTAppEnvironment::systemLog(const QString &line)
+{
+    qCInfo(systemLogCategory).noquote() << line;
+}
+
+ScriptTimeLimitDecision LTAppEnvironment::scriptExceededTimeLimit(const QString &, double)
+{
+    return ScriptTimeLimitDecision::Stop;
+}
+
+UserDefaults &LTAppEnvironment::userDefaults()
+{
+    if (!m_defaultServices->userDefaults)
+        m_defaultServices->userDefaults.emplace();
+    return *m_defaultServices->userDefaults;
+}
+
+NotificationCenter &LTAppEnvironment::notificationCenter()
+{
+    return m_defaultServices->notificationCenter;
+}
+
+MainQueue &LTAppEnvironment::mainQueue()
+{
+    return m_defaultServices->mainQueue;
+}
+
+QUrl LTAppEnvironment::urlForResource(const QString &name, const QString &extension) const
+{
+    const auto fileName = name + u'.' + extension;
+    const auto path = pathByAppending(pathFromFileURL(mainBundleResourcesFolder()), fileName.toUtf8());
+    return kindOfTarget(path) == FolderEntry::Kind::Other ? QUrl() : fileURLFromPath(path, FileKind::File);
+}
+
+QUrl LTAppEnvironment::applicationSupportDirectory(const QString &subDirectory, FolderCreation creation) const
+{
+    const auto path = pathByAppending(pathFromFileURL(applicationSupportFolder()), subDirectory.toUtf8());
+    if (creation == FolderCreation::IfNeeded)
+        QDir().mkpath(displayPath(path));
+    return fileURLFromPath(path, FileKind::Folder);
+}

@@ -1,0 +1,5 @@
+#pragma once
+
+#include <QByteArray>
+
+bool isValidUTF8(const QByteArray &bytes);

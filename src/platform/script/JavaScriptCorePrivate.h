@@ -1,0 +1,32 @@
+#pragma once
+
+#include <JavaScriptCore/JavaScript.h>
+
+/// Entry points that JavaScriptCore exports without declaring them in a header. Each is looked up at run time and may
+/// be null; every user says what it does without it.
+struct JavaScriptCorePrivate
+{
+    using ShouldTerminate = bool (*)(JSContextRef context, void *data);
+    using WeakReference = struct OpaqueJSWeak *;
+
+    /// Limits the processor time of each entry into the group's scripts, in seconds. The callback answers whether to
+    /// stop; it has to set the limit anew when it lets a script go on.
+    void (*setExecutionTimeLimit)(JSContextGroupRef, double seconds, ShouldTerminate, void *data) = nullptr;
+    void (*clearExecutionTimeLimit)(JSContextGroupRef) = nullptr;
+
+    /// The function is called with a promise and its reason once the promise was rejected with nobody listening.
+    void (*setUnhandledRejectionCallback)(JSGlobalContextRef, JSObjectRef function, JSValueRef *exception) = nullptr;
+
+    /// The context that an object was made in.
+    JSGlobalContextRef (*globalContextOf)(JSObjectRef) = nullptr;
+
+    WeakReference (*weakCreate)(JSContextGroupRef, JSObjectRef) = nullptr;
+    /// Null once the object was collected.
+    JSObjectRef (*weakGetObject)(WeakReference) = nullptr;
+    void (*weakRelease)(JSContextGroupRef, WeakReference) = nullptr;
+
+    /// Collects everything that can be collected before it returns.
+    void (*collectNow)(JSContextRef) = nullptr;
+
+    static const JavaScriptCorePrivate &entryPoints();
+};

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "platform/script/ScriptContext.h"
+#include "platform/script/ScriptConverter.h"
+#include "platform/script/ScriptException.h"
+#include "platform/script/ScriptLocations.h"
+
+/// Reads what a script has thrown, whatever it is: an error object with its place, or any other value as text. Where
+/// the value itself knows no place, `sourceURL` names the file.
+ScriptException readScriptException(ScriptContext &context, ScriptConverter &converter,
+    const ScriptLocations &locations, JSValueRef thrown, const QString &sourceURL);
+
+/// Completes the engine's report of a text that is no script: it knows the line only. The column is found by asking
+/// how much of that line it takes to make the same error.
+void addColumnToSyntaxError(
+    ScriptContext &context, const QString &source, const ScriptString &sourceURL, JSValueRef error);

@@ -1,0 +1,3 @@
+#include "platform/script/ScriptObject.h"
+
+ScriptObject::~ScriptObject() = default;

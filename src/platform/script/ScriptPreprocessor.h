@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+
+/// Rewrites bracketed message sends into method calls, everywhere in a script:
+///
+///     [layer setName:"Sky" animated:true]   →   layer.setName_animated("Sky", true)
+///     [[document layers] count]             →   document.layers().count()
+///
+/// Strings, comments, regular expressions, the texts of templates, array literals and subscripts stay as they are;
+/// every line keeps its number. A text without message sends comes back as it is. Whether a bracket is a message send
+/// is decided by what no array literal or subscript can hold: a name that follows a complete expression.
+///
+/// Meant for texts that are not valid JavaScript as they stand: a valid script holds no message send.
+QString withMessageSendsRewritten(const QString &source);

@@ -1,0 +1,131 @@
+// What the globals of a session ask of it.
+
+#include "platform/script/ScriptSession.h"
+
+#include "platform/FileURL.h"
+#include "platform/LTAppEnvironment.h"
+#include "platform/MainQueue.h"
+#include "platform/script/ValueText.h"
+
+namespace {
+
+// On one line, so that the module's lines keep their numbers. A first line "#!…" becomes a comment.
+const auto moduleHead = QStringLiteral("(function (exports, require, module, __filename, __dirname) {");
+const auto moduleTail = QStringLiteral("\n})");
+
+} // namespace
+
+JSValueRef ScriptSession::callHost(
+    HostFunction function, std::span<const JSValueRef> arguments, JSValueRef *exception)
+{
+    if (!m_live) {
+        throw ScriptException(QStringLiteral("The script's session has ended."));
+    }
+    const auto context = m_live->context.ref();
+    const auto number = [&](std::size_t index) { return JSValueToNumber(context, arguments[index], nullptr); };
+    const auto boolean = [&](std::size_t index) { return JSValueToBoolean(context, arguments[index]); };
+    const auto text = [&](std::size_t index) { return m_live->context.textOf(arguments[index]); };
+
+    switch (function) {
+    case HostFunction::Print:
+        return printValue(arguments[0], exception);
+    case HostFunction::PrintError:
+        return printError(arguments[0], exception);
+    case HostFunction::Describe:
+        return m_live->context.makeString(m_live->converter.description(arguments[0]));
+    case HostFunction::Now:
+        return JSValueMakeNumber(context, double(LTAppEnvironment::current().mainQueue().now().count()));
+    case HostFunction::Stack:
+        return stackText(arguments[0]);
+    case HostFunction::StartTimer:
+        m_live->timers.start(int(number(0)), number(1), boolean(2));
+        return nullptr;
+    case HostFunction::StopTimer:
+        m_live->timers.stop(int(number(0)));
+        return nullptr;
+    case HostFunction::ResolveModule:
+        return resolveModule(arguments[0], arguments[1], exception);
+    case HostFunction::CompileModule:
+        return compileModule(text(0), exception);
+    case HostFunction::ReadModule:
+        return readModule(text(0));
+    case HostFunction::Library:
+        return m_live->context.library(exception);
+    case HostFunction::PushedObject:
+        return m_live->converter.toScript(m_pushedObjects.value(text(0)), exception);
+    case HostFunction::MakeOperation:
+        return m_live->wrappers.makeOperation(arguments);
+    case HostFunction::Settled:
+        promiseSettled(int(number(0)), boolean(1), arguments[2]);
+        return nullptr;
+    }
+    return nullptr;
+}
+
+JSValueRef ScriptSession::printValue(JSValueRef value, JSValueRef *exception)
+{
+    const auto printed = m_live->converter.toVariant(value, exception);
+    if (!*exception)
+        print(printed);
+    return nullptr;
+}
+
+JSValueRef ScriptSession::printError(JSValueRef value, JSValueRef *exception)
+{
+    const auto printed = m_live->converter.toVariant(value, exception);
+    if (*exception)
+        return nullptr;
+    print(QVariantMap {
+        {QStringLiteral("level"), QStringLiteral("error")},
+        {QStringLiteral("stringValue"), descriptionOfValue(printed)},
+        {QStringLiteral("payload"), QVariantList {printed}},
+    });
+    return nullptr;
+}
+
+JSValueRef ScriptSession::stackText(JSValueRef stack)
+{
+    QString lines;
+    const auto frames = m_locations.frames(m_live->context.textOf(stack));
+    for (const auto &frame : frames)
+        lines += QStringLiteral("\n    at ") + frame.text();
+    return m_live->context.makeString(lines);
+}
+
+JSValueRef ScriptSession::resolveModule(JSValueRef name, JSValueRef requirer, JSValueRef *exception)
+{
+    auto &context = m_live->context;
+    if (!JSValueIsString(context.ref(), name)) {
+        *exception = context.makeError(QStringLiteral("require needs the name of a module, but was given %1.")
+                                           .arg(m_live->converter.description(name)));
+        return nullptr;
+    }
+    const auto file = m_modules.resolve(context.textOf(name), context.textOf(requirer));
+    if (file)
+        return context.makeString(file.value());
+    *exception = context.makeError(file.error().localizedDescription);
+    context.setProperty(const_cast<JSObjectRef>(*exception), "code", context.makeString(u"MODULE_NOT_FOUND"));
+    return nullptr;
+}
+
+JSValueRef ScriptSession::compileModule(const QString &file, JSValueRef *exception)
+{
+    auto text = m_modules.text(file);
+    if (!text)
+        throw ScriptException(text.error().localizedDescription);
+    auto source = text.value();
+    if (source.startsWith(u"#!"))
+        source.replace(0, 2, QStringLiteral("//"));
+    const auto url = absoluteString(m_modules.url(file));
+    m_locations.addFolder(m_modules.folder(file));
+    m_locations.addModule(url, int(moduleHead.size()));
+    return evaluate({source, url, moduleHead, moduleTail}, exception);
+}
+
+JSValueRef ScriptSession::readModule(const QString &file)
+{
+    const auto text = m_modules.text(file);
+    if (!text)
+        throw ScriptException(text.error().localizedDescription);
+    return m_live->context.makeString(text.value());
+}

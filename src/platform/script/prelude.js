@@ -1,0 +1,59 @@
+// The globals of every session. This runs at the start of each one, so it only names them: what they do is in library.js,
+// loaded when one of them is first used. The text is constant and short, because the engine compiles it once per process,
+// but copies and hashes it for each session.
+//
+// `host(code, ...)` asks the session for something; the codes are those of HostFunction.
+(function (host) {
+    'use strict';
+    const PRINT = 0, LIBRARY = 11, PUSHED_OBJECT = 12;
+    const global = globalThis;
+    let library;
+
+    global.print = function print(value) { host(PRINT, value); };
+    global.log = function log(...values) { (library ??= host(LIBRARY)).console.log(...values); };
+    global.console = {
+        log(...values) { (library ??= host(LIBRARY)).console.log(...values); },
+        info(...values) { (library ??= host(LIBRARY)).console.info(...values); },
+        debug(...values) { (library ??= host(LIBRARY)).console.debug(...values); },
+        warn(...values) { (library ??= host(LIBRARY)).console.warn(...values); },
+        dir(...values) { (library ??= host(LIBRARY)).console.dir(...values); },
+        error(...values) { (library ??= host(LIBRARY)).console.error(...values); },
+        trace(...values) { (library ??= host(LIBRARY)).console.trace(...values); },
+        assert(...values) { (library ??= host(LIBRARY)).console.assert(...values); },
+        time(...values) { (library ??= host(LIBRARY)).console.time(...values); },
+        timeLog(...values) { (library ??= host(LIBRARY)).console.timeLog(...values); },
+        timeEnd(...values) { (library ??= host(LIBRARY)).console.timeEnd(...values); },
+        count(...values) { (library ??= host(LIBRARY)).console.count(...values); },
+        countReset(...values) { (library ??= host(LIBRARY)).console.countReset(...values); },
+        group(...values) { (library ??= host(LIBRARY)).console.group(...values); },
+        groupEnd(...values) { (library ??= host(LIBRARY)).console.groupEnd(...values); },
+        table(...values) { (library ??= host(LIBRARY)).console.table(...values); },
+    };
+    global.require = function require(name) { return (library ??= host(LIBRARY)).requireModule(name, ''); };
+    global.setTimeout = function setTimeout(callback, delay, ...values) {
+        return (library ??= host(LIBRARY)).startTimer('setTimeout', callback, delay, false, values);
+    };
+    global.setInterval = function setInterval(callback, delay, ...values) {
+        return (library ??= host(LIBRARY)).startTimer('setInterval', callback, delay, true, values);
+    };
+    global.setImmediate = function setImmediate(callback, ...values) {
+        return (library ??= host(LIBRARY)).startTimer('setImmediate', callback, 0, false, values);
+    };
+    global.clearTimeout = function clearTimeout(id) { library?.stopTimer(id); };
+    global.clearInterval = function clearInterval(id) { library?.stopTimer(id); };
+    global.clearImmediate = function clearImmediate(id) { library?.stopTimer(id); };
+    global.queueMicrotask = function queueMicrotask(callback) {
+        (library ??= host(LIBRARY)).queueMicrotask(callback);
+    };
+
+    // Makes a global that the session hands over when a script first asks for it; an ordinary one from then on.
+    return function pushObject(name) {
+        const settle = (value) => {
+            Object.defineProperty(global, name, { value, writable: true, configurable: true, enumerable: true });
+            return value;
+        };
+        Object.defineProperty(global, name, {
+            get: () => settle(host(PUSHED_OBJECT, name)), set: settle, configurable: true, enumerable: true,
+        });
+    };
+})
