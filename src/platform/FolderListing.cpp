@@ -71,6 +71,12 @@ FolderEntry::Kind kindOfTarget(const QByteArray &path)
     return kindOfMode(status.st_mode);
 }
 
+bool itemExists(const QByteArray &path)
+{
+    struct stat status;
+    return !path.isEmpty() && !path.contains('\0') && ::stat(path.constData(), &status) == 0;
+}
+
 QByteArray resolvedPath(const QByteArray &path)
 {
     if (path.contains('\0'))

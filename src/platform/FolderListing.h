@@ -25,5 +25,8 @@ std::vector<FolderEntry> visibleEntries(const QByteArray &folderPath);
 /// What a path leads to after all links: Folder, File, or Other when it leads nowhere.
 FolderEntry::Kind kindOfTarget(const QByteArray &path);
 
+/// Whether a path leads to anything, of whatever kind.
+bool itemExists(const QByteArray &path);
+
 /// The path with every link resolved; empty when it leads nowhere.
 QByteArray resolvedPath(const QByteArray &path);

@@ -50,6 +50,11 @@ void COScript::setModuleFolder(const QUrl &folder)
     m_session->setModuleFolder(folder);
 }
 
+void COScript::setSourceOffset(const SourceOffset &offset)
+{
+    m_session->setSourceOffset(offset);
+}
+
 void COScript::setShouldPreprocess(bool shouldPreprocess)
 {
     m_session->setShouldPreprocess(shouldPreprocess);

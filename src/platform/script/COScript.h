@@ -2,6 +2,7 @@
 
 #include "platform/Export.h"
 #include "platform/script/ScriptException.h"
+#include "platform/script/SourceOffset.h"
 
 #include <QByteArray>
 #include <QMap>
@@ -73,6 +74,9 @@ public:
     /// The folder whose files `require` may read, and from which errors name their files. Without it, the folder of
     /// the script.
     void setModuleFolder(const QUrl &folder);
+
+    /// Where in the sources that are evaluated next the author's text begins.
+    void setSourceOffset(const SourceOffset &offset);
 
     /// Whether a source that is not valid JavaScript is searched for bracketed message sends. True at first.
     void setShouldPreprocess(bool shouldPreprocess);

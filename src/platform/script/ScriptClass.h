@@ -69,7 +69,7 @@ void setResult(ScriptCall &call, const Value &value)
 {
     if constexpr (std::same_as<Value, bool>)
         call.setResult(value);
-    else if constexpr (std::is_arithmetic_v<Value>)
+    else if constexpr (std::is_arithmetic_v<Value> || std::is_enum_v<Value>)
         call.setResult(static_cast<double>(value));
     else if constexpr (std::same_as<Value, QString>)
         call.setResult(value);
@@ -128,10 +128,33 @@ struct MemberFunction<Result (Class::*)(Arguments...) const> : MemberFunction<Re
     }
 };
 
+/// A function whose first argument is the object: for what has no form of its own in scripts.
+template<class Class, class Result, class... Arguments>
+struct MemberFunction<Result (*)(Class &, Arguments...)>
+{
+    static constexpr int argumentCount = sizeof...(Arguments);
+
+    template<auto function, std::size_t... indexes>
+    static void invoke(Class &receiver, ScriptCall &call, std::index_sequence<indexes...>)
+    {
+        if constexpr (std::is_void_v<Result>)
+            function(receiver, argument<std::remove_cvref_t<Arguments>>(call, indexes)...);
+        else
+            setResult(call, function(receiver, argument<std::remove_cvref_t<Arguments>>(call, indexes)...));
+    }
+
+    template<auto function>
+    static void invokeOn(ScriptObject &receiver, ScriptCall &call)
+    {
+        invoke<function>(static_cast<Class &>(receiver), call, std::index_sequence_for<Arguments...>());
+    }
+};
+
 } // namespace scriptbinding
 
-/// Declares a member function as an operation: `scriptOperation<&Layer::setName>("setName")`. Arguments and result may
-/// be booleans, numbers, texts, nil-able texts, QVariant, dictionaries, lists and shared pointers to script objects.
+/// Declares a member function as an operation, or a function whose first argument is the object:
+/// `scriptOperation<&Layer::setName>("setName")`. The other arguments and the result may be booleans, numbers, texts,
+/// nil-able texts, QVariant, dictionaries, lists and shared pointers to script objects; the result also an enumeration.
 template<auto member>
 constexpr ScriptOperation scriptOperation(const char *name)
 {

@@ -34,10 +34,9 @@ bool isError(ScriptContext &context, JSValueRef value)
 ScriptException withoutStack(
     ScriptContext &context, const ScriptLocations &locations, JSObjectRef error, const QString &message)
 {
-    const auto url = textProperty(context, error, "sourceURL");
-    const int line = numberProperty(context, error, "line");
-    const int column = locations.column(url, line, numberProperty(context, error, "column"));
-    return ScriptException(message, locations.fileName(url), line, column, {});
+    const auto place = locations.frame({}, textProperty(context, error, "sourceURL"),
+        numberProperty(context, error, "line"), numberProperty(context, error, "column"));
+    return ScriptException(message, place.file, place.line, place.column, {});
 }
 
 } // namespace

@@ -6,9 +6,9 @@
 
 #include <optional>
 
-void ScriptLocations::addModule(const QString &sourceURL, int headLength)
+void ScriptLocations::setOffset(const QString &sourceURL, const SourceOffset &offset)
 {
-    m_moduleHeads.insert(sourceURL, headLength);
+    m_offsets.insert(sourceURL, offset);
 }
 
 QString ScriptLocations::fileName(const QString &sourceURL) const
@@ -23,12 +23,13 @@ QString ScriptLocations::fileName(const QString &sourceURL) const
     return displayPath(path);
 }
 
-int ScriptLocations::column(const QString &sourceURL, int line, int column) const
+ScriptLocations::Frame ScriptLocations::frame(
+    const QString &function, const QString &sourceURL, int line, int column) const
 {
-    if (line != 1)
-        return column;
-    const int head = m_moduleHeads.value(sourceURL, 0);
-    return column > head ? column - head : column;
+    const auto offset = m_offsets.value(sourceURL);
+    if (line == offset.lines + 1 && column > offset.columns)
+        column -= offset.columns;
+    return {function, fileName(sourceURL), line > offset.lines ? line - offset.lines : line, column};
 }
 
 QString ScriptLocations::Frame::text() const
@@ -50,11 +51,9 @@ QList<ScriptLocations::Frame> ScriptLocations::frames(const QString &stack) cons
         const auto match = notation.match(line);
         if (!match.hasMatch() || frames.size() >= deepestStack)
             continue;
-        const auto url = match.captured(2);
-        const int lineNumber = match.capturedView(3).toInt();
         const auto function = match.captured(1);
-        frames.append({generatedName.match(function).hasMatch() ? QString() : function, fileName(url), lineNumber,
-            column(url, lineNumber, match.capturedView(4).toInt())});
+        frames.append(frame(generatedName.match(function).hasMatch() ? QString() : function, match.captured(2),
+            match.capturedView(3).toInt(), match.capturedView(4).toInt()));
     }
     return frames;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/script/SourceOffset.h"
+
 #include <QByteArray>
 #include <QHash>
 #include <QList>
@@ -13,13 +15,11 @@ public:
     /// A folder that its files are named from. Files of no such folder are named by their whole path.
     void addFolder(const QByteArray &path) { m_folders.insert(path); }
 
-    /// Sources of modules have a function's head written before their first line.
-    void addModule(const QString &sourceURL, int headLength);
+    /// Where in a source its author's text begins.
+    void setOffset(const QString &sourceURL, const SourceOffset &offset);
 
     /// A source's URL as a name for people; "" for code that is the session's own.
     QString fileName(const QString &sourceURL) const;
-    /// A column as the file's author counts it.
-    int column(const QString &sourceURL, int line, int column) const;
 
     struct Frame
     {
@@ -31,6 +31,9 @@ public:
         QString text() const;
     };
 
+    /// A place as the file's author counts lines and columns.
+    Frame frame(const QString &function, const QString &sourceURL, int line, int column) const;
+
     /// The calls of an engine's stack text that are the author's own.
     QList<Frame> frames(const QString &stack) const;
     /// One call a line.
@@ -38,5 +41,5 @@ public:
 
 private:
     QSet<QByteArray> m_folders;
-    QHash<QString, int> m_moduleHeads;
+    QHash<QString, SourceOffset> m_offsets;
 };

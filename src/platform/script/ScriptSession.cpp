@@ -103,6 +103,7 @@ void ScriptSession::useScriptFile()
     m_scriptURL = absoluteString(url);
     m_modules.setMainScript(script, folder);
     m_locations.addFolder(folder);
+    m_locations.setOffset(m_scriptURL, m_sourceOffset);
 }
 
 QVariant ScriptSession::execute(const QString &source)

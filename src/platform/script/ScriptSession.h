@@ -32,6 +32,7 @@ public:
     void setPrintController(const std::weak_ptr<COPrintController> &controller) { m_printController = controller; }
     QVariantMap &environment() { return m_environment; }
     void setModuleFolder(const QUrl &folder) { m_moduleFolder = folder; }
+    void setSourceOffset(const SourceOffset &offset) { m_sourceOffset = offset; }
     void setShouldPreprocess(bool shouldPreprocess) { m_shouldPreprocess = shouldPreprocess; }
     void setTimeLimit(double seconds) { m_timeLimit = seconds; }
 
@@ -117,6 +118,7 @@ private:
     std::weak_ptr<COPrintController> m_printController;
     QVariantMap m_environment;
     QUrl m_moduleFolder;
+    SourceOffset m_sourceOffset;
     bool m_shouldPreprocess = true;
     bool m_shouldKeepAround = false;
     double m_timeLimit = 0;

@@ -118,7 +118,7 @@ JSValueRef ScriptSession::compileModule(const QString &file, JSValueRef *excepti
         source.replace(0, 2, QStringLiteral("//"));
     const auto url = absoluteString(m_modules.url(file));
     m_locations.addFolder(m_modules.folder(file));
-    m_locations.addModule(url, int(moduleHead.size()));
+    m_locations.setOffset(url, {0, int(moduleHead.size())});
     return evaluate({source, url, moduleHead, moduleTail}, exception);
 }
 

@@ -1,0 +1,111 @@
+#pragma once
+
+#include "bundles/KRPluginBundleIconInfo.h"
+#include "commands/CommandTable.h"
+#include "commands/KRPluginCommandBundle.h"
+#include "platform/Export.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QUrl>
+#include <QVariantList>
+#include <QVariantMap>
+
+#include <memory>
+#include <optional>
+
+class PluginLoading;
+struct PluginManifest;
+
+/// One plug-in folder: what its manifest says, and its commands, which it owns. Held by shared pointers. Main thread
+/// only.
+///
+/// Read once and never again: a reload makes new bundles. Only what has a setter changes afterwards.
+class KORVAN_EXPORT KRPluginBundle final : public KRPluginCommandBundle
+{
+public:
+    /// `pluginBundleWithURL:`. Null, without a message, unless there is a folder with the extension "korvanplugin" at
+    /// the URL; else as initPluginBundleWithURL().
+    static std::shared_ptr<KRPluginBundle> pluginBundleWithURL(const QUrl &url);
+    /// Reads the bundle. Null when the manifest is missing or no JSON object; that is said to the host's log target,
+    /// or in the system log. Wrongly typed values count as absent, an unreadable icon is only logged.
+    static std::shared_ptr<KRPluginBundle> initPluginBundleWithURL(const QUrl &url);
+    /// The same for a folder that was found by a walk.
+    static std::shared_ptr<KRPluginBundle> initWithPath(const QByteArray &path, PluginLoading &loading);
+    ~KRPluginBundle() override;
+
+    /// `commandsFromArray:korvanPluginURL:pluginBundle:`. The elements that make a command, by identifier; a later one
+    /// replaces an earlier one. Nil gives none.
+    static CommandTable commandsFromArray(const std::optional<QVariantList> &array, const QUrl &korvanPluginURL,
+        const std::shared_ptr<KRPluginBundle> &pluginBundle);
+    /// The localized "untitled script".
+    static QString scriptDefaultTitle();
+
+    /// The bundle's folder.
+    QUrl url() const override;
+    const CommandTable &commands() const { return m_commands; }
+    std::optional<QString> identifier() const override { return m_identifier; }
+    std::optional<QString> version() const { return m_version; }
+    std::optional<QString> name() const { return m_name; }
+    std::optional<QString> pluginDescription() const { return m_pluginDescription; }
+    std::optional<QString> author() const { return m_author; }
+    std::optional<QString> authorEmail() const { return m_authorEmail; }
+    bool suppliesData() const { return m_suppliesData; }
+    QUrl homepageURL() const { return m_homepageURL; }
+    std::optional<QString> compatibleVersion() const { return m_compatibleVersion; }
+    std::optional<QString> maximumCompatibleVersion() const { return m_maximumCompatibleVersion; }
+
+    /// The update feed; empty when there is none.
+    QUrl updatingInfoURL() const { return m_updatingInfoURL; }
+    void setUpdatingInfoURL(const QUrl &url) { m_updatingInfoURL = url; }
+    /// The manifest's "menu", or one made from the commands on first request and kept.
+    QVariantMap menuDescription() const;
+    /// Nil: the next request makes a new one.
+    void setMenuDescription(const std::optional<QVariantMap> &description) { m_menuDescription = description; }
+    /// False until whoever found the bundle has decided.
+    bool isEnabled() const { return m_enabled; }
+    void setEnabled(bool enabled) { m_enabled = enabled; }
+    bool disableCocoaScriptPreprocessor() const override { return m_disableCocoaScriptPreprocessor; }
+    void setDisableCocoaScriptPreprocessor(bool disable) { m_disableCocoaScriptPreprocessor = disable; }
+    /// Nil when the manifest names no icon.
+    const std::optional<KRPluginBundleIconInfo> &iconInfo() const { return m_iconInfo; }
+    void setIconInfo(const std::optional<KRPluginBundleIconInfo> &info) { m_iconInfo = info; }
+
+    /// "identifier(version)", with "unknown.plugin" and "000" for what is nil.
+    QString versionedIdentifier() const;
+    /// Whether the application's major version lies between both bounds. A plug-in that does not declare both of them
+    /// is not compatible; this strictness is deliberate.
+    bool isCompatible() const;
+    /// The file or folder of that name in Contents/Resources; empty when there is none.
+    QUrl urlForResourceNamed(const QString &name) const;
+    QString debugDescription() const;
+    /// Hands an error to the host's log target, as the sender "__plugin-loader", or writes it to the system log.
+    static void logErrorString(const QString &message);
+
+    const ScriptClass &scriptClass() const override;
+
+private:
+    explicit KRPluginBundle(const QByteArray &path);
+
+    void take(PluginManifest &manifest);
+    void readIcon(const QString &iconPath);
+    void fillGaps();
+
+    QByteArray m_path;
+    CommandTable m_commands;
+    std::optional<QString> m_identifier;
+    std::optional<QString> m_version;
+    std::optional<QString> m_name;
+    std::optional<QString> m_pluginDescription;
+    std::optional<QString> m_author;
+    std::optional<QString> m_authorEmail;
+    std::optional<QString> m_compatibleVersion;
+    std::optional<QString> m_maximumCompatibleVersion;
+    QUrl m_homepageURL;
+    QUrl m_updatingInfoURL;
+    mutable std::optional<QVariantMap> m_menuDescription;
+    std::optional<KRPluginBundleIconInfo> m_iconInfo;
+    bool m_suppliesData = false;
+    bool m_enabled = false;
+    bool m_disableCocoaScriptPreprocessor = false;
+};

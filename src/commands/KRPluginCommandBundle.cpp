@@ -1,0 +1,3 @@
+#include "commands/KRPluginCommandBundle.h"
+
+KRPluginCommandBundle::~KRPluginCommandBundle() = default;

@@ -1,0 +1,3 @@
+#include "commands/KRPluginCommandManager.h"
+
+KRPluginCommandManager::~KRPluginCommandManager() = default;

@@ -1,0 +1,64 @@
+# What `cmake --install` lays out: the library, the headers that a host may include, and the package configuration.
+include(CMakePackageConfigHelpers)
+
+# Only what the public headers themselves include. Everything else is free to change.
+set(korvan_public_headers
+    bundles/KRPluginBundle.h
+    bundles/KRPluginBundleIconInfo.h
+    commands/CommandEntry.h
+    commands/CommandHandlers.h
+    commands/CommandTable.h
+    commands/DeprecatedChannelState.h
+    commands/KRPluginCommand.h
+    commands/KRPluginCommandBundle.h
+    commands/KRPluginCommandKeys.h
+    commands/KRPluginCommandManager.h
+    commands/KRPluginCommandSpecifier.h
+    commands/KRPluginDebugController.h
+    commands/KRPluginLogAction.h
+    commands/KRPluginPortMessaging.h
+    commands/KRPluginScript.h
+    commands/KRPluginStandaloneScript.h
+    localization/KorvanPluginManagerLocalization.h
+    manager/KRPluginManager.h
+    manager/PluginTable.h
+    platform/Export.h
+    platform/JSONText.h
+    platform/KRError.h
+    platform/KRImageData.h
+    platform/LTAppEnvironment.h
+    platform/LTCompareVersions.h
+    platform/MainQueue.h
+    platform/MenuItem.h
+    platform/NotificationCenter.h
+    platform/OrderedDictionary.h
+    platform/Result.h
+    platform/UserDefaults.h
+    platform/script/CODebugController.h
+    platform/script/COScript.h
+    platform/script/ScriptCall.h
+    platform/script/ScriptClass.h
+    platform/script/ScriptDictionary.h
+    platform/script/ScriptException.h
+    platform/script/ScriptObject.h
+    platform/script/ScriptValue.h
+    platform/script/SourceOffset.h
+    platform/script/ValueText.h
+    state/KRPluginManagingState.h)
+
+install(TARGETS KorvanPluginManager EXPORT KorvanPluginManagerTargets)
+foreach(header IN LISTS korvan_public_headers)
+    get_filename_component(folder ${header} DIRECTORY)
+    install(FILES ${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/KorvanPluginManager/${folder})
+endforeach()
+
+set(korvan_package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/KorvanPluginManager)
+install(EXPORT KorvanPluginManagerTargets NAMESPACE Korvan:: DESTINATION ${korvan_package_folder})
+configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/KorvanPluginManagerConfig.cmake.in
+    ${CMAKE_CURRENT_BINARY_DIR}/KorvanPluginManagerConfig.cmake INSTALL_DESTINATION ${korvan_package_folder})
+write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/KorvanPluginManagerConfigVersion.cmake
+    COMPATIBILITY SameMajorVersion)
+install(FILES
+    ${CMAKE_CURRENT_BINARY_DIR}/KorvanPluginManagerConfig.cmake
+    ${CMAKE_CURRENT_BINARY_DIR}/KorvanPluginManagerConfigVersion.cmake
+    DESTINATION ${korvan_package_folder})

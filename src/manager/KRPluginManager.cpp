@@ -1,0 +1,238 @@
+#include "manager/KRPluginManager.h"
+
+#include "commands/KRPluginDebugController.h"
+#include "manager/PluginDiscovery.h"
+#include "manager/PluginFolders.h"
+#include "manager/RunningCommands.h"
+#include "platform/FileURL.h"
+#include "platform/LTAppEnvironment.h"
+#include "platform/MainQueue.h"
+#include "platform/NotificationCenter.h"
+#include "platform/UserDefaults.h"
+#include "platform/script/COScript.h"
+
+namespace {
+
+const auto disabledCountKey = QStringLiteral("KRPluginManagerNumberOfIncompatiblePluginsDisabled");
+
+/// Stands for the manager where the script engine wants a shared owner.
+class FlowDelegate final : public COFlowDelegate
+{
+public:
+    explicit FlowDelegate(KRPluginManager &manager)
+        : m_manager(manager)
+    {
+    }
+    void didClearEventStack(COScript *session) override { m_manager.didClearEventStack(session); }
+
+private:
+    KRPluginManager &m_manager; // which owns this object
+};
+
+QSet<QByteArray> pathsOf(const QSet<QUrl> &urls)
+{
+    QSet<QByteArray> paths;
+    for (const auto &url : urls)
+        paths.insert(pathFromFileURL(url));
+    return paths;
+}
+
+QSet<QUrl> folderURLs(const QSet<QByteArray> &paths)
+{
+    QSet<QUrl> urls;
+    for (const auto &path : paths)
+        urls.insert(fileURLFromPath(path, FileKind::Folder));
+    return urls;
+}
+
+} // namespace
+
+KRPluginManager::KRPluginManager()
+    : KRPluginManager({}, nullptr, nullptr)
+{
+}
+
+KRPluginManager::KRPluginManager(const QList<QUrl> &pluginsFolderURLs, std::shared_ptr<KRPluginUpdater> updater,
+    std::shared_ptr<KRPluginManagingState> pluginStateManager)
+    : m_plugins(PluginTable())
+    , m_monitorForChanges(pluginStateManager != nullptr)
+    , m_pluginsFolderURLs(pluginsFolderURLs)
+    , m_updater(std::move(updater))
+    , m_pluginStateManager(std::move(pluginStateManager))
+{
+    auto &environment = LTAppEnvironment::current();
+    m_runningCommands = std::make_unique<RunningCommands>(environment.mainQueue());
+    m_numberOfIncompatiblePluginsDisabled = environment.userDefaults().integerForKey(disabledCountKey);
+    m_flowDelegate = std::make_shared<FlowDelegate>(*this);
+    COScript::setFlowDelegate(m_flowDelegate);
+    CODebugController::setDelegate(std::make_shared<KRPluginDebugController>());
+}
+
+KRPluginManager::~KRPluginManager() = default;
+
+void KRPluginManager::initialisePlugins()
+{
+    COScript::listen();
+}
+
+QUrl KRPluginManager::mainPluginsFolderURL()
+{
+    return applicationPluginsFolder();
+}
+
+QUrl KRPluginManager::defaultPluginURL()
+{
+    return unsavedPluginURL();
+}
+
+QList<QUrl> KRPluginManager::pluginsURLs()
+{
+    return configuredPluginFolders();
+}
+
+PluginTable KRPluginManager::plugins()
+{
+    if (!m_plugins)
+        reloadPlugins();
+    return *m_plugins;
+}
+
+void KRPluginManager::setPlugins(const std::optional<PluginTable> &plugins)
+{
+    m_plugins = plugins;
+}
+
+void KRPluginManager::reloadPlugins()
+{
+    auto discovery = makeDiscovery(folderNamesToIgnore());
+    PluginTable found;
+    for (const auto &url : m_pluginsFolderURLs)
+        found.insert(discovery.plugins(pathFromFileURL(url)));
+    setPlugins(found);
+    if (m_pluginStateManager)
+        m_pluginStateManager->updateMetadataWithPluginIndentifiers(found.keys());
+    LTAppEnvironment::current().notificationCenter().post({KRPluginManagerDidReloadPluginsNotification, this});
+}
+
+QUrl KRPluginManager::firstPluginsFolderURL() const
+{
+    return m_pluginsFolderURLs.value(0);
+}
+
+QStringList KRPluginManager::folderNamesToIgnore() const
+{
+    return ignoredFolderNames();
+}
+
+QString KRPluginManager::relativePathByDeletingCommonPathComponentsWithFileURL(
+    const QUrl &url, const QUrl &fromURL) const
+{
+    return relativePath(pathFromFileURL(url), pathFromFileURL(fromURL));
+}
+
+PluginDiscovery KRPluginManager::makeDiscovery(const QStringList &ignoredNames) const
+{
+    return PluginDiscovery(ignoredNames, [this](const QString &identifier, const std::optional<QString> &version) {
+        return shouldEnablePluginIdentifier(identifier, version);
+    });
+}
+
+PluginTable KRPluginManager::pluginsByResolvingFolderAtURL(
+    const QUrl &url, QSet<QUrl> &visitedURLs, const QString &, const QStringList &ignoredNames)
+{
+    auto discovery = makeDiscovery(ignoredNames);
+    discovery.setVisitedFolders(pathsOf(visitedURLs));
+    auto found = discovery.plugins(pathFromFileURL(url));
+    visitedURLs = folderURLs(discovery.visitedFolders());
+    return found;
+}
+
+PluginTable KRPluginManager::pluginsFromResolvedFolderAtURL(
+    const QUrl &url, QSet<QUrl> &visitedURLs, const QString &, const QStringList &ignoredNames)
+{
+    auto discovery = makeDiscovery(ignoredNames);
+    discovery.setVisitedFolders(pathsOf(visitedURLs));
+    auto found = discovery.pluginsInResolvedFolder(pathFromFileURL(url));
+    visitedURLs = folderURLs(discovery.visitedFolders());
+    return found;
+}
+
+bool KRPluginManager::shouldEnablePluginIdentifier(
+    const QString &identifier, const std::optional<QString> &withVersion) const
+{
+    if (m_disableAllPlugins)
+        return false;
+    return !m_pluginStateManager || m_pluginStateManager->shouldEnablePluginIdentifier(identifier, withVersion);
+}
+
+bool KRPluginManager::isPluginWithIdentifier(
+    const QString &identifier, const std::optional<QString> &incompatibleWithVersion) const
+{
+    return m_pluginStateManager && m_pluginStateManager->isPluginWithIdentifier(identifier, incompatibleWithVersion);
+}
+
+bool KRPluginManager::isIncompatiblePlugin(const std::shared_ptr<KRPluginBundle> &bundle) const
+{
+    return isPluginWithIdentifier(bundle->identifier().value_or(QString()), bundle->version());
+}
+
+void KRPluginManager::setNumberOfIncompatiblePluginsDisabled(qint64 number)
+{
+    LTAppEnvironment::current().userDefaults().setValue(disabledCountKey, number);
+    m_numberOfIncompatiblePluginsDisabled = number;
+}
+
+std::shared_ptr<KRPluginCommand> KRPluginManager::commandWithSpecifier(const KRPluginCommandSpecifier &specifier)
+{
+    if (!specifier.pluginBundleIdentifier() || !specifier.commandIdentifier())
+        return nullptr;
+    const auto bundle = plugins().value(*specifier.pluginBundleIdentifier());
+    if (!bundle)
+        return nullptr;
+    const auto found = bundle->commands().find(*specifier.commandIdentifier());
+    return found == bundle->commands().end() ? nullptr : found->second;
+}
+
+void KRPluginManager::runHandlerWithKey(
+    const QString &key, const QString &fromCommand, const QString &inPlugin, const QVariantMap &withContext)
+{
+    const auto command = commandWithSpecifier({inPlugin, fromCommand});
+    if (!command)
+        return;
+    LTAppEnvironment::current().mainQueue().async([manager = QPointer(this), command, key, withContext] {
+        if (manager)
+            command->runHandlerWithKey(key, withContext, manager);
+    });
+}
+
+void KRPluginManager::trackLongRunningCommand(
+    const std::shared_ptr<KRPluginCommand> &command, Completion onComplete)
+{
+    m_runningCommands->track(command, std::move(onComplete));
+}
+
+std::shared_ptr<KRPluginCommand> KRPluginManager::stopTrackingLongRunningCommandWithSpecifier(
+    const KRPluginCommandSpecifier &specifier)
+{
+    return m_runningCommands->stopTracking(specifier);
+}
+
+void KRPluginManager::cleanupFinishedCommands()
+{
+    m_runningCommands->cleanupFinished();
+}
+
+void KRPluginManager::didClearEventStack(COScript *)
+{
+    m_runningCommands->pollSoon();
+}
+
+bool KRPluginManager::isCommandRunning(const KRPluginCommandSpecifier &specifier) const
+{
+    return m_runningCommands->command(specifier) != nullptr;
+}
+
+double KRPluginManager::lastTimerInterval() const
+{
+    return m_runningCommands->lastTimerInterval();
+}

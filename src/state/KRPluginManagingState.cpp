@@ -1,0 +1,3 @@
+#include "state/KRPluginManagingState.h"
+
+KRPluginManagingState::~KRPluginManagingState() = default;

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "platform/LTAppEnvironment.h"
+#include "platform/NotificationCenter.h"
+#include "platform/UserDefaults.h"
+#include "support/VirtualMainQueue.h"
+
+#include <QList>
+#include <QPair>
+#include <QStringList>
+#include <QTemporaryDir>
+
+/// A log target that remembers.
+class RecordingLogTarget final : public LogTarget
+{
+public:
+    void log(const QVariantMap &entry, const QString &from) override { entries.append({from, entry}); }
+
+    /// The texts of all entries.
+    QStringList texts() const;
+
+    QList<QPair<QString, QVariantMap>> entries;
+};
+
+/// A host made for one test: its own folders, settings and time, in force for as long as it lives.
+class TestEnvironment final : public LTAppEnvironment
+{
+public:
+    TestEnvironment();
+    ~TestEnvironment() override;
+
+    QString bundleShortVersion() const override { return version; }
+    QUrl mainBundleResourcesFolder() const override;
+    QUrl applicationSupportFolder() const override;
+    LogTarget *logTarget() override { return target; }
+    void systemLog(const QString &line) override { systemLogLines.append(line); }
+    ScriptTimeLimitDecision scriptExceededTimeLimit(const QString &name, double seconds) override;
+    UserDefaults &userDefaults() override { return m_defaults; }
+    NotificationCenter &notificationCenter() override { return m_notificationCenter; }
+    MainQueue &mainQueue() override { return queue; }
+
+    /// A path inside the test's temporary folder.
+    QString path(const QString &relativePath) const { return m_folder.filePath(relativePath); }
+
+    QString version = QStringLiteral("98.3");
+    /// Null: nobody takes messages for the user.
+    LogTarget *target = nullptr;
+    QStringList systemLogLines;
+    VirtualMainQueue queue;
+    /// Answers for scripts that run too long; the last one stands for all further questions.
+    QList<ScriptTimeLimitDecision> timeLimitDecisions {ScriptTimeLimitDecision::Stop};
+    QStringList timeLimitQuestions;
+
+private:
+    QTemporaryDir m_folder;
+    UserDefaults m_defaults;
+    NotificationCenter m_notificationCenter;
+    Installation m_installation;
+};

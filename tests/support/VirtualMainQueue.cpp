@@ -1,0 +1,88 @@
+#include "support/VirtualMainQueue.h"
+
+struct VirtualMainQueue::State
+{
+    /// By due time, then by the order of scheduling.
+    std::map<std::pair<std::chrono::milliseconds, int>, std::function<void()>> calls;
+    int latestNumber = 0;
+};
+
+class VirtualMainQueue::Call final : public ScheduledCall
+{
+public:
+    Call(std::weak_ptr<State> state, std::pair<std::chrono::milliseconds, int> key)
+        : m_state(std::move(state))
+        , m_key(key)
+    {
+    }
+    ~Call() override
+    {
+        if (const auto state = m_state.lock())
+            state->calls.erase(m_key);
+    }
+
+private:
+    std::weak_ptr<State> m_state;
+    std::pair<std::chrono::milliseconds, int> m_key;
+};
+
+VirtualMainQueue::VirtualMainQueue()
+    : m_state(std::make_shared<State>())
+{
+}
+
+VirtualMainQueue::~VirtualMainQueue() = default;
+
+void VirtualMainQueue::async(std::function<void()> work)
+{
+    const std::lock_guard lock(m_mutex);
+    m_queued.push_back(std::move(work));
+}
+
+std::unique_ptr<ScheduledCall> VirtualMainQueue::callAfter(
+    std::chrono::milliseconds delay, std::function<void()> work)
+{
+    const auto key = std::pair(m_now + std::max(delay, std::chrono::milliseconds(0)), ++m_state->latestNumber);
+    m_state->calls.emplace(key, std::move(work));
+    return std::make_unique<Call>(m_state, key);
+}
+
+void VirtualMainQueue::runQueued()
+{
+    for (;;) {
+        std::function<void()> work;
+        {
+            const std::lock_guard lock(m_mutex);
+            if (m_queued.empty())
+                return;
+            work = std::move(m_queued.front());
+            m_queued.pop_front();
+        }
+        work();
+    }
+}
+
+void VirtualMainQueue::advance(std::chrono::milliseconds duration)
+{
+    const auto end = m_now + duration;
+    runQueued();
+    while (!m_state->calls.empty() && m_state->calls.begin()->first.first <= end) {
+        const auto next = m_state->calls.begin();
+        m_now = std::max(m_now, next->first.first);
+        const auto work = std::move(next->second);
+        m_state->calls.erase(next);
+        work();
+        runQueued();
+    }
+    m_now = end;
+}
+
+std::size_t VirtualMainQueue::scheduledCount() const
+{
+    return m_state->calls.size();
+}
+
+std::chrono::milliseconds VirtualMainQueue::untilNextCall() const
+{
+    return m_state->calls.empty() ? std::chrono::milliseconds(-1) : m_state->calls.begin()->first.first - m_now;
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/MainQueue.h"
+
+#include <chrono>
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <utility>
+
+/// A main queue whose time passes only when a test says so.
+class VirtualMainQueue final : public MainQueue
+{
+public:
+    VirtualMainQueue();
+    ~VirtualMainQueue() override;
+
+    void async(std::function<void()> work) override;
+    std::unique_ptr<ScheduledCall> callAfter(std::chrono::milliseconds delay, std::function<void()> work) override;
+    std::chrono::milliseconds now() const override { return m_now; }
+
+    /// Runs what was queued with async(), also what that queues in turn. No time passes.
+    void runQueued();
+    /// Lets time pass, and runs everything that becomes due at its own moment, in order.
+    void advance(std::chrono::milliseconds duration);
+    /// How many scheduled calls wait for their time.
+    std::size_t scheduledCount() const;
+    /// How long until the earliest of them; -1 ms when there is none.
+    std::chrono::milliseconds untilNextCall() const;
+
+private:
+    struct State;
+    class Call;
+
+    std::shared_ptr<State> m_state;
+    std::chrono::milliseconds m_now {0};
+    std::mutex m_mutex;
+    std::deque<std::function<void()>> m_queued;
+};
