@@ -7,6 +7,7 @@ set(korvan_public_headers
     bundles/KRPluginBundleIconInfo.h
     commands/CommandEntry.h
     commands/CommandHandlers.h
+    commands/CommandLoading.h
     commands/CommandTable.h
     commands/DeprecatedChannelState.h
     commands/KRPluginCommand.h
@@ -27,6 +28,7 @@ set(korvan_public_headers
     platform/KRError.h
     platform/KRImageData.h
     platform/LTAppEnvironment.h
+    platform/LogMessages.h
     platform/LTCompareVersions.h
     platform/MainQueue.h
     platform/MenuItem.h

@@ -3,6 +3,7 @@
 #include "bundles/MenuDescription.h"
 #include "bundles/PluginLoading.h"
 #include "bundles/PluginManifest.h"
+#include "commands/CoreModules.h"
 #include "platform/FileReading.h"
 #include "platform/FileURL.h"
 #include "platform/FolderListing.h"
@@ -25,7 +26,7 @@ QByteArray scriptFolderOf(const QByteArray &bundlePath)
 
 QByteArray resourcePath(const QByteArray &bundlePath, const QString &name)
 {
-    return pathByAppending(bundlePath, "Contents/Resources/" + name.toUtf8());
+    return pathByAppending(bundlePath, QByteArray("Contents/Resources/" + name.toUtf8()));
 }
 
 QString urlText(const QByteArray &path)
@@ -43,15 +44,12 @@ KRError unparsedManifest(const QByteArray &path, const KRError &reason)
     return {{}, 0, QStringLiteral("Unable to parse manifest.json at URL: %1 error: %2").arg(urlText(path), reason.localizedDescription)};
 }
 
-Result<PluginManifest> readManifest(const QByteArray &path, PluginLoading &loading)
+Result<QByteArray> readManifest(const QByteArray &path)
 {
-    const auto text = readFile(path, largestManifest, JSONParser::padding);
-    if (!text && text.error().code == EFBIG)
-        return unparsedManifest(path, text.error());
-    if (!text)
-        return missingManifest(urlText(path));
-    auto manifest = parsePluginManifest(text.value(), loading.parser());
-    return manifest ? std::move(manifest) : unparsedManifest(path, manifest.error());
+    auto text = readFile(path, largestManifest, JSONParser::padding);
+    if (text)
+        return text;
+    return text.error().code == EFBIG ? unparsedManifest(path, text.error()) : missingManifest(urlText(path));
 }
 
 /// Puts a command into its plug-in's table; one of the same identifier gives way.
@@ -66,7 +64,7 @@ void addCommand(CommandTable &table, const std::shared_ptr<KRPluginCommand> &com
 
 } // namespace
 
-KRPluginBundle::KRPluginBundle(const QByteArray &path)
+KRPluginBundle::KRPluginBundle(Key, const QByteArray &path)
     : m_path(path)
 {
 }
@@ -93,55 +91,73 @@ std::shared_ptr<KRPluginBundle> KRPluginBundle::initPluginBundleWithURL(const QU
         logErrorString(missingManifest(QString::fromLatin1(manifestURL)).localizedDescription);
         return nullptr;
     }
-    PluginLoading loading;
-    return initWithPath(path, loading);
+    const auto coreModules = coreModulesOfApplication();
+    PluginLoading loading {coreModules, {}, {}};
+    auto bundle = initWithPath(path, loading);
+    deliver(loading.messages.messages());
+    return bundle;
 }
 
 std::shared_ptr<KRPluginBundle> KRPluginBundle::initWithPath(const QByteArray &path, PluginLoading &loading)
 {
-    auto manifest = readManifest(pathByAppending(scriptFolderOf(path), "manifest.json"), loading);
-    if (!manifest) {
-        logErrorString(manifest.error().localizedDescription);
+    const auto manifestPath = pathByAppending(path, "Contents/Korvan/manifest.json");
+    const auto fail = [&loading](const KRError &error) {
+        loading.messages.add(LogMessages::Recipient::User, error.localizedDescription);
         return nullptr;
-    }
-    const std::shared_ptr<KRPluginBundle> bundle(new KRPluginBundle(path));
-    auto values = std::move(manifest).value();
-    bundle->take(values);
-    KRPluginCommand::ScriptCache scripts;
-    for (const auto &entry : values.commands) {
-        addCommand(bundle->m_commands,
-            KRPluginCommand::commandWithEntry(entry, scripts, scriptFolderOf(path), loading.coreModules()), bundle);
-    }
-    if (values.icon)
-        bundle->readIcon(*values.icon);
-    bundle->fillGaps();
+    };
+    const auto text = readManifest(manifestPath);
+    if (!text)
+        return fail(text.error());
+    auto manifest = parsePluginManifest(text.value(), loading.parser);
+    if (!manifest)
+        return fail(unparsedManifest(manifestPath, manifest.error()));
+
+    auto bundle = std::make_shared<KRPluginBundle>(Key(), path);
+    bundle->m_manifestText = text.value();
+    bundle->take(std::move(manifest).value(), loading);
     return bundle;
 }
 
-void KRPluginBundle::take(PluginManifest &manifest)
+void KRPluginBundle::makeCommands(std::vector<CommandEntry> &entries, PluginLoading &loading)
 {
-    m_author = std::move(manifest.author);
-    m_authorEmail = std::move(manifest.authorEmail);
-    m_name = std::move(manifest.name);
-    m_identifier = std::move(manifest.identifier);
-    m_pluginDescription = std::move(manifest.pluginDescription);
-    m_suppliesData = manifest.suppliesData;
-    m_version = std::move(manifest.version);
-    m_compatibleVersion = std::move(manifest.compatibleVersion);
-    m_maximumCompatibleVersion = std::move(manifest.maximumCompatibleVersion);
-    m_homepageURL = manifest.homepageURL;
-    m_updatingInfoURL = manifest.updatingInfoURL;
-    m_menuDescription = std::move(manifest.menu);
-    m_disableCocoaScriptPreprocessor = manifest.disableCocoaScriptPreprocessor;
+    ScriptCache scripts;
+    CommandLoading commandLoading {scriptFolderOf(m_path), loading.coreModules, scripts, loading.messages};
+    const auto self = std::static_pointer_cast<KRPluginBundle>(shared_from_this());
+    m_commands.reserve(entries.size());
+    for (auto &entry : entries)
+        addCommand(m_commands, KRPluginCommand::commandWithEntry(std::move(entry), commandLoading), self);
 }
 
-void KRPluginBundle::readIcon(const QString &iconPath)
+void KRPluginBundle::take(PluginManifest manifest, PluginLoading &loading)
+{
+    m_name = std::move(manifest.name);
+    m_identifier = std::move(manifest.identifier);
+    m_suppliesData = manifest.suppliesData;
+    m_version = std::move(manifest.version);
+    m_disableCocoaScriptPreprocessor = manifest.disableCocoaScriptPreprocessor;
+    makeCommands(manifest.commands, loading);
+    if (manifest.icon)
+        readIcon(*manifest.icon, loading.messages);
+    fillGaps();
+}
+
+PluginDetails &KRPluginBundle::details() const
+{
+    if (!m_details)
+        m_details = std::make_unique<PluginDetails>(parsePluginDetails(std::exchange(m_manifestText, {})));
+    return *m_details;
+}
+
+void KRPluginBundle::readIcon(const QString &iconPath, LogMessages &messages)
 {
     const auto path = resourcePath(m_path, iconPath);
     auto bytes = readFile(path, largestIcon);
-    if (!bytes)
-        logErrorString(QStringLiteral("Could not read image data at %1").arg(displayPath(path)));
-    m_iconInfo.emplace(iconPath, bytes ? std::optional(std::move(bytes).value()) : std::nullopt);
+    if (!bytes) {
+        messages.add(LogMessages::Recipient::User,
+            QStringLiteral("Could not read image data at %1").arg(displayPath(path)));
+    }
+    m_iconInfo = std::make_shared<KRPluginBundleIconInfo>(
+        iconPath, bytes ? std::optional(std::move(bytes).value()) : std::nullopt);
 }
 
 void KRPluginBundle::fillGaps()
@@ -158,7 +174,7 @@ CommandTable KRPluginBundle::commandsFromArray(const std::optional<QVariantList>
     const std::shared_ptr<KRPluginBundle> &pluginBundle)
 {
     CommandTable table;
-    KRPluginCommand::ScriptCache scripts;
+    ScriptCache scripts;
     for (const auto &entry : array.value_or(QVariantList()))
         addCommand(table, KRPluginCommand::commandWithJSON(entry, scripts, korvanPluginURL), pluginBundle);
     return table;
@@ -174,11 +190,57 @@ QUrl KRPluginBundle::url() const
     return m_path.isEmpty() ? QUrl() : fileURLFromPath(m_path, FileKind::Folder);
 }
 
+std::optional<QString> KRPluginBundle::pluginDescription() const
+{
+    return details().pluginDescription;
+}
+
+std::optional<QString> KRPluginBundle::author() const
+{
+    return details().author;
+}
+
+std::optional<QString> KRPluginBundle::authorEmail() const
+{
+    return details().authorEmail;
+}
+
+QUrl KRPluginBundle::homepageURL() const
+{
+    return details().homepageURL;
+}
+
+std::optional<QString> KRPluginBundle::compatibleVersion() const
+{
+    return details().compatibleVersion;
+}
+
+std::optional<QString> KRPluginBundle::maximumCompatibleVersion() const
+{
+    return details().maximumCompatibleVersion;
+}
+
+QUrl KRPluginBundle::updatingInfoURL() const
+{
+    return details().updatingInfoURL;
+}
+
+void KRPluginBundle::setUpdatingInfoURL(const QUrl &url)
+{
+    details().updatingInfoURL = url;
+}
+
 QVariantMap KRPluginBundle::menuDescription() const
 {
-    if (!m_menuDescription)
-        m_menuDescription = defaultMenuDescription(m_name, m_commands);
-    return *m_menuDescription;
+    auto &menu = details().menu;
+    if (!menu)
+        menu = defaultMenuDescription(m_name, m_commands);
+    return *menu;
+}
+
+void KRPluginBundle::setMenuDescription(const std::optional<QVariantMap> &description)
+{
+    details().menu = description;
 }
 
 QString KRPluginBundle::versionedIdentifier() const
@@ -189,11 +251,13 @@ QString KRPluginBundle::versionedIdentifier() const
 
 bool KRPluginBundle::isCompatible() const
 {
-    if (!m_compatibleVersion || !m_maximumCompatibleVersion)
+    const auto lowest = compatibleVersion();
+    const auto highest = maximumCompatibleVersion();
+    if (!lowest || !highest)
         return false;
     const auto version = LTAppEnvironment::current().bundleShortVersion();
     const auto major = version.left(version.indexOf(u'.'));
-    return LTCompareVersions(m_compatibleVersion, major) != 1 && LTCompareVersions(m_maximumCompatibleVersion, major) != -1;
+    return LTCompareVersions(lowest, major) != 1 && LTCompareVersions(highest, major) != -1;
 }
 
 QUrl KRPluginBundle::urlForResourceNamed(const QString &name) const
@@ -217,6 +281,16 @@ QString KRPluginBundle::debugDescription() const
     return QStringLiteral("%1 name: %2 enabled: %3 commands: {%4}")
         .arg(objectText("KRPluginBundle", this), textOrNull(m_name),
             m_enabled ? QStringLiteral("YES") : QStringLiteral("NO"), commands.join(QStringLiteral("; ")));
+}
+
+void KRPluginBundle::deliver(const std::vector<LogMessages::Message> &messages)
+{
+    for (const auto &message : messages) {
+        if (message.recipient == LogMessages::Recipient::User)
+            logErrorString(message.text);
+        else
+            LTAppEnvironment::current().systemLog(message.text);
+    }
 }
 
 void KRPluginBundle::logErrorString(const QString &message)

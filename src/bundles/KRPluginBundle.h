@@ -4,6 +4,7 @@
 #include "commands/CommandTable.h"
 #include "commands/KRPluginCommandBundle.h"
 #include "platform/Export.h"
+#include "platform/LogMessages.h"
 
 #include <QByteArray>
 #include <QString>
@@ -13,8 +14,10 @@
 
 #include <memory>
 #include <optional>
+#include <vector>
 
-class PluginLoading;
+struct PluginDetails;
+struct PluginLoading;
 struct PluginManifest;
 
 /// One plug-in folder: what its manifest says, and its commands, which it owns. Held by shared pointers. Main thread
@@ -30,8 +33,11 @@ public:
     /// Reads the bundle. Null when the manifest is missing or no JSON object; that is said to the host's log target,
     /// or in the system log. Wrongly typed values count as absent, an unreadable icon is only logged.
     static std::shared_ptr<KRPluginBundle> initPluginBundleWithURL(const QUrl &url);
-    /// The same for a folder that was found by a walk.
+    /// The same for a folder that was found by a walk; messages wait in `loading`. Any thread, as long as one only
+    /// holds the bundle.
     static std::shared_ptr<KRPluginBundle> initWithPath(const QByteArray &path, PluginLoading &loading);
+    /// Hands messages that have waited to those who take them.
+    static void deliver(const std::vector<LogMessages::Message> &messages);
     ~KRPluginBundle() override;
 
     /// `commandsFromArray:korvanPluginURL:pluginBundle:`. The elements that make a command, by identifier; a later one
@@ -47,29 +53,29 @@ public:
     std::optional<QString> identifier() const override { return m_identifier; }
     std::optional<QString> version() const { return m_version; }
     std::optional<QString> name() const { return m_name; }
-    std::optional<QString> pluginDescription() const { return m_pluginDescription; }
-    std::optional<QString> author() const { return m_author; }
-    std::optional<QString> authorEmail() const { return m_authorEmail; }
+    std::optional<QString> pluginDescription() const;
+    std::optional<QString> author() const;
+    std::optional<QString> authorEmail() const;
     bool suppliesData() const { return m_suppliesData; }
-    QUrl homepageURL() const { return m_homepageURL; }
-    std::optional<QString> compatibleVersion() const { return m_compatibleVersion; }
-    std::optional<QString> maximumCompatibleVersion() const { return m_maximumCompatibleVersion; }
+    QUrl homepageURL() const;
+    std::optional<QString> compatibleVersion() const;
+    std::optional<QString> maximumCompatibleVersion() const;
 
     /// The update feed; empty when there is none.
-    QUrl updatingInfoURL() const { return m_updatingInfoURL; }
-    void setUpdatingInfoURL(const QUrl &url) { m_updatingInfoURL = url; }
+    QUrl updatingInfoURL() const;
+    void setUpdatingInfoURL(const QUrl &url);
     /// The manifest's "menu", or one made from the commands on first request and kept.
     QVariantMap menuDescription() const;
     /// Nil: the next request makes a new one.
-    void setMenuDescription(const std::optional<QVariantMap> &description) { m_menuDescription = description; }
+    void setMenuDescription(const std::optional<QVariantMap> &description);
     /// False until whoever found the bundle has decided.
     bool isEnabled() const { return m_enabled; }
     void setEnabled(bool enabled) { m_enabled = enabled; }
     bool disableCocoaScriptPreprocessor() const override { return m_disableCocoaScriptPreprocessor; }
     void setDisableCocoaScriptPreprocessor(bool disable) { m_disableCocoaScriptPreprocessor = disable; }
-    /// Nil when the manifest names no icon.
-    const std::optional<KRPluginBundleIconInfo> &iconInfo() const { return m_iconInfo; }
-    void setIconInfo(const std::optional<KRPluginBundleIconInfo> &info) { m_iconInfo = info; }
+    /// Null when the manifest names no icon.
+    const std::shared_ptr<KRPluginBundleIconInfo> &iconInfo() const { return m_iconInfo; }
+    void setIconInfo(const std::shared_ptr<KRPluginBundleIconInfo> &info) { m_iconInfo = info; }
 
     /// "identifier(version)", with "unknown.plugin" and "000" for what is nil.
     QString versionedIdentifier() const;
@@ -85,26 +91,29 @@ public:
     const ScriptClass &scriptClass() const override;
 
 private:
-    explicit KRPluginBundle(const QByteArray &path);
+    struct Key
+    {};
 
-    void take(PluginManifest &manifest);
-    void readIcon(const QString &iconPath);
+public:
+    /// For initWithPath() alone.
+    KRPluginBundle(Key key, const QByteArray &path);
+
+private:
+    void take(PluginManifest manifest, PluginLoading &loading);
+    void readIcon(const QString &iconPath, LogMessages &messages);
+    void makeCommands(std::vector<CommandEntry> &entries, PluginLoading &loading);
     void fillGaps();
+    PluginDetails &details() const;
 
     QByteArray m_path;
     CommandTable m_commands;
     std::optional<QString> m_identifier;
     std::optional<QString> m_version;
     std::optional<QString> m_name;
-    std::optional<QString> m_pluginDescription;
-    std::optional<QString> m_author;
-    std::optional<QString> m_authorEmail;
-    std::optional<QString> m_compatibleVersion;
-    std::optional<QString> m_maximumCompatibleVersion;
-    QUrl m_homepageURL;
-    QUrl m_updatingInfoURL;
-    mutable std::optional<QVariantMap> m_menuDescription;
-    std::optional<KRPluginBundleIconInfo> m_iconInfo;
+    /// The manifest as it was read, until somebody asks for what was not taken from it yet.
+    mutable QByteArray m_manifestText;
+    mutable std::unique_ptr<PluginDetails> m_details;
+    std::shared_ptr<KRPluginBundleIconInfo> m_iconInfo;
     bool m_suppliesData = false;
     bool m_enabled = false;
     bool m_disableCocoaScriptPreprocessor = false;

@@ -1,5 +1,8 @@
 #include "bundles/PluginManifest.h"
 
+#include "commands/KRPluginCommandKeys.h"
+#include "platform/script/ValueText.h"
+
 #include <array>
 #include <string_view>
 
@@ -24,16 +27,55 @@ void readFields(Target &target, JSONView object, const std::array<Field<Target>,
     });
 }
 
-QUrl urlOf(JSONView value)
-{
-    const auto text = value.string();
-    return text ? QUrl(*text) : QUrl();
-}
-
 std::optional<QString> versionOf(JSONView value)
 {
     auto text = value.string();
     return text ? text : value.numberText();
+}
+
+/// A text, or one of the few that nearly every table of handlers holds, which all of them then share.
+QString handlerText(std::string_view text)
+{
+    static const std::array<std::pair<std::string_view, QString>, 6> usual {{
+        {"run", KRPluginCommandRunHandlerKey},
+        {"onRun", QStringLiteral("onRun")},
+        {"setUp", KRPluginCommandSetUpHandlerKey},
+        {"onSetUp", QStringLiteral("onSetUp")},
+        {"tearDown", KRPluginCommandTearDownHandlerKey},
+        {"onTearDown", QStringLiteral("onTearDown")},
+    }};
+    for (const auto &[utf8, shared] : usual) {
+        if (utf8 == text)
+            return shared;
+    }
+    return textFromUTF8(text);
+}
+
+QString functionName(JSONView value)
+{
+    const auto text = value.utf8();
+    return text ? handlerText(*text) : descriptionOfValue(value.toVariant());
+}
+
+HandlerTable::Handlers handlersOf(JSONView value)
+{
+    HandlerTable::Handlers handlers;
+    value.forEachMember([&](std::string_view key, JSONView function) {
+        handlers.emplace_back(handlerText(key), functionName(function));
+    });
+    return handlers;
+}
+
+HandlerTable handlerTableOf(JSONView value)
+{
+    HandlerTable table;
+    value.forEachMember([&](std::string_view key, JSONView member) {
+        if (key == "actions")
+            table.actions = handlersOf(member);
+        else
+            table.handlers.emplace_back(handlerText(key), functionName(member));
+    });
+    return table;
 }
 
 constexpr std::array<Field<CommandEntry>, 7> commandFields {{
@@ -44,7 +86,7 @@ constexpr std::array<Field<CommandEntry>, 7> commandFields {{
         [](CommandEntry &entry, JSONView value) {
             entry.handlers.reset();
             if (value.isObject())
-                entry.handlers = value.toOrderedDictionary();
+                entry.handlers = handlerTableOf(value);
         }},
     {"handler", [](CommandEntry &entry, JSONView value) { entry.handler = value.string(); }},
     {"shortcut", [](CommandEntry &entry, JSONView value) { entry.shortcut = value.string(); }},
@@ -54,6 +96,7 @@ constexpr std::array<Field<CommandEntry>, 7> commandFields {{
 void readCommands(PluginManifest &manifest, JSONView value)
 {
     manifest.commands.clear();
+    manifest.commands.reserve(value.elementCount());
     value.forEachElement([&](JSONView element) {
         if (!element.isObject())
             return;
@@ -63,35 +106,41 @@ void readCommands(PluginManifest &manifest, JSONView value)
     });
 }
 
-void readMenu(PluginManifest &manifest, JSONView value)
-{
-    manifest.menu.reset();
-    if (value.isObject())
-        manifest.menu = value.toVariant().toMap();
-}
-
-constexpr std::array<Field<PluginManifest>, 15> manifestFields {{
-    {"author", [](PluginManifest &manifest, JSONView value) { manifest.author = value.string(); }},
-    {"authorEmail", [](PluginManifest &manifest, JSONView value) { manifest.authorEmail = value.string(); }},
+constexpr std::array<Field<PluginManifest>, 7> manifestFields {{
     {"name", [](PluginManifest &manifest, JSONView value) { manifest.name = value.string(); }},
     {"identifier", [](PluginManifest &manifest, JSONView value) { manifest.identifier = value.string(); }},
-    {"description", [](PluginManifest &manifest, JSONView value) { manifest.pluginDescription = value.string(); }},
     {"suppliesData",
         [](PluginManifest &manifest, JSONView value) { manifest.suppliesData = value.boolean().value_or(false); }},
     {"version", [](PluginManifest &manifest, JSONView value) { manifest.version = versionOf(value); }},
-    {"compatibleVersion",
-        [](PluginManifest &manifest, JSONView value) { manifest.compatibleVersion = value.string(); }},
-    {"maxCompatibleVersion",
-        [](PluginManifest &manifest, JSONView value) { manifest.maximumCompatibleVersion = value.string(); }},
-    {"homepage", [](PluginManifest &manifest, JSONView value) { manifest.homepageURL = urlOf(value); }},
-    {"appcast", [](PluginManifest &manifest, JSONView value) { manifest.updatingInfoURL = urlOf(value); }},
     {"commands", readCommands},
-    {"menu", readMenu},
     {"disableCocoaScriptPreprocessor",
         [](PluginManifest &manifest, JSONView value) {
             manifest.disableCocoaScriptPreprocessor = value.boolean().value_or(false);
         }},
     {"icon", [](PluginManifest &manifest, JSONView value) { manifest.icon = value.string(); }},
+}};
+
+QUrl urlOf(JSONView value)
+{
+    const QUrl url(value.string().value_or(QString()));
+    return url.isValid() ? url : QUrl();
+}
+
+void readMenu(PluginDetails &details, JSONView value)
+{
+    details.menu = value.isObject() ? std::optional(value.toVariant().toMap()) : std::nullopt;
+}
+
+constexpr std::array<Field<PluginDetails>, 8> detailFields {{
+    {"author", [](PluginDetails &details, JSONView value) { details.author = value.string(); }},
+    {"authorEmail", [](PluginDetails &details, JSONView value) { details.authorEmail = value.string(); }},
+    {"description", [](PluginDetails &details, JSONView value) { details.pluginDescription = value.string(); }},
+    {"compatibleVersion", [](PluginDetails &details, JSONView value) { details.compatibleVersion = value.string(); }},
+    {"maxCompatibleVersion",
+        [](PluginDetails &details, JSONView value) { details.maximumCompatibleVersion = value.string(); }},
+    {"homepage", [](PluginDetails &details, JSONView value) { details.homepageURL = urlOf(value); }},
+    {"appcast", [](PluginDetails &details, JSONView value) { details.updatingInfoURL = urlOf(value); }},
+    {"menu", readMenu},
 }};
 
 } // namespace
@@ -109,4 +158,13 @@ Result<PluginManifest> parsePluginManifest(const QByteArray &text, JSONParser &p
     PluginManifest manifest;
     readFields(manifest, root.value(), manifestFields);
     return manifest;
+}
+
+PluginDetails parsePluginDetails(const QByteArray &text)
+{
+    JSONParser parser;
+    PluginDetails details;
+    if (const auto root = parser.parse(text))
+        readFields(details, root.value(), detailFields);
+    return details;
 }

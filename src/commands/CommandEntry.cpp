@@ -1,18 +1,9 @@
 #include "commands/CommandEntry.h"
 
 #include "commands/KRPluginCommandKeys.h"
+#include "platform/script/ValueText.h"
 
 namespace {
-
-std::optional<QString> stringForKey(const OrderedVariantDictionary &dictionary, const QString &key)
-{
-    const auto found = dictionary.find(key);
-    if (found == dictionary.end() || found->second.typeId() != QMetaType::QString)
-        return std::nullopt;
-    return found->second.toString();
-}
-
-} // namespace
 
 std::optional<OrderedVariantDictionary> orderedDictionary(const QVariant &value)
 {
@@ -27,6 +18,34 @@ std::optional<OrderedVariantDictionary> orderedDictionary(const QVariant &value)
     return dictionary;
 }
 
+std::optional<QString> stringForKey(const OrderedVariantDictionary &dictionary, const QString &key)
+{
+    const auto found = dictionary.find(key);
+    if (found == dictionary.end() || found->second.typeId() != QMetaType::QString)
+        return std::nullopt;
+    return found->second.toString();
+}
+
+void addHandlers(HandlerTable::Handlers &handlers, const OrderedVariantDictionary &dictionary)
+{
+    for (const auto &[key, function] : dictionary)
+        handlers.emplace_back(key, descriptionOfValue(function));
+}
+
+} // namespace
+
+HandlerTable HandlerTable::fromDictionary(const OrderedVariantDictionary &dictionary)
+{
+    HandlerTable table;
+    auto handlers = dictionary;
+    if (const auto actions = handlers.find(KRPluginCommandActionsKey); actions != handlers.end()) {
+        addHandlers(table.actions, orderedDictionary(actions->second).value_or(OrderedVariantDictionary()));
+        handlers.erase(actions);
+    }
+    addHandlers(table.handlers, handlers);
+    return table;
+}
+
 std::optional<CommandEntry> CommandEntry::fromVariant(const QVariant &value)
 {
     const auto dictionary = orderedDictionary(value);
@@ -36,8 +55,9 @@ std::optional<CommandEntry> CommandEntry::fromVariant(const QVariant &value)
     entry.script = stringForKey(*dictionary, KRPluginCommandScriptPathKey);
     entry.name = stringForKey(*dictionary, KRPluginCommandNameKey);
     entry.identifier = stringForKey(*dictionary, KRPluginCommandIdentifierKey);
-    if (const auto handlers = dictionary->find(KRPluginCommandHandlersKey); handlers != dictionary->end())
-        entry.handlers = orderedDictionary(handlers->second);
+    const auto handlers = dictionary->find(KRPluginCommandHandlersKey);
+    if (const auto table = handlers == dictionary->end() ? std::nullopt : orderedDictionary(handlers->second))
+        entry.handlers = HandlerTable::fromDictionary(*table);
     entry.handler = stringForKey(*dictionary, KRPluginCommandHandlerKey);
     entry.shortcut = stringForKey(*dictionary, KRPluginCommandShortcutKey);
     entry.scope = stringForKey(*dictionary, KRPluginCommandScopeKey);

@@ -6,6 +6,22 @@
 #include <QVariant>
 
 #include <optional>
+#include <utility>
+#include <vector>
+
+/// A manifest's "handlers" as its author wrote them, in order. A function name that is no text is here by its text.
+struct HandlerTable
+{
+    using Handlers = std::vector<std::pair<QString, QString>>;
+
+    /// All but "actions".
+    Handlers handlers;
+    /// What "actions" holds; none unless it is a dictionary.
+    Handlers actions;
+
+    /// From any dictionary.
+    static HandlerTable fromDictionary(const OrderedVariantDictionary &dictionary);
+};
 
 /// One element of a manifest's "commands" as its author wrote it: a plain value. What is missing or of another type
 /// than the key asks for is nil.
@@ -14,7 +30,7 @@ struct CommandEntry
     std::optional<QString> script;
     std::optional<QString> name;
     std::optional<QString> identifier;
-    std::optional<OrderedVariantDictionary> handlers;
+    std::optional<HandlerTable> handlers;
     std::optional<QString> handler;
     std::optional<QString> shortcut;
     std::optional<QString> scope;
@@ -23,6 +39,3 @@ struct CommandEntry
     /// anything else.
     static std::optional<CommandEntry> fromVariant(const QVariant &value);
 };
-
-/// A dictionary's entries in order, whichever kind of dictionary it is; nil when the value is none.
-std::optional<OrderedVariantDictionary> orderedDictionary(const QVariant &value);

@@ -8,20 +8,21 @@
 
 namespace {
 
-std::shared_ptr<KRPluginScript> cachedScript(const QByteArray &path, KRPluginCommand::ScriptCache &scripts)
+std::shared_ptr<KRPluginScript> cachedScript(const QString &relativePath, CommandLoading &loading)
 {
-    const auto key = path.toLower();
-    if (const auto found = scripts.find(key); found != scripts.end())
-        return found->second;
-    KRError error;
-    auto script = KRPluginScript::initWithPath(path, &error);
-    if (script) {
-        scripts.emplace(key, script);
+    // All of them start from one folder, so what follows it tells them apart.
+    auto &script = loading.scripts[relativePath.toLower()];
+    if (script)
         return script;
+    KRError error;
+    const auto path = pathByAppending(loading.scriptsFolder, relativePath.toUtf8());
+    script = KRPluginScript::initWithPath(path, &error);
+    if (!script) {
+        loading.messages.add(LogMessages::Recipient::SystemLog,
+            QStringLiteral("Failed to load script at URL %1, error: %2")
+                .arg(absoluteString(fileURLFromPath(path, FileKind::File)), error.localizedDescription));
     }
-    LTAppEnvironment::current().systemLog(QStringLiteral("Failed to load script at URL %1, error: %2")
-            .arg(absoluteString(fileURLFromPath(path, FileKind::File)), error.localizedDescription));
-    return nullptr;
+    return script;
 }
 
 QString defaultName(const QString &scriptPath)
@@ -34,29 +35,39 @@ QString defaultName(const QString &scriptPath)
 std::shared_ptr<KRPluginCommand> KRPluginCommand::commandWithJSON(
     const QVariant &entry, ScriptCache &scripts, const QUrl &scriptsURL)
 {
-    const auto read = CommandEntry::fromVariant(entry);
-    return read ? commandWithEntry(*read, scripts, pathFromFileURL(scriptsURL), coreModulesOfApplication()) : nullptr;
+    auto read = CommandEntry::fromVariant(entry);
+    if (!read)
+        return nullptr;
+    const auto coreModules = coreModulesOfApplication();
+    LogMessages messages;
+    CommandLoading loading {pathFromFileURL(scriptsURL), coreModules, scripts, messages};
+    auto command = commandWithEntry(std::move(*read), loading);
+    for (const auto &message : messages.messages())
+        LTAppEnvironment::current().systemLog(message.text);
+    return command;
 }
 
-std::shared_ptr<KRPluginCommand> KRPluginCommand::commandWithEntry(const CommandEntry &entry, ScriptCache &scripts,
-    const QByteArray &scriptsFolder, const COScript::CoreModules &coreModules)
+std::shared_ptr<KRPluginCommand> KRPluginCommand::commandWithEntry(CommandEntry entry, CommandLoading &loading)
 {
     if (!entry.script)
         return nullptr;
-    auto script = cachedScript(pathByAppending(scriptsFolder, entry.script->toUtf8()), scripts);
+    auto script = cachedScript(*entry.script, loading);
     if (!script)
         return nullptr;
-    const auto name = entry.name ? *entry.name : defaultName(*entry.script);
-    return std::make_shared<KRPluginCommand>(std::move(script), entry.identifier ? *entry.identifier : name.toLower(),
-        name, flattenedHandlers(handlersOfEntry(entry)), entry.shortcut,
-        entry.scope == KRPluginCommandScopeApplicationValue ? Scope::Application : Scope::Document, coreModules);
+    auto handlers = handlersOfEntry(entry);
+    auto name = entry.name ? std::move(*entry.name) : defaultName(*entry.script);
+    auto identifier = entry.identifier ? std::move(*entry.identifier) : name.toLower();
+    const auto scope
+        = entry.scope == KRPluginCommandScopeApplicationValue ? Scope::Application : Scope::Document;
+    return std::make_shared<KRPluginCommand>(std::move(script), std::move(identifier), std::move(name),
+        std::move(handlers), std::move(entry.shortcut), scope, loading.coreModules);
 }
 
 KRPluginCommand::KRPluginCommand(std::shared_ptr<KRPluginScript> script, const std::optional<QString> &identifier,
     const std::optional<QString> &name, const OrderedVariantDictionary &handlers,
     const std::optional<QString> &shortcut, Scope scope)
-    : KRPluginCommand(std::move(script), identifier, name, flattenedHandlers(handlers), shortcut, scope,
-        coreModulesOfApplication())
+    : KRPluginCommand(std::move(script), identifier, name,
+        std::make_shared<const HandlerIndex>(flattenedHandlerIndexWithHandlers(handlers)), shortcut, scope, coreModulesOfApplication())
 {
 }
 
@@ -67,14 +78,14 @@ KRPluginCommand::KRPluginCommand(std::shared_ptr<KRPluginScript> script, const s
 {
 }
 
-KRPluginCommand::KRPluginCommand(std::shared_ptr<KRPluginScript> script, const std::optional<QString> &identifier,
-    const std::optional<QString> &name, HandlerIndex flattenedHandlerIndex, const std::optional<QString> &shortcut,
+KRPluginCommand::KRPluginCommand(std::shared_ptr<KRPluginScript> script, std::optional<QString> identifier,
+    std::optional<QString> name, std::shared_ptr<const HandlerIndex> handlers, std::optional<QString> shortcut,
     Scope scope, const COScript::CoreModules &coreModules)
-    : m_identifier(identifier)
+    : m_identifier(std::move(identifier))
     , m_script(std::move(script))
-    , m_name(name)
-    , m_handlers(std::move(flattenedHandlerIndex))
-    , m_shortcut(shortcut)
+    , m_name(std::move(name))
+    , m_handlers(std::move(handlers))
+    , m_shortcut(std::move(shortcut))
     , m_scope(scope)
     , m_coreModuleMap(coreModules)
 {
@@ -84,7 +95,7 @@ KRPluginCommand::~KRPluginCommand() = default;
 
 HandlerIndex KRPluginCommand::flattenedHandlerIndexWithHandlers(const OrderedVariantDictionary &handlers)
 {
-    return flattenedHandlers(handlers);
+    return flattenedHandlers(HandlerTable::fromDictionary(handlers));
 }
 
 QStringList KRPluginCommand::actionIDsNotToReload()
@@ -104,7 +115,7 @@ unsigned KRPluginCommand::shortcutModifiers() const
 
 bool KRPluginCommand::hasRunHandler() const
 {
-    return m_handlers.contains(KRPluginCommandRunHandlerKey);
+    return m_handlers->contains(KRPluginCommandRunHandlerKey);
 }
 
 MenuItem KRPluginCommand::menuItemWithAction(const MenuAction &action) const
@@ -121,7 +132,8 @@ const KRPluginCommandSpecifier &KRPluginCommand::commandSpecifier() const
 {
     if (!m_commandSpecifier) {
         const auto bundle = pluginBundle();
-        m_commandSpecifier.emplace(bundle ? bundle->identifier() : std::nullopt, m_identifier);
+        m_commandSpecifier = std::make_unique<KRPluginCommandSpecifier>(
+            bundle ? bundle->identifier() : std::nullopt, m_identifier);
     }
     return *m_commandSpecifier;
 }
@@ -135,7 +147,7 @@ OrderedVariantDictionary KRPluginCommand::metadata() const
     };
     add(KRPluginCommandIdentifierKey, m_identifier);
     add(KRPluginCommandNameKey, m_name);
-    metadata.insert({KRPluginCommandHandlersKey, QVariant::fromValue(m_handlers)});
+    metadata.insert({KRPluginCommandHandlersKey, QVariant::fromValue(*m_handlers)});
     add(KRPluginCommandShortcutKey, m_shortcut);
     if (m_script)
         metadata.insert({KRPluginCommandScriptPathKey, m_script->filename()});

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "commands/CommandHandlers.h"
+#include "commands/CommandLoading.h"
 #include "commands/KRPluginCommandBundle.h"
 #include "commands/KRPluginCommandKeys.h"
 #include "commands/KRPluginCommandManager.h"
@@ -17,7 +18,6 @@
 #include <QVariantList>
 #include <QVariantMap>
 
-#include <map>
 #include <memory>
 #include <optional>
 
@@ -34,17 +34,14 @@ public:
         Application = 1
     };
 
-    /// Scripts of one plug-in by the path of their file in lower case.
-    using ScriptCache = std::map<QByteArray, std::shared_ptr<KRPluginScript>>;
     using Completion = KRPluginCommandManager::Completion;
 
     /// `commandWithJSON:scripts:scriptsURL:`. From an element of the manifest's "commands". Null when it is no
     /// dictionary, names no script, or the script cannot be read (that is said in the system log).
     static std::shared_ptr<KRPluginCommand> commandWithJSON(
         const QVariant &entry, ScriptCache &scripts, const QUrl &scriptsURL);
-    /// The same from an entry that was read already; `coreModules` are shared by all commands loaded together.
-    static std::shared_ptr<KRPluginCommand> commandWithEntry(const CommandEntry &entry, ScriptCache &scripts,
-        const QByteArray &scriptsFolder, const COScript::CoreModules &coreModules);
+    /// The same from an entry that was read already. Any thread, as long as one only holds the command.
+    static std::shared_ptr<KRPluginCommand> commandWithEntry(CommandEntry entry, CommandLoading &loading);
 
     /// `initWithScript:identifier:name:handlers:shortcut:scope:`. Any of them may be nil. The handlers are flattened.
     KRPluginCommand(std::shared_ptr<KRPluginScript> script, const std::optional<QString> &identifier,
@@ -53,9 +50,9 @@ public:
     /// `initWithScript:identifier:name:runHandler:scope:`. Only the handler "run", no shortcut.
     KRPluginCommand(std::shared_ptr<KRPluginScript> script, const std::optional<QString> &identifier,
         const std::optional<QString> &name, const QString &runHandler, Scope scope);
-    /// With core modules that were found before.
-    KRPluginCommand(std::shared_ptr<KRPluginScript> script, const std::optional<QString> &identifier,
-        const std::optional<QString> &name, HandlerIndex flattenedHandlerIndex, const std::optional<QString> &shortcut,
+    /// With handlers that are flat and core modules that were found before.
+    KRPluginCommand(std::shared_ptr<KRPluginScript> script, std::optional<QString> identifier,
+        std::optional<QString> name, std::shared_ptr<const HandlerIndex> handlers, std::optional<QString> shortcut,
         Scope scope, const COScript::CoreModules &coreModules);
     ~KRPluginCommand() override;
 
@@ -69,7 +66,7 @@ public:
     const std::shared_ptr<KRPluginScript> &script() const { return m_script; }
     const std::optional<QString> &name() const { return m_name; }
     /// Handler key to function name, actions laid out.
-    const HandlerIndex &handlers() const { return m_handlers; }
+    const HandlerIndex &handlers() const { return *m_handlers; }
     /// As written; nil when there is none.
     const std::optional<QString> &shortcut() const { return m_shortcut; }
     /// "" without a shortcut.
@@ -128,24 +125,30 @@ public:
 
     // The state of the current or latest run
 
-    const std::shared_ptr<COScript> &session() const { return m_session; }
+    /// Whether there is nothing of a run yet: no session, no context, no log.
+    bool hasNeverRun() const { return !m_run; }
+    /// Null between runs.
+    std::shared_ptr<COScript> session() const { return m_run ? m_run->session : nullptr; }
     /// Ends the session held so far.
     void setSession(const std::shared_ptr<COScript> &session);
     bool stayRunning() const;
     /// Asks the session to be kept. The getter tells more: whether anything at all keeps it.
     void setStayRunning(bool stayRunning);
     /// The full context of the current run; null between runs. It keeps the plug-in in memory.
-    const ScriptDictionaryPointer &context() const { return m_context; }
+    ScriptDictionaryPointer context() const { return m_run ? m_run->context : nullptr; }
     void setContext(const ScriptDictionaryPointer &context);
-    const QVariant &returnValue() const { return m_returnValue; }
-    void setReturnValue(const QVariant &value) { m_returnValue = value; }
-    const std::optional<QString> &executingScript() const { return m_executingScript; }
-    void setExecutingScript(const std::optional<QString> &source) { m_executingScript = source; }
-    bool errorInScript() const { return m_errorInScript; }
-    void setErrorInScript(bool error) { m_errorInScript = error; }
+    /// What the last handler has returned; nil when it threw.
+    QVariant returnValue() const { return m_run ? m_run->returnValue : QVariant(); }
+    void setReturnValue(const QVariant &value) { runState().returnValue = value; }
+    /// The source last handed to a session.
+    std::optional<QString> executingScript() const { return m_run ? m_run->executingScript : std::nullopt; }
+    void setExecutingScript(const std::optional<QString> &source) { runState().executingScript = source; }
+    /// Whether the script of the current or latest session has raised an exception.
+    bool errorInScript() const { return m_run && m_run->errorInScript; }
+    void setErrorInScript(bool error) { runState().errorInScript = error; }
     /// The manager that last ran the command; null when it is gone.
-    KRPluginCommandManager *manager() const { return m_manager; }
-    void setManager(KRPluginCommandManager *manager) { m_manager = manager; }
+    KRPluginCommandManager *manager() const { return m_run ? m_run->manager.data() : nullptr; }
+    void setManager(KRPluginCommandManager *manager) { runState().manager = manager; }
 
     // Logging
 
@@ -157,31 +160,41 @@ public:
     /// The log since the beginning of the latest run.
     QString logString() const;
     /// Entries kept while the manager has no log action.
-    const QVariantList &logsWhenRunViaTests() const { return m_logsWhenRunViaTests; }
-    void setLogsWhenRunViaTests(const QVariantList &logs) { m_logsWhenRunViaTests = logs; }
+    QVariantList logsWhenRunViaTests() const { return m_run ? m_run->logsWhenRunViaTests : QVariantList(); }
+    void setLogsWhenRunViaTests(const QVariantList &logs) { runState().logsWhenRunViaTests = logs; }
     /// Empties the log, wherever it is kept.
     void clearLog();
 
     const ScriptClass &scriptClass() const override;
 
 private:
-    mutable std::optional<KRPluginCommandSpecifier> m_commandSpecifier;
-    bool m_disableCocoaScriptPreprocessor = false;
-    bool m_errorInScript = false;
+    /// Made by the first run: most commands are never run.
+    struct RunState
+    {
+        QPointer<KRPluginCommandManager> manager;
+        std::shared_ptr<COScript> session;
+        ScriptDictionaryPointer context;
+        /// What the context's "plugin" stands for stays in memory as long as the context.
+        std::shared_ptr<KRPluginCommandBundle> bundleOfContext;
+        std::optional<QString> executingScript;
+        QVariant returnValue;
+        QVariantList logsWhenRunViaTests;
+        bool errorInScript = false;
+    };
+
+    RunState &runState();
+    std::shared_ptr<KRPluginLogAction> logAction() const;
+
     std::optional<QString> m_identifier;
     std::shared_ptr<KRPluginScript> m_script;
     std::optional<QString> m_name;
-    HandlerIndex m_handlers;
+    /// Shared by all commands that have the usual handlers.
+    std::shared_ptr<const HandlerIndex> m_handlers;
     std::optional<QString> m_shortcut;
-    std::weak_ptr<KRPluginCommandBundle> m_pluginBundle;
     Scope m_scope;
-    QVariant m_returnValue;
-    QVariantList m_logsWhenRunViaTests;
-    std::shared_ptr<COScript> m_session;
-    ScriptDictionaryPointer m_context;
-    /// What the context's "plugin" stands for stays in memory as long as the context.
-    std::shared_ptr<KRPluginCommandBundle> m_bundleOfContext;
-    std::optional<QString> m_executingScript;
+    bool m_disableCocoaScriptPreprocessor = false;
+    std::weak_ptr<KRPluginCommandBundle> m_pluginBundle;
     COScript::CoreModules m_coreModuleMap;
-    QPointer<KRPluginCommandManager> m_manager;
+    mutable std::unique_ptr<KRPluginCommandSpecifier> m_commandSpecifier;
+    std::unique_ptr<RunState> m_run;
 };

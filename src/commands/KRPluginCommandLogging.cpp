@@ -40,7 +40,7 @@ void KRPluginCommand::error(const QVariant &value)
 
 void KRPluginCommand::scriptEncounteredException(const ScriptException &)
 {
-    m_errorInScript = true;
+    setErrorInScript(true);
 }
 
 void KRPluginCommand::log(const QVariant &value, const QString &atLevel)
@@ -52,19 +52,19 @@ void KRPluginCommand::log(const QVariant &value, const QString &atLevel)
                                              {stringValueKey, descriptionOfValue(value)},
                                              {levelKey, atLevel},
                                          };
-    const auto logAction = m_manager ? m_manager->logAction() : nullptr;
-    if (logAction)
-        logAction->log(entry, m_identifier.value_or(QString()));
+    if (const auto action = logAction())
+        action->log(entry, m_identifier.value_or(QString()));
     else
-        m_logsWhenRunViaTests.append(entry);
+        runState().logsWhenRunViaTests.append(entry);
 }
 
 QString KRPluginCommand::logString() const
 {
-    if (const auto logAction = m_manager ? m_manager->logAction() : nullptr)
-        return logAction->logStringFor(m_identifier.value_or(QString()));
+    if (const auto action = logAction())
+        return action->logStringFor(m_identifier.value_or(QString()));
     QStringList texts;
-    for (const auto &entry : m_logsWhenRunViaTests) {
+    const auto entries = logsWhenRunViaTests();
+    for (const auto &entry : entries) {
         const auto text = entry.toMap().value(stringValueKey);
         texts.append(descriptionOfValue(text.isValid() ? text : entry));
     }
@@ -73,7 +73,13 @@ QString KRPluginCommand::logString() const
 
 void KRPluginCommand::clearLog()
 {
-    if (const auto logAction = m_manager ? m_manager->logAction() : nullptr)
-        logAction->clearLogFor(m_identifier.value_or(QString()));
-    m_logsWhenRunViaTests.clear();
+    if (const auto action = logAction())
+        action->clearLogFor(m_identifier.value_or(QString()));
+    runState().logsWhenRunViaTests.clear();
+}
+
+std::shared_ptr<KRPluginLogAction> KRPluginCommand::logAction() const
+{
+    const auto *const current = manager();
+    return current ? current->logAction() : nullptr;
 }

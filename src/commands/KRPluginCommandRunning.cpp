@@ -80,7 +80,7 @@ void KRPluginCommand::newSessionForURL(const QUrl &url, bool shouldReload)
     const auto session = std::make_shared<COScript>(m_coreModuleMap, commandSpecifier().stringValue().value_or(QString()));
     session->setPrintController(std::static_pointer_cast<KRPluginCommand>(shared_from_this()));
     setSession(session);
-    m_errorInScript = false;
+    setErrorInScript(false);
     session->env().insert(QStringLiteral("scriptURL"), url);
     session->setTimeLimit(scriptTimeLimit());
 
@@ -100,41 +100,42 @@ void KRPluginCommand::newSessionForURL(const QUrl &url, bool shouldReload)
 
 void KRPluginCommand::setUpSessionWithContext(const ScriptDictionaryPointer &context)
 {
+    const auto current = session();
     const auto function = functionForKey(*this, KRPluginCommandSetUpHandlerKey);
-    if (function && m_session && m_session->hasFunctionNamed(*function))
-        m_session->callFunctionNamed(*function, {QVariant::fromValue(context)});
+    if (function && current && current->hasFunctionNamed(*function))
+        current->callFunctionNamed(*function, {QVariant::fromValue(context)});
 }
 
 void KRPluginCommand::tearDownSession()
 {
-    const auto session = m_session;
+    const auto current = session();
     const auto function = functionForKey(*this, KRPluginCommandTearDownHandlerKey);
-    if (session && function && session->hasFunctionNamed(*function)) {
+    if (current && function && current->hasFunctionNamed(*function)) {
         try {
-            session->callFunctionNamed(*function, {});
+            current->callFunctionNamed(*function, {});
         } catch (const ScriptException &exception) {
             // Whatever the handler does, what it tears down ends here.
             error(QStringLiteral("Uncaught script exception: %1").arg(exception.text()));
         }
     }
-    if (session) {
-        session->deleteObjectWithName(commandGlobal);
-        session->deleteObjectWithName(processGlobal);
+    if (current) {
+        current->deleteObjectWithName(commandGlobal);
+        current->deleteObjectWithName(processGlobal);
     }
     abandonSession();
 }
 
 void KRPluginCommand::abandonSession()
 {
-    if (m_context)
-        m_context->clear();
+    if (const auto dictionary = context())
+        dictionary->clear();
     setContext(nullptr);
     setSession(nullptr);
 }
 
 bool KRPluginCommand::tearDownIfFinished()
 {
-    if (m_session && m_session->shouldKeepRunning())
+    if (stayRunning())
         return false;
     tearDownSession();
     return true;
@@ -153,20 +154,21 @@ ScriptDictionaryPointer KRPluginCommand::fullContextFromContext(const QVariantMa
 
 void KRPluginCommand::setContext(const ScriptDictionaryPointer &context)
 {
-    m_context = context;
-    m_bundleOfContext = context ? pluginBundle() : nullptr;
+    runState().context = context;
+    runState().bundleOfContext = context ? pluginBundle() : nullptr;
 }
 
 void KRPluginCommand::loadJSGlobals()
 {
-    if (m_session)
-        m_session->pushObject(QVariant::fromValue(shared_from_this()), commandGlobal);
+    if (const auto current = session())
+        current->pushObject(QVariant::fromValue(shared_from_this()), commandGlobal);
 }
 
 QVariant KRPluginCommand::executeScript(const std::optional<QString> &source)
 {
-    m_executingScript = source;
-    return m_session ? m_session->executeString(source) : QVariant();
+    setExecutingScript(source);
+    const auto current = session();
+    return current ? current->executeString(source) : QVariant();
 }
 
 bool KRPluginCommand::shouldReloadWithActionID(const QString &actionID) const
@@ -178,18 +180,26 @@ bool KRPluginCommand::shouldReloadWithActionID(const QString &actionID) const
 
 void KRPluginCommand::setSession(const std::shared_ptr<COScript> &session)
 {
-    if (m_session)
-        m_session->cleanup();
-    m_session = session;
+    if (const auto current = this->session())
+        current->cleanup();
+    runState().session = session;
 }
 
 bool KRPluginCommand::stayRunning() const
 {
-    return m_session && m_session->shouldKeepRunning();
+    const auto current = session();
+    return current && current->shouldKeepRunning();
 }
 
 void KRPluginCommand::setStayRunning(bool stayRunning)
 {
-    if (m_session)
-        m_session->setShouldKeepAround(stayRunning);
+    if (const auto current = session())
+        current->setShouldKeepAround(stayRunning);
+}
+
+KRPluginCommand::RunState &KRPluginCommand::runState()
+{
+    if (!m_run)
+        m_run = std::make_unique<RunState>();
+    return *m_run;
 }

@@ -1,6 +1,7 @@
 #include "manager/KRPluginManager.h"
 
 #include "commands/KRPluginDebugController.h"
+#include "manager/BundleDisposal.h"
 #include "manager/PluginDiscovery.h"
 #include "manager/PluginFolders.h"
 #include "manager/RunningCommands.h"
@@ -99,15 +100,17 @@ PluginTable KRPluginManager::plugins()
 
 void KRPluginManager::setPlugins(const std::optional<PluginTable> &plugins)
 {
-    m_plugins = plugins;
+    auto replaced = std::exchange(m_plugins, plugins);
+    if (replaced && replaced->isDetached()) // else somebody still holds a copy
+        disposeOf(std::move(*replaced));
 }
 
 void KRPluginManager::reloadPlugins()
 {
-    auto discovery = makeDiscovery(folderNamesToIgnore());
-    PluginTable found;
+    FolderWalk walk(folderNamesToIgnore());
     for (const auto &url : m_pluginsFolderURLs)
-        found.insert(discovery.plugins(pathFromFileURL(url)));
+        walk.walk(pathFromFileURL(url));
+    const auto found = pluginsOf(walk);
     setPlugins(found);
     if (m_pluginStateManager)
         m_pluginStateManager->updateMetadataWithPluginIndentifiers(found.keys());
@@ -130,9 +133,9 @@ QString KRPluginManager::relativePathByDeletingCommonPathComponentsWithFileURL(
     return relativePath(pathFromFileURL(url), pathFromFileURL(fromURL));
 }
 
-PluginDiscovery KRPluginManager::makeDiscovery(const QStringList &ignoredNames) const
+PluginTable KRPluginManager::pluginsOf(const FolderWalk &walk) const
 {
-    return PluginDiscovery(ignoredNames, [this](const QString &identifier, const std::optional<QString> &version) {
+    return pluginsFoundBy(walk, [this](const QString &identifier, const std::optional<QString> &version) {
         return shouldEnablePluginIdentifier(identifier, version);
     });
 }
@@ -140,21 +143,21 @@ PluginDiscovery KRPluginManager::makeDiscovery(const QStringList &ignoredNames) 
 PluginTable KRPluginManager::pluginsByResolvingFolderAtURL(
     const QUrl &url, QSet<QUrl> &visitedURLs, const QString &, const QStringList &ignoredNames)
 {
-    auto discovery = makeDiscovery(ignoredNames);
-    discovery.setVisitedFolders(pathsOf(visitedURLs));
-    auto found = discovery.plugins(pathFromFileURL(url));
-    visitedURLs = folderURLs(discovery.visitedFolders());
-    return found;
+    FolderWalk walk(ignoredNames);
+    walk.setVisitedFolders(pathsOf(visitedURLs));
+    walk.walk(pathFromFileURL(url));
+    visitedURLs = folderURLs(walk.visitedFolders());
+    return pluginsOf(walk);
 }
 
 PluginTable KRPluginManager::pluginsFromResolvedFolderAtURL(
     const QUrl &url, QSet<QUrl> &visitedURLs, const QString &, const QStringList &ignoredNames)
 {
-    auto discovery = makeDiscovery(ignoredNames);
-    discovery.setVisitedFolders(pathsOf(visitedURLs));
-    auto found = discovery.pluginsInResolvedFolder(pathFromFileURL(url));
-    visitedURLs = folderURLs(discovery.visitedFolders());
-    return found;
+    FolderWalk walk(ignoredNames);
+    walk.setVisitedFolders(pathsOf(visitedURLs));
+    walk.walkResolved(pathFromFileURL(url));
+    visitedURLs = folderURLs(walk.visitedFolders());
+    return pluginsOf(walk);
 }
 
 bool KRPluginManager::shouldEnablePluginIdentifier(

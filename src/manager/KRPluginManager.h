@@ -19,8 +19,8 @@
 
 class COFlowDelegate;
 class COScript;
+class FolderWalk;
 class KRPluginUpdater;
-class PluginDiscovery;
 class RunningCommands;
 
 /// Posted on the environment's notification centre, by the manager, after each reload.
@@ -129,7 +129,7 @@ public:
     QUrl urlForUnsavedPlugin() const override { return defaultPluginURL(); }
 
 private:
-    PluginDiscovery makeDiscovery(const QStringList &ignoredNames) const;
+    PluginTable pluginsOf(const FolderWalk &walk) const;
 
     std::optional<PluginTable> m_plugins;
     bool m_disableAllPlugins = false;

@@ -1,104 +1,106 @@
 #include "manager/PluginDiscovery.h"
 
+#include "manager/BundleLoader.h"
 #include "platform/FileURL.h"
-#include "platform/FolderListing.h"
 #include "platform/LTAppEnvironment.h"
 
+#include <QHash>
+
 namespace {
+
+using Step = FolderWalk::Step;
 
 void systemLog(const QString &line)
 {
     LTAppEnvironment::current().systemLog(line);
 }
 
-QByteArray resolved(const QByteArray &path)
+/// Goes through the steps of a walk and keeps, of all plug-ins with one identifier, the one that counts.
+class Registration
 {
-    const auto target = resolvedPath(path);
-    return target.isEmpty() ? path : target;
-}
+public:
+    explicit Registration(const ShouldEnablePlugin &shouldEnable)
+        : m_shouldEnable(shouldEnable)
+    {
+    }
 
-bool isBundleName(const QByteArray &path)
-{
-    return hasExtension(path, "korvanplugin");
-}
+    void enterFolder() { m_firstInFolder.push_back(m_latestNumber + 1); }
+    void leaveFolder() { m_firstInFolder.pop_back(); }
 
-/// An entry after its links: where it leads, and to what.
-struct Target
-{
-    QByteArray path;
-    FolderEntry::Kind kind;
+    void add(const std::shared_ptr<KRPluginBundle> &bundle)
+    {
+        if (!bundle || !bundle->identifier())
+            return;
+        const auto identifier = *bundle->identifier();
+        bundle->setEnabled(m_shouldEnable(identifier, bundle->version()));
+        auto &found = m_found[identifier];
+        const bool wasFoundInThisFolder = found.bundle && found.number >= m_firstInFolder.back();
+        if (!wasFoundInThisFolder) {
+            found = {bundle, ++m_latestNumber};
+            return;
+        }
+        systemLog(QStringLiteral("Plugin at URL %1 and plugin at URL %2 have the same bundle identifier (%3). The "
+                                 "second plugin will be ignored.")
+                      .arg(absoluteString(found.bundle->url()), absoluteString(bundle->url()), identifier));
+    }
+
+    PluginTable table() const
+    {
+        PluginTable table;
+        for (auto found = m_found.begin(); found != m_found.end(); ++found)
+            table.insert(found.key(), found->bundle);
+        return table;
+    }
+
+private:
+    struct Found
+    {
+        std::shared_ptr<KRPluginBundle> bundle;
+        /// Counts what was found; a folder's plug-ins and those of its subfolders have numbers in a row.
+        int number = 0;
+    };
+
+    const ShouldEnablePlugin &m_shouldEnable;
+    QHash<QString, Found> m_found;
+    int m_latestNumber = 0;
+    std::vector<int> m_firstInFolder;
 };
 
-Target targetOf(const QByteArray &folder, const FolderEntry &entry)
+std::vector<QByteArray> bundlePaths(const std::vector<Step> &steps)
 {
-    const auto path = pathByAppending(folder, entry.name);
-    if (entry.kind != FolderEntry::Kind::Link)
-        return {path, entry.kind};
-    const auto target = resolved(path);
-    return {target, kindOfTarget(target)};
+    std::vector<QByteArray> paths;
+    for (const auto &step : steps) {
+        if (step.kind == Step::Kind::Bundle)
+            paths.push_back(step.path);
+    }
+    return paths;
 }
 
 } // namespace
 
-PluginDiscovery::PluginDiscovery(const QStringList &ignoredNames, ShouldEnable shouldEnable)
-    : m_shouldEnable(std::move(shouldEnable))
+PluginTable pluginsFoundBy(const FolderWalk &walk, const ShouldEnablePlugin &shouldEnable)
 {
-    for (const auto &name : ignoredNames)
-        m_ignoredNames.insert(name.toUtf8());
-}
-
-PluginTable PluginDiscovery::plugins(const QByteArray &folder)
-{
-    if (m_visited.contains(folder))
-        return {};
-    const auto target = resolved(folder);
-    if (target != folder)
-        m_visited.insert(folder);
-    return pluginsInResolvedFolder(target);
-}
-
-PluginTable PluginDiscovery::pluginsInResolvedFolder(const QByteArray &folder)
-{
-    PluginTable found;
-    if (m_visited.contains(folder))
-        return found;
-    m_visited.insert(folder);
-    if (isIgnored(folder)) {
-        systemLog(QStringLiteral("Ignoring the contents of folder %1.")
-                      .arg(absoluteString(fileURLFromPath(folder, FileKind::Folder))));
-        return found;
+    const auto loaded = loadBundles(bundlePaths(walk.steps()));
+    auto next = loaded.begin();
+    Registration registration(shouldEnable);
+    for (const auto &step : walk.steps()) {
+        switch (step.kind) {
+        case Step::Kind::Enter:
+            registration.enterFolder();
+            break;
+        case Step::Kind::Leave:
+            registration.leaveFolder();
+            break;
+        case Step::Kind::Ignored:
+            systemLog(QStringLiteral("Ignoring the contents of folder %1.")
+                          .arg(absoluteString(fileURLFromPath(step.path, FileKind::Folder))));
+            break;
+        case Step::Kind::Bundle:
+            KRPluginBundle::deliver(next->messages);
+            registration.add(next->bundle);
+            ++next;
+            break;
+        }
     }
-    const auto entries = visibleEntries(folder);
-    for (const auto &entry : entries) {
-        const auto [path, kind] = targetOf(folder, entry);
-        if (kind != FolderEntry::Kind::Folder)
-            continue; // also a plain file with the extension: there is no bundle in it
-        if (isBundleName(path))
-            addBundle(path, found);
-        else
-            found.insert(pluginsInResolvedFolder(path));
-    }
-    return found;
-}
-
-bool PluginDiscovery::isIgnored(const QByteArray &folder) const
-{
-    return m_ignoredNames.contains(withoutExtension(lastPathComponent(folder)));
-}
-
-void PluginDiscovery::addBundle(const QByteArray &path, PluginTable &found)
-{
-    const auto bundle = KRPluginBundle::initWithPath(path, m_loading);
-    if (!bundle || !bundle->identifier())
-        return;
-    const auto identifier = *bundle->identifier();
-    bundle->setEnabled(m_shouldEnable(identifier, bundle->version()));
-    auto &place = found[identifier];
-    if (!place) {
-        place = bundle;
-        return;
-    }
-    systemLog(QStringLiteral("Plugin at URL %1 and plugin at URL %2 have the same bundle identifier (%3). The second "
-                             "plugin will be ignored.")
-                  .arg(absoluteString(place->url()), absoluteString(bundle->url()), identifier));
+    return registration.table();
 }

@@ -42,11 +42,15 @@ QString absoluteString(const QUrl &url)
     return url.toString(QUrl::FullyEncoded);
 }
 
-QByteArray pathByAppending(const QByteArray &parent, const QByteArray &component)
+QByteArray pathByAppending(const QByteArray &parent, QByteArrayView component)
 {
-    if (parent.endsWith('/'))
-        return parent + component;
-    return parent + '/' + component;
+    QByteArray path;
+    path.reserve(parent.size() + component.size() + 1);
+    path += parent;
+    if (!path.endsWith('/'))
+        path += '/';
+    path += component;
+    return path;
 }
 
 QByteArray lastPathComponent(const QByteArray &path)

@@ -3,6 +3,7 @@
 #include "platform/Export.h"
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QString>
 #include <QUrl>
 
@@ -32,7 +33,7 @@ QString displayPath(const QUrl &url);
 KORVAN_EXPORT QString absoluteString(const QUrl &url);
 
 /// `parent` with `component` below it. The component may itself hold slashes.
-QByteArray pathByAppending(const QByteArray &parent, const QByteArray &component);
+QByteArray pathByAppending(const QByteArray &parent, QByteArrayView component);
 
 QByteArray lastPathComponent(const QByteArray &path);
 QByteArray pathWithoutLastComponent(const QByteArray &path);

@@ -62,12 +62,18 @@ QString textFromUTF8(std::string_view utf8)
     return QString::fromUtf8(utf8.data(), qsizetype(utf8.size()));
 }
 
-std::optional<QString> JSONView::string() const
+std::optional<std::string_view> JSONView::utf8() const
 {
     std::string_view text;
     if (m_element.get(text) != simdjson::SUCCESS)
         return std::nullopt;
-    return textFromUTF8(text);
+    return text;
+}
+
+std::optional<QString> JSONView::string() const
+{
+    const auto text = utf8();
+    return text ? std::optional(textFromUTF8(*text)) : std::nullopt;
 }
 
 std::optional<bool> JSONView::boolean() const
@@ -116,14 +122,10 @@ QVariant JSONView::toVariant() const
     }
 }
 
-OrderedVariantDictionary JSONView::toOrderedDictionary() const
+std::size_t JSONView::elementCount() const
 {
-    OrderedVariantDictionary dictionary;
-    forEachMember([&](std::string_view key, JSONView value) {
-        dictionary[textFromUTF8(key)]
-            = value.isObject() ? QVariant::fromValue(value.toOrderedDictionary()) : value.toVariant();
-    });
-    return dictionary;
+    simdjson::dom::array array;
+    return m_element.get(array) == simdjson::SUCCESS ? array.size() : 0;
 }
 
 simdjson::error_code JSONParser::parseText(std::string_view text, bool isPadded, simdjson::dom::element &root)

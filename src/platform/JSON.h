@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/OrderedDictionary.h"
 #include "platform/Result.h"
 
 #include <QByteArray>
@@ -26,6 +25,8 @@ public:
     bool isArray() const { return m_element.is_array(); }
 
     std::optional<QString> string() const;
+    /// The same as it stands in the parser's memory.
+    std::optional<std::string_view> utf8() const;
     /// A boolean; numbers and strings do not count as one.
     std::optional<bool> boolean() const;
     /// A number's decimal form without an exponent (1 gives "1", 1.5 gives "1.5"); a boolean is not a number.
@@ -42,6 +43,8 @@ public:
             visit(member.key, JSONView(member.value));
     }
 
+    /// 0 for anything but an array.
+    std::size_t elementCount() const;
     /// Calls `visit(JSONView element)` for each element of an array.
     template<class Visit>
     void forEachElement(Visit visit) const
@@ -55,8 +58,6 @@ public:
 
     /// The value as Qt's types: QVariantMap, QVariantList, QString, bool, qlonglong, qulonglong, double, nullptr.
     QVariant toVariant() const;
-    /// The members of an object in the document's order, the nested objects ordered likewise.
-    OrderedVariantDictionary toOrderedDictionary() const;
 
 private:
     simdjson::dom::element m_element;

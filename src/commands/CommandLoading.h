@@ -1,0 +1,25 @@
+#pragma once
+
+#include "platform/LogMessages.h"
+#include "platform/script/COScript.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <map>
+#include <memory>
+
+class KRPluginScript;
+
+/// Scripts of one plug-in by the path of their file in lower case, so that commands of one file share its script.
+using ScriptCache = std::map<QString, std::shared_ptr<KRPluginScript>>;
+
+/// What the commands of one plug-in share while they are made.
+struct CommandLoading
+{
+    /// Where "script" paths start from.
+    QByteArray scriptsFolder;
+    const COScript::CoreModules &coreModules;
+    ScriptCache &scripts;
+    LogMessages &messages;
+};

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QByteArray>
+#include <QSet>
+#include <QStringList>
+
+#include <vector>
+
+/// Walks folders for plug-ins, without opening any. What it meets comes out as a list of steps, in the order of the
+/// walk; a folder that it reaches twice, through links or because it was named twice, is walked once.
+///
+/// What cannot be read simply yields nothing.
+class FolderWalk
+{
+public:
+    struct Step
+    {
+        enum class Kind {
+            /// What follows, up to the matching Leave, was found in this folder.
+            Enter,
+            Leave,
+            /// A folder that is passed over because of its name.
+            Ignored,
+            /// A folder that is a plug-in.
+            Bundle
+        };
+
+        Kind kind;
+        QByteArray path;
+    };
+
+    explicit FolderWalk(const QStringList &ignoredNames);
+
+    /// Walks a folder and everything below it.
+    void walk(const QByteArray &folder);
+    /// The same for a folder whose links were resolved already.
+    void walkResolved(const QByteArray &folder);
+
+    const std::vector<Step> &steps() const { return m_steps; }
+
+    /// Every folder that was walked or passed over because of its name, and the links that led to the outermost ones.
+    const QSet<QByteArray> &visitedFolders() const { return m_visited; }
+    void setVisitedFolders(const QSet<QByteArray> &folders) { m_visited = folders; }
+
+private:
+    bool isIgnored(const QByteArray &folder) const;
+
+    QSet<QByteArray> m_ignoredNames;
+    QSet<QByteArray> m_visited;
+    std::vector<Step> m_steps;
+};
