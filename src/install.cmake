@@ -37,9 +37,12 @@ set(korvan_public_headers
     platform/Result.h
     platform/UserDefaults.h
     platform/script/CODebugController.h
+    platform/script/COFlowDelegate.h
+    platform/script/COPrintController.h
     platform/script/COScript.h
     platform/script/ScriptCall.h
     platform/script/ScriptClass.h
+    platform/script/ScriptCoreModules.h
     platform/script/ScriptDictionary.h
     platform/script/ScriptException.h
     platform/script/ScriptObject.h

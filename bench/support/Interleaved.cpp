@@ -22,13 +22,15 @@ double median(std::vector<double> values)
 
 } // namespace
 
-void measureInterleaved(benchmark::State &state, const std::function<void()> &floor, const std::function<void()> &ours)
+void measureInterleaved(benchmark::State &state, const std::function<void()> &floor, const std::function<void()> &ours,
+    const std::function<void()> &prepare)
 {
     std::vector<double> floors;
     std::vector<double> results;
     std::vector<double> ratios;
     bool floorFirst = true;
     for (auto _ : state) {
+        prepare();
         double floorTime = 0;
         if (floorFirst)
             floorTime = microseconds(floor);

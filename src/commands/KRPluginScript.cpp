@@ -55,7 +55,9 @@ std::shared_ptr<KRPluginScript> KRPluginScript::initWithPath(const QByteArray &p
 
 QUrl KRPluginScript::URL() const
 {
-    return m_path.isEmpty() ? QUrl() : fileURLFromPath(m_path, FileKind::File);
+    if (m_url.isEmpty() && !m_path.isEmpty())
+        m_url = fileURLFromPath(m_path, FileKind::File);
+    return m_url;
 }
 
 QString KRPluginScript::filename() const

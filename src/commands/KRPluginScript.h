@@ -51,6 +51,7 @@ protected:
 private:
     /// Empty for a script made from a text.
     QByteArray m_path;
+    mutable QUrl m_url;
     QString m_filename;
     /// UTF-8 as it stands on disk; null when there is none. It becomes text when somebody asks for it.
     QByteArray m_source;

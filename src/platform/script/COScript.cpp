@@ -3,9 +3,6 @@
 #include "platform/script/ScriptEngine.h"
 #include "platform/script/ScriptSession.h"
 
-COPrintController::~COPrintController() = default;
-COFlowDelegate::~COFlowDelegate() = default;
-
 void COScript::listen()
 {
     ScriptEngine::instance();

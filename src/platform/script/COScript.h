@@ -1,11 +1,11 @@
 #pragma once
 
 #include "platform/Export.h"
-#include "platform/script/ScriptException.h"
+#include "platform/script/COFlowDelegate.h"
+#include "platform/script/COPrintController.h"
+#include "platform/script/ScriptCoreModules.h"
 #include "platform/script/SourceOffset.h"
 
-#include <QByteArray>
-#include <QMap>
 #include <QString>
 #include <QUrl>
 #include <QVariant>
@@ -15,30 +15,7 @@
 #include <memory>
 #include <optional>
 
-class COScript;
 class ScriptSession;
-
-/// Who takes what a session's script prints, and is told when it raises an exception. Main thread only.
-class KORVAN_EXPORT COPrintController
-{
-public:
-    virtual ~COPrintController();
-
-    /// `print:`. Any value; an error that nobody else is told about comes as a ready-made log entry: a dictionary with
-    /// "level" = "error", "stringValue" and "payload".
-    virtual void print(const QVariant &value) = 0;
-    /// `scriptEncounteredException:`. Comes once for each exception that leaves the script.
-    virtual void scriptEncounteredException(const ScriptException &exception) = 0;
-};
-
-/// Who is told when a session has nothing on its stack any more after an event: a timer, a promise, a callback. Main
-/// thread only.
-class KORVAN_EXPORT COFlowDelegate
-{
-public:
-    virtual ~COFlowDelegate();
-    virtual void didClearEventStack(COScript *session) = 0;
-};
 
 /// One script session: a global scope of its own, in which sources are evaluated and their functions called. Held by
 /// a shared pointer. Main thread only; needs the environment's main queue.
@@ -48,7 +25,7 @@ public:
 class KORVAN_EXPORT COScript
 {
 public:
-    using CoreModules = QMap<QString, QUrl>;
+    using CoreModules = ScriptCoreModules;
 
     /// Starts the engine, so that the first session does not wait for it. May be called more than once.
     static void listen();

@@ -2,6 +2,7 @@
 
 #include "platform/script/ScriptContext.h"
 #include "platform/script/ScriptDictionaryViews.h"
+#include "platform/script/ScriptLiveValue.h"
 #include "platform/script/ScriptValue.h"
 #include "platform/script/ScriptWrappers.h"
 
@@ -11,6 +12,9 @@
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
+
+/// The largest whole number that a script's number holds without loss.
+inline constexpr double largestExactInteger = 9007199254740991.0;
 
 /// Whoever calls the functions that scripts have handed to C++.
 class ScriptFunctionCaller
@@ -28,7 +32,7 @@ public:
 ///
 /// To C++: the same backwards; a whole number becomes qlonglong, any other double; plain objects become QVariantMap;
 /// bytes of other typed arrays become a list of their numbers. Everything else becomes a ScriptValue.
-class ScriptConverter final : public ScriptValueCoder
+class ScriptConverter final : public ScriptValueCoder, public ScriptLiveValueOwner
 {
 public:
     ScriptConverter(ScriptContext &context, ScriptWrappers &wrappers, ScriptFunctionCaller &caller);
@@ -47,8 +51,13 @@ public:
     void settle(const ScriptValue &promise, const QVariant &value);
 
 private:
-    class Storage;
     struct Traversal;
+
+    // ScriptLiveValueOwner
+    void forget(ScriptLiveValue *value) override { m_liveValues.erase(value); }
+    QString describe(JSValueRef value) override;
+    QVariant copy(JSValueRef value) override;
+    QVariant callFunction(JSObjectRef function, const QVariantList &arguments) override;
 
     JSValueRef numberToScript(const QVariant &value) const;
     JSValueRef bytesToScript(const QByteArray &bytes, JSValueRef *exception) const;
@@ -83,5 +92,5 @@ private:
     ProtectedValue m_promisePrototype;
     /// For functions that the collector owns: the way back here, as long as there is one.
     std::shared_ptr<ScriptConverter *> m_self;
-    std::unordered_set<Storage *> m_storages;
+    std::unordered_set<ScriptLiveValue *> m_liveValues;
 };

@@ -41,7 +41,7 @@ bool isRelative(const QString &name)
 
 } // namespace
 
-ScriptModules::ScriptModules(const QMap<QString, QUrl> &coreModules)
+ScriptModules::ScriptModules(const ScriptCoreModules &coreModules)
     : m_coreModules(coreModules)
 {
 }

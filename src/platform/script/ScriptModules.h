@@ -1,10 +1,10 @@
 #pragma once
 
 #include "platform/Result.h"
+#include "platform/script/ScriptCoreModules.h"
 
 #include <QByteArray>
 #include <QHash>
-#include <QMap>
 #include <QString>
 #include <QUrl>
 
@@ -14,7 +14,7 @@
 class ScriptModules
 {
 public:
-    explicit ScriptModules(const QMap<QString, QUrl> &coreModules);
+    explicit ScriptModules(const ScriptCoreModules &coreModules);
 
     /// The script that asks when no module does, and the folder that its modules have to lie in.
     void setMainScript(const QByteArray &scriptPath, const QByteArray &folder);
@@ -39,7 +39,7 @@ private:
     Result<Place> find(const QString &name, const Place &requirer) const;
     QString add(const Place &place);
 
-    QMap<QString, QUrl> m_coreModules;
+    ScriptCoreModules m_coreModules;
     Place m_mainScript;
     QHash<QString, Place> m_places;
 };

@@ -4,6 +4,7 @@
 #include "platform/LTAppEnvironment.h"
 #include "platform/MainQueue.h"
 #include "platform/script/CODebugController.h"
+#include "platform/script/ScriptConsole.h"
 #include "platform/script/ScriptErrors.h"
 #include "platform/script/ScriptPreprocessor.h"
 
@@ -38,9 +39,10 @@ ScriptSession::Live::Live(ScriptSession &session)
     , timers(LTAppEnvironment::current().mainQueue(), [&session](int id) { session.fireTimer(id); })
 {
     operations.setConverter(&converter);
+    installConsole(context);
 }
 
-ScriptSession::ScriptSession(const COScript::CoreModules &coreModules, const QString &name)
+ScriptSession::ScriptSession(const ScriptCoreModules &coreModules, const QString &name)
     : m_name(name)
     , m_modules(coreModules)
     , m_live(std::make_unique<Live>(*this))
@@ -98,12 +100,23 @@ void ScriptSession::deleteObject(const QString &name)
 void ScriptSession::useScriptFile()
 {
     const auto url = m_environment.value(QStringLiteral("scriptURL")).toUrl();
-    const auto script = pathFromFileURL(url);
-    const auto folder = m_moduleFolder.isEmpty() ? pathWithoutLastComponent(script) : pathFromFileURL(m_moduleFolder);
+    if (url == m_scriptFile)
+        return;
+    m_scriptFile = url;
     m_scriptURL = absoluteString(url);
-    m_modules.setMainScript(script, folder);
-    m_locations.addFolder(folder);
     m_locations.setOffset(m_scriptURL, m_sourceOffset);
+}
+
+QByteArray ScriptSession::folderOfModules() const
+{
+    return m_moduleFolder.isEmpty() ? pathWithoutLastComponent(pathFromFileURL(m_scriptFile))
+                                    : pathFromFileURL(m_moduleFolder);
+}
+
+const ScriptLocations &ScriptSession::locations()
+{
+    m_locations.addFolder(folderOfModules());
+    return m_locations;
 }
 
 QVariant ScriptSession::execute(const QString &source)
@@ -342,8 +355,8 @@ ScriptException ScriptSession::takeStop()
     if (m_live)
         m_live->context.evaluate(nothing, nothing, &leftOver);
 
-    const auto frames = m_locations.frames(std::exchange(m_stopStack, {}));
-    const auto place = frames.isEmpty() ? ScriptLocations::Frame {{}, m_locations.fileName(m_scriptURL), 0, 0} : frames.first();
+    const auto frames = locations().frames(std::exchange(m_stopStack, {}));
+    const auto place = frames.isEmpty() ? ScriptLocations::Frame {{}, locations().fileName(m_scriptURL), 0, 0} : frames.first();
     const auto message = QStringLiteral("The script of the command \"%1\" was stopped: it ran for more than %2 seconds.");
     return ScriptException(message.arg(m_name, QString::number(m_timeLimit)), place.file, place.line, place.column,
         ScriptLocations::text(frames));
@@ -361,7 +374,7 @@ std::optional<ScriptException> ScriptSession::takeError(JSValueRef exception)
 
 ScriptException ScriptSession::read(JSValueRef thrown)
 {
-    return readScriptException(m_live->context, m_live->converter, m_locations, thrown, m_scriptURL);
+    return readScriptException(m_live->context, m_live->converter, locations(), thrown, m_scriptURL);
 }
 
 void ScriptSession::signal(const ScriptException &error)

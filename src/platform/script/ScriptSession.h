@@ -1,13 +1,16 @@
 #pragma once
 
-#include "platform/script/COScript.h"
+#include "platform/script/COFlowDelegate.h"
+#include "platform/script/COPrintController.h"
 #include "platform/script/ScriptContext.h"
 #include "platform/script/ScriptConverter.h"
+#include "platform/script/ScriptCoreModules.h"
 #include "platform/script/ScriptLocations.h"
 #include "platform/script/ScriptModules.h"
 #include "platform/script/ScriptOperations.h"
 #include "platform/script/ScriptTimers.h"
 #include "platform/script/ScriptWrappers.h"
+#include "platform/script/SourceOffset.h"
 
 #include <memory>
 #include <optional>
@@ -23,7 +26,7 @@ class ScriptSession final : public ScriptContextClient,
                             public std::enable_shared_from_this<ScriptSession>
 {
 public:
-    ScriptSession(const COScript::CoreModules &coreModules, const QString &name);
+    ScriptSession(const ScriptCoreModules &coreModules, const QString &name);
     ~ScriptSession() override;
 
     static void setFlowDelegate(const std::weak_ptr<COFlowDelegate> &delegate);
@@ -105,6 +108,8 @@ private:
     void tellFlowDelegate();
 
     void useScriptFile();
+    QByteArray folderOfModules() const;
+    const ScriptLocations &locations();
     JSValueRef printValue(JSValueRef value, JSValueRef *exception);
     JSValueRef printError(JSValueRef value, JSValueRef *exception);
     JSValueRef stackText(JSValueRef stack);
@@ -128,6 +133,7 @@ private:
 
     ScriptModules m_modules;
     ScriptLocations m_locations;
+    QUrl m_scriptFile;
     QString m_scriptURL;
     QStringList m_evaluatedTexts;
     QVariantMap m_pushedObjects;

@@ -86,7 +86,7 @@ JSValueRef ScriptSession::printError(JSValueRef value, JSValueRef *exception)
 JSValueRef ScriptSession::stackText(JSValueRef stack)
 {
     QString lines;
-    const auto frames = m_locations.frames(m_live->context.textOf(stack));
+    const auto frames = locations().frames(m_live->context.textOf(stack));
     for (const auto &frame : frames)
         lines += QStringLiteral("\n    at ") + frame.text();
     return m_live->context.makeString(lines);
@@ -100,6 +100,7 @@ JSValueRef ScriptSession::resolveModule(JSValueRef name, JSValueRef requirer, JS
                                            .arg(m_live->converter.description(name)));
         return nullptr;
     }
+    m_modules.setMainScript(pathFromFileURL(m_scriptFile), folderOfModules());
     const auto file = m_modules.resolve(context.textOf(name), context.textOf(requirer));
     if (file)
         return context.makeString(file.value());

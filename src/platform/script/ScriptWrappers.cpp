@@ -10,38 +10,12 @@ struct ScriptWrappers::Link
     ScriptOperationHandler *handler;
 };
 
-/// What the engine keeps for us inside a value that only the prelude's classes hold.
+/// What a wrapper keeps in its private field. Owned by the collector.
 struct ScriptWrappers::Box
 {
-    virtual ~Box() = default;
-    virtual ObjectBox *asObject() { return nullptr; }
-    virtual const ScriptOperation *asOperation() { return nullptr; }
-};
-
-struct ScriptWrappers::ObjectBox final : Box
-{
-    ObjectBox(std::weak_ptr<ScriptObject> boxedObject, const char *name, std::shared_ptr<Link> sessionLink)
-        : object(std::move(boxedObject))
-        , className(name)
-        , link(std::move(sessionLink))
-    {
-    }
-    ObjectBox *asObject() override { return this; }
-
     std::weak_ptr<ScriptObject> object;
     const char *className;
     std::shared_ptr<Link> link;
-};
-
-struct ScriptWrappers::OperationBox final : Box
-{
-    explicit OperationBox(const ScriptOperation *boxedOperation)
-        : operation(boxedOperation)
-    {
-    }
-    const ScriptOperation *asOperation() override { return operation; }
-
-    const ScriptOperation *operation;
 };
 
 struct ScriptWrappers::ClassRecord
@@ -86,6 +60,16 @@ JSObjectRef objectOf(JSValueRef value)
     return const_cast<JSObjectRef>(value);
 }
 
+/// A class of the engine for values that only the prelude's classes hold, never a script.
+JSClassRef makePrivateClass(const char *name, JSObjectFinalizeCallback finalize)
+{
+    auto definition = kJSClassDefinitionEmpty;
+    definition.className = name;
+    definition.attributes = kJSClassAttributeNoAutomaticPrototype;
+    definition.finalize = finalize;
+    return JSClassCreate(&definition);
+}
+
 } // namespace
 
 ScriptWrappers::ScriptWrappers(ScriptContext &context, ScriptOperationHandler &handler)
@@ -99,18 +83,6 @@ ScriptWrappers::~ScriptWrappers()
     m_link->handler = nullptr;
     for (auto &[object, known] : m_known)
         release(known);
-}
-
-JSClassRef ScriptWrappers::boxClass()
-{
-    static const JSClassRef created = [] {
-        auto definition = kJSClassDefinitionEmpty;
-        definition.className = "Box";
-        definition.attributes = kJSClassAttributeNoAutomaticPrototype;
-        definition.finalize = [](JSObjectRef object) { delete static_cast<Box *>(JSObjectGetPrivate(object)); };
-        return JSClassCreate(&definition);
-    }();
-    return created;
 }
 
 JSObjectRef ScriptWrappers::operationFunction()
@@ -130,8 +102,10 @@ JSValueRef ScriptWrappers::wrap(const ScriptObjectPointer &object, JSValueRef *e
     const auto *const classRecord = record(scriptClass, exception);
     if (!classRecord)
         return nullptr;
-    auto *const box = JSObjectMake(m_context.ref(), boxClass(), new ObjectBox(object, scriptClass.name, m_link));
-    const JSValueRef argument = box;
+    static const JSClassRef boxClass = makePrivateClass(
+        "Box", [](JSObjectRef box) { delete static_cast<Box *>(JSObjectGetPrivate(box)); });
+    const JSValueRef argument
+        = JSObjectMake(m_context.ref(), boxClass, new Box {object, scriptClass.name, m_link});
     const auto wrapper = m_context.call(classRecord->make.object(), {&argument, 1}, exception);
     if (wrapper)
         remember(object, objectOf(wrapper));
@@ -222,7 +196,8 @@ JSValueRef ScriptWrappers::makeOperation(std::span<const JSValueRef> arguments) 
     const auto id = quintptr(JSValueToNumber(context, arguments[0], nullptr));
     const auto index = std::size_t(JSValueToNumber(context, arguments[1], nullptr));
     const auto &scriptClass = *m_classes.at(reinterpret_cast<const ScriptClass *>(id)).scriptClass;
-    return JSObjectMake(context, boxClass(), new OperationBox(&scriptClass.operations[index]));
+    static const JSClassRef operationClass = makePrivateClass("Operation", nullptr);
+    return JSObjectMake(context, operationClass, const_cast<ScriptOperation *>(&scriptClass.operations[index]));
 }
 
 bool ScriptWrappers::isWrapper(JSValueRef prototype) const
@@ -237,16 +212,15 @@ ScriptObjectPointer ScriptWrappers::unwrap(JSObjectRef wrapper, JSValueRef proto
     const auto value = m_context.call(classRecord->boxOf.object(), {&argument, 1}, nullptr);
     if (!value || !JSValueIsObject(m_context.ref(), value))
         return nullptr;
-    auto *const box = static_cast<Box *>(JSObjectGetPrivate(objectOf(value)));
-    return box && box->asObject() ? box->asObject()->object.lock() : nullptr;
+    return static_cast<Box *>(JSObjectGetPrivate(objectOf(value)))->object.lock();
 }
 
 JSValueRef ScriptWrappers::operationCallback(
     JSContextRef context, JSObjectRef, JSObjectRef, size_t count, const JSValueRef arguments[], JSValueRef *exception)
 {
     // Both come from the private fields and variables of a class made here: they are what they have to be.
-    auto *const receiver = static_cast<Box *>(JSObjectGetPrivate(objectOf(arguments[0])))->asObject();
-    const auto *const operation = static_cast<Box *>(JSObjectGetPrivate(objectOf(arguments[1])))->asOperation();
+    const auto *const receiver = static_cast<Box *>(JSObjectGetPrivate(objectOf(arguments[0])));
+    const auto *const operation = static_cast<ScriptOperation *>(JSObjectGetPrivate(objectOf(arguments[1])));
     auto *const handler = receiver->link->handler;
     if (!handler) {
         *exception = ScriptContext::endedError(context);

@@ -43,8 +43,6 @@ private:
     struct ClassRecord;
     struct Link;
     struct Box;
-    struct ObjectBox;
-    struct OperationBox;
 
     /// A wrapper as found again by its object's address, which may meanwhile be another object's.
     struct Known
@@ -54,7 +52,6 @@ private:
         ProtectedValue strongWrapper;
     };
 
-    static JSClassRef boxClass();
     static JSValueRef operationCallback(
         JSContextRef, JSObjectRef, JSObjectRef, size_t, const JSValueRef[], JSValueRef *);
 

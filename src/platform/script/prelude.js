@@ -1,6 +1,6 @@
-// The globals of every session. This runs at the start of each one, so it only names them: what they do is in library.js,
-// loaded when one of them is first used. The text is constant and short, because the engine compiles it once per process,
-// but copies and hashes it for each session.
+// The globals of every session, but for the console. This runs at the start of each one, so it only names them: what they
+// do is in library.js, loaded when one of them is first used. The text is constant and short, because the engine compiles
+// it once per process, but copies and hashes it for each session.
 //
 // `host(code, ...)` asks the session for something; the codes are those of HostFunction.
 (function (host) {
@@ -11,24 +11,6 @@
 
     global.print = function print(value) { host(PRINT, value); };
     global.log = function log(...values) { (library ??= host(LIBRARY)).console.log(...values); };
-    global.console = {
-        log(...values) { (library ??= host(LIBRARY)).console.log(...values); },
-        info(...values) { (library ??= host(LIBRARY)).console.info(...values); },
-        debug(...values) { (library ??= host(LIBRARY)).console.debug(...values); },
-        warn(...values) { (library ??= host(LIBRARY)).console.warn(...values); },
-        dir(...values) { (library ??= host(LIBRARY)).console.dir(...values); },
-        error(...values) { (library ??= host(LIBRARY)).console.error(...values); },
-        trace(...values) { (library ??= host(LIBRARY)).console.trace(...values); },
-        assert(...values) { (library ??= host(LIBRARY)).console.assert(...values); },
-        time(...values) { (library ??= host(LIBRARY)).console.time(...values); },
-        timeLog(...values) { (library ??= host(LIBRARY)).console.timeLog(...values); },
-        timeEnd(...values) { (library ??= host(LIBRARY)).console.timeEnd(...values); },
-        count(...values) { (library ??= host(LIBRARY)).console.count(...values); },
-        countReset(...values) { (library ??= host(LIBRARY)).console.countReset(...values); },
-        group(...values) { (library ??= host(LIBRARY)).console.group(...values); },
-        groupEnd(...values) { (library ??= host(LIBRARY)).console.groupEnd(...values); },
-        table(...values) { (library ??= host(LIBRARY)).console.table(...values); },
-    };
     global.require = function require(name) { return (library ??= host(LIBRARY)).requireModule(name, ''); };
     global.setTimeout = function setTimeout(callback, delay, ...values) {
         return (library ??= host(LIBRARY)).startTimer('setTimeout', callback, delay, false, values);

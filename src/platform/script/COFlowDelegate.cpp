@@ -1,0 +1,3 @@
+#include "platform/script/COFlowDelegate.h"
+
+COFlowDelegate::~COFlowDelegate() = default;

@@ -1,0 +1,3 @@
+#include "platform/script/COPrintController.h"
+
+COPrintController::~COPrintController() = default;
