@@ -1,5 +1,5 @@
-// How fast a script calls a declared C++ operation and gets its answer, beside a bare callback of the engine that does the
-// same. The ratio here is of rates: 1 is as fast as the bare callback.
+// How fast a script calls a declared C++ operation and gets its answer, beside a bare callback of the engine that does
+// the same. The ratio here is of rates: 1 is as fast as the bare callback.
 
 #include "platform/script/COScript.h"
 #include "platform/script/ScriptClass.h"
@@ -28,7 +28,7 @@ public:
             scriptOperation<&Target::text>("text"),
             scriptOperation<&Target::setNumber>("setNumber"),
         };
-        static constexpr ScriptClass scriptClass {"Target", operations};
+        static constexpr ScriptClass scriptClass{"Target", operations};
         return scriptClass;
     }
 
@@ -89,8 +89,7 @@ private:
 
 void calls(benchmark::State &state, const QString &call)
 {
-    const auto loop
-        = QStringLiteral("for (let i = 0; i < %1; ++i) { %2; }").arg(QString::number(callsPerRound), call);
+    const auto loop = QStringLiteral("for (let i = 0; i < %1; ++i) { %2; }").arg(QString::number(callsPerRound), call);
     BareTarget bare;
     const auto target = std::make_shared<Target>();
     COScript session({}, QStringLiteral("bench"));

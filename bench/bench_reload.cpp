@@ -104,8 +104,7 @@ struct Fixture
 {
     explicit Fixture(int count)
         : generated(generateBundles(folder.path(), count))
-    {
-    }
+    { }
 
     QTemporaryDir folder;
     GeneratedBundles generated;
@@ -137,8 +136,8 @@ void memory(benchmark::State &state)
         state.counters["icon_MB"] = double(fixture.generated.iconBytes) / 1e6;
         state.counters["allowed_MB"] = allowed / 1e6;
         state.counters["ratio"] = bytes / allowed;
-        state.counters["bytes_per_command_above_text"]
-            = (bytes - double(fixture.generated.textBytes)) / fixture.generated.commands;
+        state.counters["bytes_per_command_above_text"] =
+            (bytes - double(fixture.generated.textBytes)) / fixture.generated.commands;
     }
 }
 

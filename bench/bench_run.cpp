@@ -69,11 +69,11 @@ void runBare(const QByteArray &source)
 {
     static const ScriptString url("file:///tmp/bench.js");
     const auto context = JSGlobalContextCreateInGroup(ScriptEngine::instance().group(), nullptr);
-    const ScriptString text {QStringView(QString::fromUtf8(source))};
+    const ScriptString text{QStringView(QString::fromUtf8(source))};
     JSEvaluateScript(context, text.get(), nullptr, url.get(), 1, nullptr);
     const auto call = [context](const char *name, std::initializer_list<JSValueRef> arguments) {
-        const auto function
-            = JSObjectGetProperty(context, JSContextGetGlobalObject(context), ScriptString(name).get(), nullptr);
+        const auto function =
+            JSObjectGetProperty(context, JSContextGetGlobalObject(context), ScriptString(name).get(), nullptr);
         JSObjectCallAsFunction(
             context, const_cast<JSObjectRef>(function), nullptr, arguments.size(), arguments.begin(), nullptr);
     };
@@ -101,8 +101,7 @@ void changedSource(benchmark::State &state)
     const auto changed = [&] { return fixture.source + "// " + QByteArray::number(++version); };
     // Writing the file is no part of either: both measure a source that the engine has never seen.
     measureInterleaved(
-        state, [&] { runBare(changed()); },
-        [&] { fixture.command->run({}, &fixture.manager); },
+        state, [&] { runBare(changed()); }, [&] { fixture.command->run({}, &fixture.manager); },
         [&] { write(fixture.scriptPath, changed()); });
     LTAppEnvironment::current().userDefaults().setOverrides({});
 }

@@ -17,8 +17,7 @@ public:
     explicit Generator(const QString &folder)
         : m_folder(folder)
         , m_random(4711)
-    {
-    }
+    { }
 
     GeneratedBundles generate(int count)
     {
@@ -59,7 +58,8 @@ private:
         QByteArray source;
         for (int i = 0; source.size() < size; ++i) {
             source += "// " + text(60).toUtf8() + "\nfunction helper" + QByteArray::number(i)
-                + "(layer, index) {\n    var name = layer.name + ' ' + index;\n    if (name.length > 20) { return name.slice(0, 20); }\n"
+                + "(layer, index) {\n    var name = layer.name + ' ' + index;\n    if (name.length > 20) { return "
+                  "name.slice(0, 20); }\n"
                   "    return name;\n}\n";
         }
         return source + "function onRun(context) { return helper0({name: 'a'}, 1); }\n";
@@ -67,7 +67,7 @@ private:
 
     QJsonObject command(int index, int scriptCount)
     {
-        QJsonObject object {
+        QJsonObject object{
             {QStringLiteral("name"), QStringLiteral("Command %1").arg(index)},
             {QStringLiteral("identifier"), QStringLiteral("command-%1").arg(index)},
             {QStringLiteral("script"), QStringLiteral("script-%1.js").arg(index % scriptCount)},
@@ -76,9 +76,9 @@ private:
             object.insert(QStringLiteral("shortcut"), QStringLiteral("cmd shift %1").arg(index));
         if (index % 2 == 0) {
             object.insert(QStringLiteral("handlers"),
-                QJsonObject {{QStringLiteral("run"), QStringLiteral("onRun")},
+                QJsonObject{{QStringLiteral("run"), QStringLiteral("onRun")},
                     {QStringLiteral("actions"),
-                        QJsonObject {{QStringLiteral("SelectionChanged.finish"), QStringLiteral("onSelection")}}}});
+                        QJsonObject{{QStringLiteral("SelectionChanged.finish"), QStringLiteral("onSelection")}}}});
         }
         return object;
     }
@@ -91,7 +91,7 @@ private:
             commands.append(command(i, scriptCount));
             items.append(QStringLiteral("command-%1").arg(i));
         }
-        QJsonObject object {
+        QJsonObject object{
             {QStringLiteral("name"), QStringLiteral("Plug-in %1").arg(index)},
             {QStringLiteral("identifier"), QStringLiteral("com.example.plugin-%1").arg(index)},
             {QStringLiteral("version"), QStringLiteral("1.%1.%2").arg(index % 10).arg(index % 7)},
@@ -104,7 +104,7 @@ private:
             {QStringLiteral("description"), text(100 + int(m_random.bounded(900)))},
             {QStringLiteral("commands"), commands},
             {QStringLiteral("menu"),
-                QJsonObject {{QStringLiteral("title"), QStringLiteral("Plug-in %1").arg(index)},
+                QJsonObject{{QStringLiteral("title"), QStringLiteral("Plug-in %1").arg(index)},
                     {QStringLiteral("items"), items}}},
         };
         if (index % 3 == 0)

@@ -41,7 +41,9 @@ KRError missingManifest(const QString &url)
 
 KRError unparsedManifest(const QByteArray &path, const KRError &reason)
 {
-    return {{}, 0, QStringLiteral("Unable to parse manifest.json at URL: %1 error: %2").arg(urlText(path), reason.localizedDescription)};
+    return {{}, 0,
+        QStringLiteral("Unable to parse manifest.json at URL: %1 error: %2")
+            .arg(urlText(path), reason.localizedDescription)};
 }
 
 Result<QByteArray> readManifest(const QByteArray &path)
@@ -53,8 +55,8 @@ Result<QByteArray> readManifest(const QByteArray &path)
 }
 
 /// Puts a command into its plug-in's table; one of the same identifier gives way.
-void addCommand(CommandTable &table, const std::shared_ptr<KRPluginCommand> &command,
-    const std::shared_ptr<KRPluginBundle> &bundle)
+void addCommand(
+    CommandTable &table, const std::shared_ptr<KRPluginCommand> &command, const std::shared_ptr<KRPluginBundle> &bundle)
 {
     if (!command)
         return;
@@ -66,8 +68,7 @@ void addCommand(CommandTable &table, const std::shared_ptr<KRPluginCommand> &com
 
 KRPluginBundle::KRPluginBundle(Key, const QByteArray &path)
     : m_path(path)
-{
-}
+{ }
 
 KRPluginBundle::~KRPluginBundle() = default;
 
@@ -92,7 +93,7 @@ std::shared_ptr<KRPluginBundle> KRPluginBundle::initPluginBundleWithURL(const QU
         return nullptr;
     }
     const auto coreModules = coreModulesOfApplication();
-    PluginLoading loading {coreModules, {}, {}};
+    PluginLoading loading{coreModules, {}, {}};
     auto bundle = initWithPath(path, loading);
     deliver(loading.messages.messages());
     return bundle;
@@ -121,7 +122,7 @@ std::shared_ptr<KRPluginBundle> KRPluginBundle::initWithPath(const QByteArray &p
 void KRPluginBundle::makeCommands(std::vector<CommandEntry> &entries, PluginLoading &loading)
 {
     ScriptCache scripts;
-    CommandLoading commandLoading {scriptFolderOf(m_path), loading.coreModules, scripts, loading.messages};
+    CommandLoading commandLoading{scriptFolderOf(m_path), loading.coreModules, scripts, loading.messages};
     const auto self = std::static_pointer_cast<KRPluginBundle>(shared_from_this());
     m_commands.reserve(entries.size());
     for (auto &entry : entries)
@@ -153,8 +154,8 @@ void KRPluginBundle::readIcon(const QString &iconPath, LogMessages &messages)
     const auto path = resourcePath(m_path, iconPath);
     auto bytes = readFile(path, largestIcon);
     if (!bytes) {
-        messages.add(LogMessages::Recipient::User,
-            QStringLiteral("Could not read image data at %1").arg(displayPath(path)));
+        messages.add(
+            LogMessages::Recipient::User, QStringLiteral("Could not read image data at %1").arg(displayPath(path)));
     }
     m_iconInfo = std::make_shared<KRPluginBundleIconInfo>(
         iconPath, bytes ? std::optional(std::move(bytes).value()) : std::nullopt);
@@ -299,8 +300,8 @@ void KRPluginBundle::logErrorString(const QString &message)
     auto *const target = environment.logTarget();
     if (!target)
         return environment.systemLog(message);
-    const QVariantMap entry {
-        {QStringLiteral("payload"), QVariantList {message}},
+    const QVariantMap entry{
+        {QStringLiteral("payload"), QVariantList{message}},
         {QStringLiteral("stringValue"), message},
         {QStringLiteral("level"), QStringLiteral("error")},
     };

@@ -92,7 +92,7 @@ public:
 
 private:
     struct Key
-    {};
+    { };
 
 public:
     /// For initWithPath() alone.

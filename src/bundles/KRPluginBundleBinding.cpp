@@ -38,6 +38,6 @@ const ScriptClass &KRPluginBundle::scriptClass() const
         scriptOperation<&commandsForScript>("commands"),
         scriptOperation<&KRPluginBundle::menuDescription>("menuDescription"),
     };
-    static constexpr ScriptClass scriptClass {"KRPluginBundle", operations};
+    static constexpr ScriptClass scriptClass{"KRPluginBundle", operations};
     return scriptClass;
 }

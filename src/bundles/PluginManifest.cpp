@@ -9,14 +9,14 @@
 namespace {
 
 /// A reader for each key: bytes to field, without looking at any other key.
-template<class Target>
+template <class Target>
 struct Field
 {
     std::string_view key;
     void (*read)(Target &target, JSONView value);
 };
 
-template<class Target, std::size_t count>
+template <class Target, std::size_t count>
 void readFields(Target &target, JSONView object, const std::array<Field<Target>, count> &fields)
 {
     object.forEachMember([&](std::string_view key, JSONView value) {
@@ -36,7 +36,7 @@ std::optional<QString> versionOf(JSONView value)
 /// A text, or one of the few that nearly every table of handlers holds, which all of them then share.
 QString handlerText(std::string_view text)
 {
-    static const std::array<std::pair<std::string_view, QString>, 6> usual {{
+    static const std::array<std::pair<std::string_view, QString>, 6> usual{{
         {"run", KRPluginCommandRunHandlerKey},
         {"onRun", QStringLiteral("onRun")},
         {"setUp", KRPluginCommandSetUpHandlerKey},
@@ -78,7 +78,7 @@ HandlerTable handlerTableOf(JSONView value)
     return table;
 }
 
-constexpr std::array<Field<CommandEntry>, 7> commandFields {{
+constexpr std::array<Field<CommandEntry>, 7> commandFields{{
     {"script", [](CommandEntry &entry, JSONView value) { entry.script = value.string(); }},
     {"name", [](CommandEntry &entry, JSONView value) { entry.name = value.string(); }},
     {"identifier", [](CommandEntry &entry, JSONView value) { entry.identifier = value.string(); }},
@@ -106,7 +106,7 @@ void readCommands(PluginManifest &manifest, JSONView value)
     });
 }
 
-constexpr std::array<Field<PluginManifest>, 7> manifestFields {{
+constexpr std::array<Field<PluginManifest>, 7> manifestFields{{
     {"name", [](PluginManifest &manifest, JSONView value) { manifest.name = value.string(); }},
     {"identifier", [](PluginManifest &manifest, JSONView value) { manifest.identifier = value.string(); }},
     {"suppliesData",
@@ -131,7 +131,7 @@ void readMenu(PluginDetails &details, JSONView value)
     details.menu = value.isObject() ? std::optional(value.toVariant().toMap()) : std::nullopt;
 }
 
-constexpr std::array<Field<PluginDetails>, 8> detailFields {{
+constexpr std::array<Field<PluginDetails>, 8> detailFields{{
     {"author", [](PluginDetails &details, JSONView value) { details.author = value.string(); }},
     {"authorEmail", [](PluginDetails &details, JSONView value) { details.authorEmail = value.string(); }},
     {"description", [](PluginDetails &details, JSONView value) { details.pluginDescription = value.string(); }},
@@ -151,9 +151,9 @@ Result<PluginManifest> parsePluginManifest(const QByteArray &text, JSONParser &p
     if (!root)
         return root.error();
     if (root.value().isArray())
-        return KRError {QStringLiteral("json"), 0, QStringLiteral("(null)")};
+        return KRError{QStringLiteral("json"), 0, QStringLiteral("(null)")};
     if (!root.value().isObject()) {
-        return KRError {QStringLiteral("json"), 0, QStringLiteral("The top level is neither an object nor an array.")};
+        return KRError{QStringLiteral("json"), 0, QStringLiteral("The top level is neither an object nor an array.")};
     }
     PluginManifest manifest;
     readFields(manifest, root.value(), manifestFields);

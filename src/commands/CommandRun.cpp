@@ -9,11 +9,9 @@ CommandRun::CommandRun(std::shared_ptr<KRPluginCommand> started, std::optional<Q
     , m_function(std::move(function))
     , m_key(std::move(key))
     , m_manager(manager)
-{
-}
+{ }
 
-std::optional<QString> CommandRun::perform(
-    const QVariantMap &context, const KRPluginCommand::Completion &onComplete)
+std::optional<QString> CommandRun::perform(const QVariantMap &context, const KRPluginCommand::Completion &onComplete)
 {
     begin();
     try {

@@ -21,7 +21,7 @@ struct Module
 const std::vector<Module> &modules()
 {
     static const std::vector<Module> all = [] {
-        std::vector<Module> result {
+        std::vector<Module> result{
             {QStringLiteral("korvan"), QStringLiteral("KorvanAPI")},
             {QStringLiteral("korvan/async"), QStringLiteral("KorvanAPI_async")},
             {QStringLiteral("korvan/data-supplier"), QStringLiteral("KorvanAPI_data-supplier")},

@@ -40,7 +40,7 @@ std::shared_ptr<KRPluginCommand> KRPluginCommand::commandWithJSON(
         return nullptr;
     const auto coreModules = coreModulesOfApplication();
     LogMessages messages;
-    CommandLoading loading {pathFromFileURL(scriptsURL), coreModules, scripts, messages};
+    CommandLoading loading{pathFromFileURL(scriptsURL), coreModules, scripts, messages};
     auto command = commandWithEntry(std::move(*read), loading);
     for (const auto &message : messages.messages())
         LTAppEnvironment::current().systemLog(message.text);
@@ -57,8 +57,7 @@ std::shared_ptr<KRPluginCommand> KRPluginCommand::commandWithEntry(CommandEntry 
     auto handlers = handlersOfEntry(entry);
     auto name = entry.name ? std::move(*entry.name) : defaultName(*entry.script);
     auto identifier = entry.identifier ? std::move(*entry.identifier) : name.toLower();
-    const auto scope
-        = entry.scope == KRPluginCommandScopeApplicationValue ? Scope::Application : Scope::Document;
+    const auto scope = entry.scope == KRPluginCommandScopeApplicationValue ? Scope::Application : Scope::Document;
     return std::make_shared<KRPluginCommand>(std::move(script), std::move(identifier), std::move(name),
         std::move(handlers), std::move(entry.shortcut), scope, loading.coreModules);
 }
@@ -67,16 +66,15 @@ KRPluginCommand::KRPluginCommand(std::shared_ptr<KRPluginScript> script, const s
     const std::optional<QString> &name, const OrderedVariantDictionary &handlers,
     const std::optional<QString> &shortcut, Scope scope)
     : KRPluginCommand(std::move(script), identifier, name,
-        std::make_shared<const HandlerIndex>(flattenedHandlerIndexWithHandlers(handlers)), shortcut, scope, coreModulesOfApplication())
-{
-}
+        std::make_shared<const HandlerIndex>(flattenedHandlerIndexWithHandlers(handlers)), shortcut, scope,
+        coreModulesOfApplication())
+{ }
 
 KRPluginCommand::KRPluginCommand(std::shared_ptr<KRPluginScript> script, const std::optional<QString> &identifier,
     const std::optional<QString> &name, const QString &runHandler, Scope scope)
     : KRPluginCommand(std::move(script), identifier, name,
-        OrderedVariantDictionary {{KRPluginCommandRunHandlerKey, runHandler}}, std::nullopt, scope)
-{
-}
+        OrderedVariantDictionary{{KRPluginCommandRunHandlerKey, runHandler}}, std::nullopt, scope)
+{ }
 
 KRPluginCommand::KRPluginCommand(std::shared_ptr<KRPluginScript> script, std::optional<QString> identifier,
     std::optional<QString> name, std::shared_ptr<const HandlerIndex> handlers, std::optional<QString> shortcut,
@@ -88,8 +86,7 @@ KRPluginCommand::KRPluginCommand(std::shared_ptr<KRPluginScript> script, std::op
     , m_shortcut(std::move(shortcut))
     , m_scope(scope)
     , m_coreModuleMap(coreModules)
-{
-}
+{ }
 
 KRPluginCommand::~KRPluginCommand() = default;
 
@@ -132,8 +129,8 @@ const KRPluginCommandSpecifier &KRPluginCommand::commandSpecifier() const
 {
     if (!m_commandSpecifier) {
         const auto bundle = pluginBundle();
-        m_commandSpecifier = std::make_unique<KRPluginCommandSpecifier>(
-            bundle ? bundle->identifier() : std::nullopt, m_identifier);
+        m_commandSpecifier =
+            std::make_unique<KRPluginCommandSpecifier>(bundle ? bundle->identifier() : std::nullopt, m_identifier);
     }
     return *m_commandSpecifier;
 }

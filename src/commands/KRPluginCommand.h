@@ -29,10 +29,7 @@
 class KORVAN_EXPORT KRPluginCommand final : public ScriptObject, public COPrintController
 {
 public:
-    enum class Scope {
-        Document = 0,
-        Application = 1
-    };
+    enum class Scope { Document = 0, Application = 1 };
 
     using Completion = KRPluginCommandManager::Completion;
 
@@ -99,8 +96,8 @@ public:
         const QVariantMap &context, KRPluginCommandManager *manager, const Completion &onComplete);
     std::optional<QString> runHandlerWithKey(
         const QString &key, const QVariantMap &context, KRPluginCommandManager *manager);
-    std::optional<QString> runHandlerWithKey(const QString &key, const QVariantMap &context,
-        KRPluginCommandManager *manager, const Completion &onComplete);
+    std::optional<QString> runHandlerWithKey(
+        const QString &key, const QVariantMap &context, KRPluginCommandManager *manager, const Completion &onComplete);
     std::optional<QString> runHandler(
         const QString &function, const QVariantMap &context, KRPluginCommandManager *manager);
     std::optional<QString> runHandler(const QString &function, const QVariantMap &context,

@@ -40,6 +40,6 @@ const ScriptClass &KRPluginCommand::scriptClass() const
         scriptOperation<&KRPluginCommand::log>("log_atLevel"),
         scriptOperation<&KRPluginCommand::logString>("logString"),
     };
-    static constexpr ScriptClass scriptClass {"KRPluginCommand", operations};
+    static constexpr ScriptClass scriptClass{"KRPluginCommand", operations};
     return scriptClass;
 }

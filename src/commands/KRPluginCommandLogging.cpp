@@ -46,9 +46,9 @@ void KRPluginCommand::scriptEncounteredException(const ScriptException &)
 void KRPluginCommand::log(const QVariant &value, const QString &atLevel)
 {
     auto entry = isReadyMadeEntry(value) ? value.toMap()
-                                         : QVariantMap {
+                                         : QVariantMap{
                                              {commandKey, QVariant::fromValue(weak_from_this())},
-                                             {payloadKey, QVariantList {isNil(value) ? QStringLiteral("null") : value}},
+                                             {payloadKey, QVariantList{isNil(value) ? QStringLiteral("null") : value}},
                                              {stringValueKey, descriptionOfValue(value)},
                                              {levelKey, atLevel},
                                          };

@@ -30,6 +30,5 @@ public:
     virtual std::shared_ptr<KRPluginCommand> stopTrackingLongRunningCommandWithSpecifier(
         const KRPluginCommandSpecifier &specifier) = 0;
     /// Keeps the command, and calls back when its session has finished. The callback may be null.
-    virtual void trackLongRunningCommand(
-        const std::shared_ptr<KRPluginCommand> &command, Completion onComplete) = 0;
+    virtual void trackLongRunningCommand(const std::shared_ptr<KRPluginCommand> &command, Completion onComplete) = 0;
 };

@@ -59,8 +59,8 @@ std::optional<QString> KRPluginCommand::runHandler(
     return runHandler(function, context, manager, nullptr);
 }
 
-std::optional<QString> KRPluginCommand::runHandler(const QString &function, const QVariantMap &context,
-    KRPluginCommandManager *manager, const Completion &onComplete)
+std::optional<QString> KRPluginCommand::runHandler(
+    const QString &function, const QVariantMap &context, KRPluginCommandManager *manager, const Completion &onComplete)
 {
     return runHandler(function, function, context, manager, onComplete);
 }
@@ -77,7 +77,8 @@ std::optional<QString> KRPluginCommand::runHandler(const std::optional<QString> 
 
 void KRPluginCommand::newSessionForURL(const QUrl &url, bool shouldReload)
 {
-    const auto session = std::make_shared<COScript>(m_coreModuleMap, commandSpecifier().stringValue().value_or(QString()));
+    const auto session =
+        std::make_shared<COScript>(m_coreModuleMap, commandSpecifier().stringValue().value_or(QString()));
     session->setPrintController(std::static_pointer_cast<KRPluginCommand>(shared_from_this()));
     setSession(session);
     setErrorInScript(false);

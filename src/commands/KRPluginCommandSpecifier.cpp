@@ -8,8 +8,7 @@ KRPluginCommandSpecifier::KRPluginCommandSpecifier(
     const std::optional<QString> &pluginBundleIdentifier, const std::optional<QString> &commandIdentifier)
     : m_pluginBundleIdentifier(pluginBundleIdentifier)
     , m_commandIdentifier(commandIdentifier)
-{
-}
+{ }
 
 std::optional<QString> KRPluginCommandSpecifier::stringValue() const
 {

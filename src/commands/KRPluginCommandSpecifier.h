@@ -15,8 +15,8 @@ class KORVAN_EXPORT KRPluginCommandSpecifier
 public:
     KRPluginCommandSpecifier() = default;
     /// `initWithPluginBundleIdentifier:commandIdentifier:`. Either may be nil.
-    KRPluginCommandSpecifier(const std::optional<QString> &pluginBundleIdentifier,
-        const std::optional<QString> &commandIdentifier);
+    KRPluginCommandSpecifier(
+        const std::optional<QString> &pluginBundleIdentifier, const std::optional<QString> &commandIdentifier);
 
     const std::optional<QString> &pluginBundleIdentifier() const { return m_pluginBundleIdentifier; }
     const std::optional<QString> &commandIdentifier() const { return m_commandIdentifier; }

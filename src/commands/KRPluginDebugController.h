@@ -7,5 +7,5 @@
 class KORVAN_EXPORT KRPluginDebugController final : public CODebugControllerDelegate
 {
 public:
-    void output(const QString &, const QVariantList &) override {}
+    void output(const QString &, const QVariantList &) override { }
 };

@@ -13,8 +13,7 @@ class ScriptFile final : public KRPluginScript
 public:
     explicit ScriptFile(const QByteArray &path)
         : KRPluginScript(path)
-    {
-    }
+    { }
 };
 
 Result<QByteArray> readSource(const QByteArray &path)
@@ -29,8 +28,7 @@ Result<QByteArray> readSource(const QByteArray &path)
 
 KRPluginScript::KRPluginScript(const QByteArray &path)
     : m_path(path)
-{
-}
+{ }
 
 KRPluginScript::KRPluginScript(const std::optional<QString> &script, const QString &filename)
     : m_filename(filename)

@@ -9,31 +9,28 @@ class StandaloneFile final : public KRPluginStandaloneScript
 public:
     explicit StandaloneFile(const QByteArray &path)
         : KRPluginStandaloneScript(path)
-    {
-    }
+    { }
 };
 
 // The blanks at the beginning of each line, and at the end of the function, are part of the format.
-const auto bodyTemplate = QStringLiteral(
-    "                         // Standalone Script Begins.\n"
-    "                         var doc = context.document;\n"
-    "                         if (doc && typeof(doc) !== 'undefined') context.doc = doc;\n"
-    "                         var selection = context.selection;\n"
-    "                         var korvan = context;\n"
-    "                         %1\n"
-    "                         // Standalone Script Ends.\n");
-const auto functionTemplate = QStringLiteral(
-    "          var %1 = function(context) {\n"
-    "          %2\n"
-    "          };\n"
-    "          ");
+const auto bodyTemplate =
+    QStringLiteral("                         // Standalone Script Begins.\n"
+                   "                         var doc = context.document;\n"
+                   "                         if (doc && typeof(doc) !== 'undefined') context.doc = doc;\n"
+                   "                         var selection = context.selection;\n"
+                   "                         var korvan = context;\n"
+                   "                         %1\n"
+                   "                         // Standalone Script Ends.\n");
+const auto functionTemplate = QStringLiteral("          var %1 = function(context) {\n"
+                                             "          %2\n"
+                                             "          };\n"
+                                             "          ");
 
 } // namespace
 
 KRPluginStandaloneScript::KRPluginStandaloneScript(const QByteArray &path)
     : KRPluginScript(path)
-{
-}
+{ }
 
 std::shared_ptr<KRPluginStandaloneScript> KRPluginStandaloneScript::initWithURL(const QUrl &url, KRError *error)
 {

@@ -12,8 +12,7 @@ using Bundles = std::vector<std::shared_ptr<KRPluginBundle>>;
 bool isAtRest(const KRPluginBundle &bundle)
 {
     const auto &commands = bundle.commands();
-    return std::all_of(
-        commands.begin(), commands.end(), [](const auto &entry) { return entry.second->hasNeverRun(); });
+    return std::all_of(commands.begin(), commands.end(), [](const auto &entry) { return entry.second->hasNeverRun(); });
 }
 
 Bundles takeBundles(PluginTable &plugins)

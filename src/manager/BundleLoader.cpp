@@ -13,7 +13,7 @@ std::vector<LoadedBundle> loadBundles(const std::vector<QByteArray> &paths)
     std::vector<LoadedBundle> loaded(paths.size());
     std::atomic<std::size_t> next = 0;
     runInParallel(threadsFor(paths.size(), bundlesWorthAThread), [&](std::size_t) {
-        PluginLoading loading {coreModules, {}, {}};
+        PluginLoading loading{coreModules, {}, {}};
         for (auto index = next++; index < paths.size(); index = next++) {
             loaded[index].bundle = KRPluginBundle::initWithPath(paths[index], loading);
             loaded[index].messages = loading.messages.take();

@@ -22,8 +22,7 @@ class FlowDelegate final : public COFlowDelegate
 public:
     explicit FlowDelegate(KRPluginManager &manager)
         : m_manager(manager)
-    {
-    }
+    { }
     void didClearEventStack(COScript *session) override { m_manager.didClearEventStack(session); }
 
 private:
@@ -50,8 +49,7 @@ QSet<QUrl> folderURLs(const QSet<QByteArray> &paths)
 
 KRPluginManager::KRPluginManager()
     : KRPluginManager({}, nullptr, nullptr)
-{
-}
+{ }
 
 KRPluginManager::KRPluginManager(const QList<QUrl> &pluginsFolderURLs, std::shared_ptr<KRPluginUpdater> updater,
     std::shared_ptr<KRPluginManagingState> pluginStateManager)
@@ -208,8 +206,7 @@ void KRPluginManager::runHandlerWithKey(
     });
 }
 
-void KRPluginManager::trackLongRunningCommand(
-    const std::shared_ptr<KRPluginCommand> &command, Completion onComplete)
+void KRPluginManager::trackLongRunningCommand(const std::shared_ptr<KRPluginCommand> &command, Completion onComplete)
 {
     m_runningCommands->track(command, std::move(onComplete));
 }

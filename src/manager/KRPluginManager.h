@@ -24,8 +24,8 @@ class KRPluginUpdater;
 class RunningCommands;
 
 /// Posted on the environment's notification centre, by the manager, after each reload.
-inline const QString KRPluginManagerDidReloadPluginsNotification
-    = QStringLiteral("KRPluginManagerDidReloadPluginsNotification");
+inline const QString KRPluginManagerDidReloadPluginsNotification =
+    QStringLiteral("KRPluginManagerDidReloadPluginsNotification");
 
 /// The registry of installed plug-ins, and what a host asks of it. Main thread only; needs a running event loop for
 /// commands that stay running and for runs by identifier.
@@ -78,11 +78,11 @@ public:
     QString relativePathByDeletingCommonPathComponentsWithFileURL(const QUrl &url, const QUrl &fromURL) const;
     /// The plug-ins below a folder that is not among `visitedURLs`; the folders on the way join them. The relative
     /// path is not used: bundles are made from their URL alone.
-    PluginTable pluginsByResolvingFolderAtURL(const QUrl &url, QSet<QUrl> &visitedURLs,
-        const QString &relativeFolderPath, const QStringList &ignoredNames);
+    PluginTable pluginsByResolvingFolderAtURL(
+        const QUrl &url, QSet<QUrl> &visitedURLs, const QString &relativeFolderPath, const QStringList &ignoredNames);
     /// The same for a folder whose links were resolved already.
-    PluginTable pluginsFromResolvedFolderAtURL(const QUrl &url, QSet<QUrl> &visitedURLs,
-        const QString &relativeFolderPath, const QStringList &ignoredNames);
+    PluginTable pluginsFromResolvedFolderAtURL(
+        const QUrl &url, QSet<QUrl> &visitedURLs, const QString &relativeFolderPath, const QStringList &ignoredNames);
 
     // Enabling
 
@@ -92,8 +92,7 @@ public:
     /// `shouldEnablePluginIdentifier:withVersion:`. Whether a plug-in that a reload finds is enabled.
     bool shouldEnablePluginIdentifier(const QString &identifier, const std::optional<QString> &withVersion) const;
     /// `isPluginWithIdentifier:incompatibleWithVersion:`. False without a state store.
-    bool isPluginWithIdentifier(
-        const QString &identifier, const std::optional<QString> &incompatibleWithVersion) const;
+    bool isPluginWithIdentifier(const QString &identifier, const std::optional<QString> &incompatibleWithVersion) const;
     bool isIncompatiblePlugin(const std::shared_ptr<KRPluginBundle> &bundle) const;
     /// How many plug-ins were disabled for incompatibility; kept in the user defaults.
     qint64 numberOfIncompatiblePluginsDisabled() const { return m_numberOfIncompatiblePluginsDisabled; }
@@ -108,10 +107,9 @@ public:
     std::shared_ptr<KRPluginCommand> commandWithSpecifier(const KRPluginCommandSpecifier &specifier);
     /// Looks the command up now and runs it later, on the main queue, never inside this call. Nothing happens when
     /// there is no such command.
-    void runHandlerWithKey(const QString &key, const QString &fromCommand, const QString &inPlugin,
-        const QVariantMap &withContext);
-    void trackLongRunningCommand(
-        const std::shared_ptr<KRPluginCommand> &command, Completion onComplete) override;
+    void runHandlerWithKey(
+        const QString &key, const QString &fromCommand, const QString &inPlugin, const QVariantMap &withContext);
+    void trackLongRunningCommand(const std::shared_ptr<KRPluginCommand> &command, Completion onComplete) override;
     std::shared_ptr<KRPluginCommand> stopTrackingLongRunningCommandWithSpecifier(
         const KRPluginCommandSpecifier &specifier) override;
     /// Polls all tracked commands.

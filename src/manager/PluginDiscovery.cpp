@@ -21,8 +21,7 @@ class Registration
 public:
     explicit Registration(const ShouldEnablePlugin &shouldEnable)
         : m_shouldEnable(shouldEnable)
-    {
-    }
+    { }
 
     void enterFolder() { m_firstInFolder.push_back(m_latestNumber + 1); }
     void leaveFolder() { m_firstInFolder.pop_back(); }

@@ -19,7 +19,7 @@ QUrl unsavedPluginURL()
 
 QList<QUrl> configuredPluginFolders()
 {
-    QList<QUrl> folders {applicationPluginsFolder()};
+    QList<QUrl> folders{applicationPluginsFolder()};
     const auto &defaults = LTAppEnvironment::current().userDefaults();
     const auto paths = defaults.stringArrayForKey(QStringLiteral("AdditionalPluginFolders")).value_or(QStringList());
     for (const auto &text : paths) {
@@ -33,8 +33,8 @@ QList<QUrl> configuredPluginFolders()
 QStringList ignoredFolderNames()
 {
     const auto &defaults = LTAppEnvironment::current().userDefaults();
-    const QStringList always {QStringLiteral("node_modules"), QStringLiteral("vendor"), QStringLiteral("virtualenv"),
-        QStringLiteral(".git")};
+    const QStringList always{
+        QStringLiteral("node_modules"), QStringLiteral("vendor"), QStringLiteral("virtualenv"), QStringLiteral(".git")};
     return always + defaults.stringArrayForKey(QStringLiteral("IgnoredPlugins")).value_or(QStringList());
 }
 
@@ -43,8 +43,8 @@ QString relativePath(const QByteArray &from, const QByteArray &path)
     const auto fromComponents = from.split('/');
     const auto components = path.split('/');
     qsizetype common = 0;
-    while (common < fromComponents.size() && common < components.size()
-        && fromComponents[common] == components[common]) {
+    while (
+        common < fromComponents.size() && common < components.size() && fromComponents[common] == components[common]) {
         ++common;
     }
     return displayPath(components.mid(common).join('/'));

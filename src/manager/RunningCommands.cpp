@@ -4,8 +4,7 @@
 
 RunningCommands::RunningCommands(MainQueue &queue)
     : m_queue(queue)
-{
-}
+{ }
 
 RunningCommands::~RunningCommands()
 {
@@ -15,8 +14,8 @@ RunningCommands::~RunningCommands()
 
 RunningCommands::Entries::iterator RunningCommands::find(const KRPluginCommandSpecifier &specifier)
 {
-    return std::find_if(m_entries.begin(), m_entries.end(),
-        [&specifier](const Entry &entry) { return entry.specifier == specifier; });
+    return std::find_if(
+        m_entries.begin(), m_entries.end(), [&specifier](const Entry &entry) { return entry.specifier == specifier; });
 }
 
 RunningCommands::Entries::iterator RunningCommands::find(int serial)

@@ -13,8 +13,7 @@ class FileDescriptor
 public:
     explicit FileDescriptor(int descriptor)
         : m_descriptor(descriptor)
-    {
-    }
+    { }
     ~FileDescriptor()
     {
         if (m_descriptor >= 0)
@@ -78,7 +77,7 @@ Result<QByteArray> readFile(const QByteArray &path, qint64 maximumSize, qsizetyp
     if (S_ISDIR(status.st_mode))
         return systemError(EISDIR);
     if (!S_ISREG(status.st_mode))
-        return KRError {QStringLiteral("posix"), EINVAL, QStringLiteral("Not a regular file")};
+        return KRError{QStringLiteral("posix"), EINVAL, QStringLiteral("Not a regular file")};
     if (status.st_size > maximumSize)
         return systemError(EFBIG);
     return readDescriptor(file.get(), qsizetype(status.st_size), padding);

@@ -11,10 +11,7 @@
 ///
 /// A path is bytes, as the file system keeps it: names that are not UTF-8 survive the way into a URL and back. A
 /// folder's URL ends in "/", a path never does (but for the root).
-enum class FileKind {
-    File,
-    Folder
-};
+enum class FileKind { File, Folder };
 
 /// The URL of a path; the bytes that a URL cannot hold, and those that are not ASCII, are percent-encoded.
 QUrl fileURLFromPath(const QByteArray &path, FileKind kind);

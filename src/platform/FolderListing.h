@@ -6,12 +6,7 @@
 
 struct FolderEntry
 {
-    enum class Kind {
-        File,
-        Folder,
-        Link,
-        Other
-    };
+    enum class Kind { File, Folder, Link, Other };
 
     QByteArray name;
     Kind kind = Kind::Other;

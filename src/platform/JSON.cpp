@@ -145,7 +145,7 @@ Result<JSONView> JSONParser::parse(const QByteArray &text)
     if (error == simdjson::NUMBER_ERROR)
         error = parseText(std::string_view(withLongIntegersAsFloats(content)), false, root);
     if (error != simdjson::SUCCESS)
-        return KRError {QStringLiteral("json"), int(error), QString::fromLatin1(simdjson::error_message(error))};
+        return KRError{QStringLiteral("json"), int(error), QString::fromLatin1(simdjson::error_message(error))};
     return JSONView(root);
 }
 

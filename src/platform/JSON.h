@@ -18,8 +18,7 @@ class JSONView
 public:
     explicit JSONView(simdjson::dom::element element)
         : m_element(element)
-    {
-    }
+    { }
 
     bool isObject() const { return m_element.is_object(); }
     bool isArray() const { return m_element.is_array(); }
@@ -33,7 +32,7 @@ public:
     std::optional<QString> numberText() const;
 
     /// Calls `visit(std::string_view key, JSONView value)` for each member of an object, in the document's order.
-    template<class Visit>
+    template <class Visit>
     void forEachMember(Visit visit) const
     {
         simdjson::dom::object object;
@@ -46,7 +45,7 @@ public:
     /// 0 for anything but an array.
     std::size_t elementCount() const;
     /// Calls `visit(JSONView element)` for each element of an array.
-    template<class Visit>
+    template <class Visit>
     void forEachElement(Visit visit) const
     {
         simdjson::dom::array array;

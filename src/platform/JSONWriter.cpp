@@ -11,8 +11,7 @@
 
 JSONWriter::JSONWriter(Format format)
     : m_format(std::move(format))
-{
-}
+{ }
 
 void JSONWriter::write(const QVariant &value)
 {
@@ -142,7 +141,7 @@ void JSONWriter::writeMember(const QString &key, const QVariant &value, bool isF
     write(value);
 }
 
-template<class Dictionary>
+template <class Dictionary>
 void JSONWriter::writeMembers(const Dictionary &dictionary)
 {
     m_output += '{';
@@ -155,7 +154,7 @@ void JSONWriter::writeMembers(const Dictionary &dictionary)
     close('}', isFirst);
 }
 
-template<class List>
+template <class List>
 void JSONWriter::writeElements(const List &list)
 {
     m_output += '[';

@@ -29,9 +29,9 @@ public:
     QByteArray take() { return std::move(m_output); }
 
 private:
-    template<class Dictionary>
+    template <class Dictionary>
     void writeMembers(const Dictionary &dictionary);
-    template<class List>
+    template <class List>
     void writeElements(const List &list);
     void writeMember(const QString &key, const QVariant &value, bool isFirst);
     void writeString(QStringView text);

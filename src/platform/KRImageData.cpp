@@ -6,13 +6,11 @@
 KRImageData::KRImageData(const QByteArray &data, const std::optional<QByteArray> &sha)
     : m_data(data)
     , m_sha(sha)
-{
-}
+{ }
 
 KRImageData::KRImageData(const QImage &image)
     : m_image(image)
-{
-}
+{ }
 
 QByteArray KRImageData::data() const
 {

@@ -39,8 +39,7 @@ LogTarget::~LogTarget() = default;
 
 LTAppEnvironment::LTAppEnvironment()
     : m_defaultServices(std::make_unique<DefaultServices>())
-{
-}
+{ }
 
 LTAppEnvironment::~LTAppEnvironment() = default;
 

@@ -95,10 +95,7 @@ public:
     /// The resource `name`.`extension` in the resources folder (the name may hold slashes); empty when there is none.
     QUrl urlForResource(const QString &name, const QString &extension) const;
 
-    enum class FolderCreation {
-        IfNeeded,
-        Never
-    };
+    enum class FolderCreation { IfNeeded, Never };
     /// A folder inside the application support folder. A folder that cannot be created is answered all the same.
     QUrl applicationSupportDirectory(const QString &subDirectory, FolderCreation creation) const;
 

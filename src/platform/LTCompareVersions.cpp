@@ -46,11 +46,7 @@ QStringView takePart(QStringView &component)
 }
 
 /// What sorts first where two components part: a text, then the component's end, then a number.
-enum class PartKind {
-    Text,
-    End,
-    Number
-};
+enum class PartKind { Text, End, Number };
 
 PartKind kindOf(QStringView part)
 {
@@ -80,8 +76,8 @@ int compareComponents(QStringView first, QStringView second)
             return kind < kindOf(secondPart) ? -1 : 1;
         if (kind == PartKind::End)
             return 0;
-        const int order
-            = kind == PartKind::Number ? compareNumbers(firstPart, secondPart) : sign(firstPart.compare(secondPart));
+        const int order =
+            kind == PartKind::Number ? compareNumbers(firstPart, secondPart) : sign(firstPart.compare(secondPart));
         if (order != 0)
             return order;
     }

@@ -13,12 +13,7 @@ struct MenuItem;
 using MenuAction = std::function<void(const MenuItem &)>;
 
 /// The keys held down with a shortcut's key, as bits of a mask.
-enum class ModifierFlag : unsigned {
-    Shift = 0x20000,
-    Control = 0x40000,
-    Option = 0x80000,
-    Command = 0x100000
-};
+enum class ModifierFlag : unsigned { Shift = 0x20000, Control = 0x40000, Option = 0x80000, Command = 0x100000 };
 
 /// One entry of a menu, as plain data that a host mirrors into its own menus.
 struct MenuItem

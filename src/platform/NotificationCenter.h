@@ -31,8 +31,7 @@ private:
     friend class NotificationCenter;
     explicit NotificationObserver(std::shared_ptr<Callback> callback)
         : m_callback(std::move(callback))
-    {
-    }
+    { }
 
     std::shared_ptr<Callback> m_callback;
 };

@@ -17,7 +17,7 @@ struct QStringHasher
 };
 
 /// A dictionary that remembers the order in which its keys came, as a manifest's author wrote them.
-template<class Value>
+template <class Value>
 using OrderedDictionary = tsl::ordered_map<QString, Value, QStringHasher, std::equal_to<QString>,
     std::allocator<std::pair<QString, Value>>, std::vector<std::pair<QString, Value>>>;
 

@@ -19,8 +19,7 @@ QByteArray bigEndian(quint32 number)
 
 RemoteMessagePort::RemoteMessagePort(std::unique_ptr<QLocalSocket> socket)
     : m_socket(std::move(socket))
-{
-}
+{ }
 
 RemoteMessagePort::~RemoteMessagePort() = default;
 

@@ -6,18 +6,16 @@
 #include <variant>
 
 /// The value of an operation that may fail, or why it failed. It cannot be dropped silently.
-template<class Value>
+template <class Value>
 class [[nodiscard]] Result
 {
 public:
     Result(Value value)
         : m_content(std::in_place_index<0>, std::move(value))
-    {
-    }
+    { }
     Result(KRError error)
         : m_content(std::in_place_index<1>, std::move(error))
-    {
-    }
+    { }
 
     [[nodiscard]] bool isOk() const { return m_content.index() == 0; }
     explicit operator bool() const { return isOk(); }

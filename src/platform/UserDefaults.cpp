@@ -7,13 +7,11 @@
 
 UserDefaults::UserDefaults(const QString &filePath)
     : m_settings(std::make_unique<QSettings>(filePath, QSettings::IniFormat))
-{
-}
+{ }
 
 UserDefaults::UserDefaults()
     : m_settings(std::make_unique<QSettings>())
-{
-}
+{ }
 
 UserDefaults::~UserDefaults() = default;
 
@@ -38,7 +36,7 @@ std::optional<QStringList> UserDefaults::stringArrayForKey(const QString &key) c
         return stored.toStringList();
     // The file's notation does not tell an array of one text from a text.
     if (stored.typeId() == QMetaType::QString && !m_overrides.contains(key))
-        return stored.toString().isEmpty() ? QStringList() : QStringList {stored.toString()};
+        return stored.toString().isEmpty() ? QStringList() : QStringList{stored.toString()};
     if (stored.typeId() != QMetaType::QVariantList)
         return std::nullopt;
     QStringList texts;

@@ -35,8 +35,8 @@ void tst_LTCompareVersions::order_data()
     QTest::newRow("leading dot is a 0") << u".5"_s << u"0.5"_s << 0;
     QTest::newRow("leading zeros mean nothing") << u"1.002"_s << u"1.2"_s << 0;
     QTest::newRow("numbers of any length") << u"1.99999999999999999999999"_s << u"1.100000000000000000000000"_s << -1;
-    QTest::newRow("long equal numbers") << u"123456789012345678901234567890"_s
-                                        << u"0123456789012345678901234567890"_s << 0;
+    QTest::newRow("long equal numbers") << u"123456789012345678901234567890"_s << u"0123456789012345678901234567890"_s
+                                        << 0;
     QTest::newRow("beta before release") << u"1.0-beta"_s << u"1.0"_s << -1;
     QTest::newRow("beta before next patch") << u"1.0-beta"_s << u"1.0.1"_s << -1;
     QTest::newRow("beta as a component of its own") << u"1.0.beta"_s << u"1.0"_s << -1;
@@ -94,8 +94,8 @@ void tst_LTCompareVersions::orderIsStrictWeakOnRandomTexts()
                 const int bc = LTCompareVersions(b, c);
                 if (ab <= 0 && bc <= 0) {
                     const bool isBefore = ab < 0 || bc < 0;
-                    QVERIFY2(LTCompareVersions(a, c) == (isBefore ? -1 : 0),
-                        qPrintable(u"'%1' '%2' '%3'"_s.arg(a, b, c)));
+                    QVERIFY2(
+                        LTCompareVersions(a, c) == (isBefore ? -1 : 0), qPrintable(u"'%1' '%2' '%3'"_s.arg(a, b, c)));
                 }
             }
         }
@@ -107,10 +107,10 @@ void tst_LTCompareVersions::highest_data()
     QTest::addColumn<QStringList>("versions");
     QTest::addColumn<QString>("highest");
 
-    QTest::newRow("one") << QStringList {u"1.0"_s} << u"1.0"_s;
-    QTest::newRow("whatever the order") << QStringList {u"1.2"_s, u"1.10"_s, u"1.9"_s} << u"1.10"_s;
-    QTest::newRow("release over beta") << QStringList {u"2.0-beta"_s, u"2.0"_s} << u"2.0"_s;
-    QTest::newRow("first among equals") << QStringList {u"1.0"_s, u"1"_s, u"v1"_s} << u"1.0"_s;
+    QTest::newRow("one") << QStringList{u"1.0"_s} << u"1.0"_s;
+    QTest::newRow("whatever the order") << QStringList{u"1.2"_s, u"1.10"_s, u"1.9"_s} << u"1.10"_s;
+    QTest::newRow("release over beta") << QStringList{u"2.0-beta"_s, u"2.0"_s} << u"2.0"_s;
+    QTest::newRow("first among equals") << QStringList{u"1.0"_s, u"1"_s, u"v1"_s} << u"1.0"_s;
 }
 
 void tst_LTCompareVersions::highest()

@@ -11,8 +11,7 @@ QStringList RecordingLogTarget::texts() const
 TestEnvironment::TestEnvironment()
     : m_defaults(m_folder.filePath(QStringLiteral("defaults.ini")))
     , m_installation(*this)
-{
-}
+{ }
 
 TestEnvironment::~TestEnvironment() = default;
 

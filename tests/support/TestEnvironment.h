@@ -48,7 +48,7 @@ public:
     QStringList systemLogLines;
     VirtualMainQueue queue;
     /// Answers for scripts that run too long; the last one stands for all further questions.
-    QList<ScriptTimeLimitDecision> timeLimitDecisions {ScriptTimeLimitDecision::Stop};
+    QList<ScriptTimeLimitDecision> timeLimitDecisions{ScriptTimeLimitDecision::Stop};
     QStringList timeLimitQuestions;
 
 private:

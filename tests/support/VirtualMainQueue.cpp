@@ -13,8 +13,7 @@ public:
     Call(std::weak_ptr<State> state, std::pair<std::chrono::milliseconds, int> key)
         : m_state(std::move(state))
         , m_key(key)
-    {
-    }
+    { }
     ~Call() override
     {
         if (const auto state = m_state.lock())
@@ -28,8 +27,7 @@ private:
 
 VirtualMainQueue::VirtualMainQueue()
     : m_state(std::make_shared<State>())
-{
-}
+{ }
 
 VirtualMainQueue::~VirtualMainQueue() = default;
 
@@ -39,8 +37,7 @@ void VirtualMainQueue::async(std::function<void()> work)
     m_queued.push_back(std::move(work));
 }
 
-std::unique_ptr<ScheduledCall> VirtualMainQueue::callAfter(
-    std::chrono::milliseconds delay, std::function<void()> work)
+std::unique_ptr<ScheduledCall> VirtualMainQueue::callAfter(std::chrono::milliseconds delay, std::function<void()> work)
 {
     const auto key = std::pair(m_now + std::max(delay, std::chrono::milliseconds(0)), ++m_state->latestNumber);
     m_state->calls.emplace(key, std::move(work));

@@ -35,7 +35,7 @@ private:
     class Call;
 
     std::shared_ptr<State> m_state;
-    std::chrono::milliseconds m_now {0};
+    std::chrono::milliseconds m_now{0};
     std::mutex m_mutex;
     std::deque<std::function<void()>> m_queued;
 };

@@ -14,7 +14,7 @@ void *engineLibrary()
     return library ? library : RTLD_DEFAULT;
 }
 
-template<class Function>
+template <class Function>
 void find(void *library, Function &function, const char *name)
 {
     function = reinterpret_cast<Function>(::dlsym(library, name));

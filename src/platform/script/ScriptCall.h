@@ -33,7 +33,7 @@ public:
     virtual void setResult(const QVariant &value) = 0;
 
     /// The number without its fraction; what the range does not hold becomes the nearest number that it holds.
-    template<std::integral Integer>
+    template <std::integral Integer>
     Integer integerArgument(std::size_t index) const
     {
         const double number = numberArgument(index);
@@ -58,8 +58,7 @@ public:
 protected:
     explicit ScriptCall(const char *operation)
         : m_operation(operation)
-    {
-    }
+    { }
     ~ScriptCall() = default;
 
 private:

@@ -31,11 +31,11 @@ struct ScriptClass
 
 namespace scriptbinding {
 
-template<class Value>
-concept ObjectPointer = std::derived_from<typename Value::element_type, ScriptObject>
-    && std::same_as<Value, std::shared_ptr<typename Value::element_type>>;
+template <class Value>
+concept ObjectPointer = std::derived_from<typename Value::element_type, ScriptObject> && std::same_as<Value,
+    std::shared_ptr<typename Value::element_type>>;
 
-template<class Value>
+template <class Value>
 Value argument(const ScriptCall &call, std::size_t index)
 {
     if constexpr (std::same_as<Value, bool>) {
@@ -64,7 +64,7 @@ Value argument(const ScriptCall &call, std::size_t index)
     }
 }
 
-template<class Value>
+template <class Value>
 void setResult(ScriptCall &call, const Value &value)
 {
     if constexpr (std::same_as<Value, bool>)
@@ -83,15 +83,15 @@ void setResult(ScriptCall &call, const Value &value)
         call.setResult(QVariant::fromValue(value));
 }
 
-template<class Member>
+template <class Member>
 struct MemberFunction;
 
-template<class Class, class Result, class... Arguments>
+template <class Class, class Result, class... Arguments>
 struct MemberFunction<Result (Class::*)(Arguments...)>
 {
     static constexpr int argumentCount = sizeof...(Arguments);
 
-    template<auto member, std::size_t... indexes>
+    template <auto member, std::size_t... indexes>
     static void invoke(Class &receiver, ScriptCall &call, std::index_sequence<indexes...>)
     {
         if constexpr (std::is_void_v<Result>)
@@ -100,19 +100,19 @@ struct MemberFunction<Result (Class::*)(Arguments...)>
             setResult(call, (receiver.*member)(argument<std::remove_cvref_t<Arguments>>(call, indexes)...));
     }
 
-    template<auto member>
+    template <auto member>
     static void invokeOn(ScriptObject &receiver, ScriptCall &call)
     {
         invoke<member>(static_cast<Class &>(receiver), call, std::index_sequence_for<Arguments...>());
     }
 };
 
-template<class Class, class Result, class... Arguments>
+template <class Class, class Result, class... Arguments>
 struct MemberFunction<Result (Class::*)(Arguments...) const> : MemberFunction<Result (Class::*)(Arguments...)>
 {
     using Base = MemberFunction<Result (Class::*)(Arguments...)>;
 
-    template<auto member, std::size_t... indexes>
+    template <auto member, std::size_t... indexes>
     static void invoke(const Class &receiver, ScriptCall &call, std::index_sequence<indexes...>)
     {
         if constexpr (std::is_void_v<Result>)
@@ -121,7 +121,7 @@ struct MemberFunction<Result (Class::*)(Arguments...) const> : MemberFunction<Re
             setResult(call, (receiver.*member)(argument<std::remove_cvref_t<Arguments>>(call, indexes)...));
     }
 
-    template<auto member>
+    template <auto member>
     static void invokeOn(ScriptObject &receiver, ScriptCall &call)
     {
         invoke<member>(static_cast<const Class &>(receiver), call, std::index_sequence_for<Arguments...>());
@@ -129,12 +129,12 @@ struct MemberFunction<Result (Class::*)(Arguments...) const> : MemberFunction<Re
 };
 
 /// A function whose first argument is the object: for what has no form of its own in scripts.
-template<class Class, class Result, class... Arguments>
+template <class Class, class Result, class... Arguments>
 struct MemberFunction<Result (*)(Class &, Arguments...)>
 {
     static constexpr int argumentCount = sizeof...(Arguments);
 
-    template<auto function, std::size_t... indexes>
+    template <auto function, std::size_t... indexes>
     static void invoke(Class &receiver, ScriptCall &call, std::index_sequence<indexes...>)
     {
         if constexpr (std::is_void_v<Result>)
@@ -143,7 +143,7 @@ struct MemberFunction<Result (*)(Class &, Arguments...)>
             setResult(call, function(receiver, argument<std::remove_cvref_t<Arguments>>(call, indexes)...));
     }
 
-    template<auto function>
+    template <auto function>
     static void invokeOn(ScriptObject &receiver, ScriptCall &call)
     {
         invoke<function>(static_cast<Class &>(receiver), call, std::index_sequence_for<Arguments...>());
@@ -155,7 +155,7 @@ struct MemberFunction<Result (*)(Class &, Arguments...)>
 /// Declares a member function as an operation, or a function whose first argument is the object:
 /// `scriptOperation<&Layer::setName>("setName")`. The other arguments and the result may be booleans, numbers, texts,
 /// nil-able texts, QVariant, dictionaries, lists and shared pointers to script objects; the result also an enumeration.
-template<auto member>
+template <auto member>
 constexpr ScriptOperation scriptOperation(const char *name)
 {
     using Function = scriptbinding::MemberFunction<decltype(member)>;

@@ -29,8 +29,7 @@ JSValueRef propertyOfConsole(JSContextRef context, JSObjectRef, JSStringRef name
     return JSObjectGetProperty(context, console, name, exception);
 }
 
-bool setPropertyOfConsole(
-    JSContextRef context, JSObjectRef, JSStringRef name, JSValueRef value, JSValueRef *exception)
+bool setPropertyOfConsole(JSContextRef context, JSObjectRef, JSStringRef name, JSValueRef value, JSValueRef *exception)
 {
     auto *const console = realConsole(context, exception);
     if (console)
@@ -67,6 +66,5 @@ JSClassRef consoleClass()
 
 void installConsole(ScriptContext &context)
 {
-    context.setProperty(
-        context.global(), consoleName, JSObjectMake(context.ref(), consoleClass(), nullptr));
+    context.setProperty(context.global(), consoleName, JSObjectMake(context.ref(), consoleClass(), nullptr));
 }

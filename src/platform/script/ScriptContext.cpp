@@ -108,8 +108,7 @@ bool ScriptContext::checkSyntax(const ScriptString &source, const ScriptString &
     return JSCheckScriptSyntax(m_context, source.get(), sourceURL.get(), 1, exception);
 }
 
-JSValueRef ScriptContext::call(
-    JSObjectRef function, std::span<const JSValueRef> arguments, JSValueRef *exception)
+JSValueRef ScriptContext::call(JSObjectRef function, std::span<const JSValueRef> arguments, JSValueRef *exception)
 {
     return JSObjectCallAsFunction(m_context, function, nullptr, arguments.size(), arguments.data(), exception);
 }

@@ -33,7 +33,7 @@ inline constexpr char fireTimer[] = "fireTimer";
 inline constexpr char describe[] = "describe";
 inline constexpr char keys[] = "keys";
 inline constexpr char watchPromise[] = "watchPromise";
-}
+} // namespace libraryfunction
 
 /// Keeps an engine value alive for as long as it stands on the C++ heap, where the collector does not look.
 class ProtectedValue
@@ -51,8 +51,7 @@ public:
     ProtectedValue(ProtectedValue &&other) noexcept
         : m_context(other.m_context)
         , m_value(std::exchange(other.m_value, nullptr))
-    {
-    }
+    { }
     ProtectedValue &operator=(ProtectedValue &&other) noexcept
     {
         std::swap(m_context, other.m_context);
@@ -79,7 +78,8 @@ private:
 class ScriptContextClient : public ScriptLimitClient
 {
 public:
-    virtual JSValueRef callHost(HostFunction function, std::span<const JSValueRef> arguments, JSValueRef *exception) = 0;
+    virtual JSValueRef callHost(
+        HostFunction function, std::span<const JSValueRef> arguments, JSValueRef *exception) = 0;
     virtual void promiseRejected(JSValueRef promise, JSValueRef reason) = 0;
 };
 

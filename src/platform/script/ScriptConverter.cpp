@@ -22,7 +22,7 @@ JSObjectRef objectOf(JSValueRef value)
     return const_cast<JSObjectRef>(value);
 }
 
-template<class Element>
+template <class Element>
 QVariantList elementsAs(const void *bytes, std::size_t count)
 {
     QVariantList list;
@@ -82,8 +82,7 @@ ScriptConverter::ScriptConverter(ScriptContext &context, ScriptWrappers &wrapper
     , m_caller(caller)
     , m_views(context.ref(), *this)
     , m_self(std::make_shared<ScriptConverter *>(this))
-{
-}
+{ }
 
 ScriptConverter::~ScriptConverter()
 {
@@ -110,7 +109,7 @@ QVariant ScriptConverter::callFunction(JSObjectRef function, const QVariantList 
 
 QVariant ScriptConverter::toVariant(JSValueRef value, JSValueRef *exception)
 {
-    Traversal traversal {exception, {}, {}};
+    Traversal traversal{exception, {}, {}};
     auto result = convert(value, traversal);
     return *exception ? QVariant() : result;
 }
@@ -182,8 +181,8 @@ QVariant ScriptConverter::convertObject(JSObjectRef object, Traversal &traversal
     if (!isArray && !isPlainPrototype(prototype))
         return QVariant::fromValue(makeValue(ScriptValue::Kind::Other, object));
 
-    const bool isInsideItself = std::find(traversal.ancestors.begin(), traversal.ancestors.end(), object)
-        != traversal.ancestors.end();
+    const bool isInsideItself =
+        std::find(traversal.ancestors.begin(), traversal.ancestors.end(), object) != traversal.ancestors.end();
     if (isInsideItself || traversal.ancestors.size() >= deepestCopy)
         return QVariant::fromValue(makeValue(ScriptValue::Kind::Cycle, object));
     traversal.ancestors.push_back(object);
@@ -221,7 +220,8 @@ std::optional<unsigned> ScriptConverter::arrayLength(JSObjectRef array, JSValueR
     const auto keys = m_context.callLibrary(libraryfunction::keys, array, exception);
     const bool hasKeys = keys && JSValueIsObject(context, keys);
     const auto keyCount = hasKeys ? m_context.property(objectOf(keys), "length", exception) : nullptr;
-    const bool isSparse = !keyCount || !JSValueIsNumber(context, keyCount) || JSValueToNumber(context, keyCount, nullptr) < count / 2;
+    const bool isSparse =
+        !keyCount || !JSValueIsNumber(context, keyCount) || JSValueToNumber(context, keyCount, nullptr) < count / 2;
     return isSparse ? std::nullopt : std::optional(count);
 }
 
@@ -261,8 +261,8 @@ QVariant ScriptConverter::convertTypedArray(JSObjectRef array, JSTypedArrayType 
 {
     const auto context = m_context.ref();
     if (type == kJSTypedArrayTypeArrayBuffer) {
-        const auto *const bytes = static_cast<const char *>(
-            JSObjectGetArrayBufferBytesPtr(context, array, traversal.exception));
+        const auto *const bytes =
+            static_cast<const char *>(JSObjectGetArrayBufferBytesPtr(context, array, traversal.exception));
         const auto size = JSObjectGetArrayBufferByteLength(context, array, traversal.exception);
         return bytes ? QByteArray(bytes, qsizetype(size)) : QByteArray("");
     }
@@ -275,8 +275,8 @@ bool ScriptConverter::isPlainPrototype(JSValueRef prototype)
 {
     if (!m_objectPrototype.get()) {
         const auto context = m_context.ref();
-        m_objectPrototype
-            = ProtectedValue(context, JSObjectGetPrototype(context, JSObjectMake(context, nullptr, nullptr)));
+        m_objectPrototype =
+            ProtectedValue(context, JSObjectGetPrototype(context, JSObjectMake(context, nullptr, nullptr)));
     }
     return prototype == m_objectPrototype.get() || JSValueIsNull(m_context.ref(), prototype);
 }

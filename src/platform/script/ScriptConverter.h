@@ -62,13 +62,12 @@ private:
     JSValueRef numberToScript(const QVariant &value) const;
     JSValueRef bytesToScript(const QByteArray &bytes, JSValueRef *exception) const;
     JSValueRef listToScript(const QVariantList &list, JSValueRef *exception);
-    template<class Dictionary>
+    template <class Dictionary>
     JSValueRef dictionaryToScript(const Dictionary &dictionary, JSValueRef *exception);
     JSValueRef customToScript(const QVariant &value, JSValueRef *exception);
     JSValueRef objectToScript(const ScriptObjectPointer &object, JSValueRef *exception);
     JSValueRef functionToScript(const NativeFunction &function);
-    JSValueRef callNative(
-        const NativeFunction &function, std::span<const JSValueRef> arguments, JSValueRef *exception);
+    JSValueRef callNative(const NativeFunction &function, std::span<const JSValueRef> arguments, JSValueRef *exception);
     JSValueRef unsupported(const QVariant &value, JSValueRef *exception) const;
 
     QVariant convert(JSValueRef value, Traversal &traversal);

@@ -47,8 +47,8 @@ JSValueRef ScriptConverter::toScript(const QVariant &value, JSValueRef *exceptio
         return bytesToScript(value.toByteArray(), exception);
     case QMetaType::QDateTime: {
         const auto time = value.toDateTime();
-        const auto milliseconds
-            = JSValueMakeNumber(context, time.isValid() ? double(time.toMSecsSinceEpoch()) : std::nan(""));
+        const auto milliseconds =
+            JSValueMakeNumber(context, time.isValid() ? double(time.toMSecsSinceEpoch()) : std::nan(""));
         return JSObjectMakeDate(context, 1, &milliseconds, exception);
     }
     case QMetaType::QStringList:
@@ -110,8 +110,8 @@ JSValueRef ScriptConverter::numberToScript(const QVariant &value) const
 
 JSValueRef ScriptConverter::bytesToScript(const QByteArray &bytes, JSValueRef *exception) const
 {
-    auto *const array = JSObjectMakeTypedArray(
-        m_context.ref(), kJSTypedArrayTypeUint8Array, std::size_t(bytes.size()), exception);
+    auto *const array =
+        JSObjectMakeTypedArray(m_context.ref(), kJSTypedArrayTypeUint8Array, std::size_t(bytes.size()), exception);
     if (!array)
         return nullptr;
     void *const destination = JSObjectGetTypedArrayBytesPtr(m_context.ref(), array, exception);
@@ -137,7 +137,7 @@ JSValueRef ScriptConverter::listToScript(const QVariantList &list, JSValueRef *e
     return array;
 }
 
-template<class Dictionary>
+template <class Dictionary>
 JSValueRef ScriptConverter::dictionaryToScript(const Dictionary &dictionary, JSValueRef *exception)
 {
     auto *const object = JSObjectMake(m_context.ref(), nullptr, nullptr);
@@ -170,7 +170,7 @@ JSValueRef ScriptConverter::functionToScript(const NativeFunction &function)
         };
         return JSClassCreate(&definition);
     }();
-    return JSObjectMake(m_context.ref(), functionClass, new FunctionBox {function, m_self});
+    return JSObjectMake(m_context.ref(), functionClass, new FunctionBox{function, m_self});
 }
 
 JSValueRef ScriptConverter::callNative(

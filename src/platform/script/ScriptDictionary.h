@@ -18,8 +18,7 @@ public:
     ScriptDictionary() = default;
     explicit ScriptDictionary(const QVariantMap &entries)
         : m_entries(entries)
-    {
-    }
+    { }
     ScriptDictionary(const ScriptDictionary &) = delete;
     ScriptDictionary &operator=(const ScriptDictionary &) = delete;
 

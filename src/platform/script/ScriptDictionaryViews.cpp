@@ -18,9 +18,8 @@ struct ScriptDictionaryViews::Box
 
 ScriptDictionaryViews::ScriptDictionaryViews(JSContextRef context, ScriptValueCoder &coder)
     : m_context(context)
-    , m_link(std::make_shared<Link>(Link {&coder}))
-{
-}
+    , m_link(std::make_shared<Link>(Link{&coder}))
+{ }
 
 ScriptDictionaryViews::~ScriptDictionaryViews()
 {
@@ -51,8 +50,8 @@ JSClassRef ScriptDictionaryViews::viewClass()
         definition.hasProperty = [](JSContextRef, JSObjectRef view, JSStringRef name) {
             return box(view).dictionary->contains(keyOf(name));
         };
-        definition.getProperty
-            = [](JSContextRef, JSObjectRef view, JSStringRef name, JSValueRef *exception) -> JSValueRef {
+        definition.getProperty = [](JSContextRef, JSObjectRef view, JSStringRef name,
+                                     JSValueRef *exception) -> JSValueRef {
             const auto key = keyOf(name);
             auto &[dictionary, link] = box(view);
             if (!link->coder || !dictionary->contains(key))
@@ -62,21 +61,22 @@ JSClassRef ScriptDictionaryViews::viewClass()
             if (!value)
                 return nullptr;
             // What a script has seen once it may change in place: from here on the entry is that very value.
-            const bool isCopied = stored.typeId() == QMetaType::QVariantMap || stored.typeId() == QMetaType::QVariantList;
+            const bool isCopied =
+                stored.typeId() == QMetaType::QVariantMap || stored.typeId() == QMetaType::QVariantList;
             if (isCopied)
                 dictionary->setValue(key, link->coder->toLiveVariant(value, exception));
             return value;
         };
-        definition.setProperty
-            = [](JSContextRef, JSObjectRef view, JSStringRef name, JSValueRef value, JSValueRef *exception) {
-                  auto &[dictionary, link] = box(view);
-                  if (!link->coder)
-                      return true;
-                  const auto stored = link->coder->toLiveVariant(value, exception);
-                  if (!*exception)
-                      dictionary->setValue(keyOf(name), stored);
-                  return true;
-              };
+        definition.setProperty = [](JSContextRef, JSObjectRef view, JSStringRef name, JSValueRef value,
+                                     JSValueRef *exception) {
+            auto &[dictionary, link] = box(view);
+            if (!link->coder)
+                return true;
+            const auto stored = link->coder->toLiveVariant(value, exception);
+            if (!*exception)
+                dictionary->setValue(keyOf(name), stored);
+            return true;
+        };
         definition.deleteProperty = [](JSContextRef, JSObjectRef view, JSStringRef name, JSValueRef *) {
             const auto key = keyOf(name);
             const bool existed = box(view).dictionary->contains(key);
@@ -95,7 +95,7 @@ JSClassRef ScriptDictionaryViews::viewClass()
 
 JSValueRef ScriptDictionaryViews::view(const ScriptDictionaryPointer &dictionary) const
 {
-    return JSObjectMake(m_context, viewClass(), new Box {dictionary, m_link});
+    return JSObjectMake(m_context, viewClass(), new Box{dictionary, m_link});
 }
 
 bool ScriptDictionaryViews::isView(JSValueRef value) const

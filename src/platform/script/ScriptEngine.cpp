@@ -36,8 +36,7 @@ ScriptEngine &ScriptEngine::instance()
 
 ScriptEngine::ScriptEngine()
     : m_group(createGroup())
-{
-}
+{ }
 
 void ScriptEngine::whenLeft(std::function<void()> work)
 {

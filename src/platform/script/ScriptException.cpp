@@ -2,18 +2,17 @@
 
 ScriptException::ScriptException(const QString &message)
     : ScriptException(message, {}, 0, 0, {})
-{
-}
+{ }
 
-ScriptException::ScriptException(const QString &message, const QString &file, int line, int column, const QString &stack)
+ScriptException::ScriptException(
+    const QString &message, const QString &file, int line, int column, const QString &stack)
     : m_message(message)
     , m_file(file)
     , m_line(line)
     , m_column(column)
     , m_stack(stack)
     , m_what(text().toUtf8())
-{
-}
+{ }
 
 QString ScriptException::text() const
 {

@@ -5,8 +5,7 @@ ScriptLiveValueOwner::~ScriptLiveValueOwner() = default;
 ScriptLiveValue::ScriptLiveValue(ScriptLiveValueOwner &owner, JSContextRef context, JSValueRef value)
     : m_owner(&owner)
     , m_value(context, value)
-{
-}
+{ }
 
 ScriptLiveValue::~ScriptLiveValue()
 {

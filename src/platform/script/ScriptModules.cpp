@@ -43,8 +43,7 @@ bool isRelative(const QString &name)
 
 ScriptModules::ScriptModules(const ScriptCoreModules &coreModules)
     : m_coreModules(coreModules)
-{
-}
+{ }
 
 void ScriptModules::setMainScript(const QByteArray &scriptPath, const QByteArray &folder)
 {
@@ -68,8 +67,8 @@ Result<ScriptModules::Place> ScriptModules::find(const QString &name, const Plac
 {
     const bool isAbsolute = name.startsWith(u'/');
     if (!isRelative(name) && !isAbsolute) {
-        return moduleError(QStringLiteral("Cannot find module '%1'. Files of the plug-in are required as './%1'.")
-                               .arg(name));
+        return moduleError(
+            QStringLiteral("Cannot find module '%1'. Files of the plug-in are required as './%1'.").arg(name));
     }
     const auto base = isAbsolute ? QByteArray("/") : pathWithoutLastComponent(requirer.path);
     const auto wanted = normalized(pathByAppending(base, name.toUtf8()));
@@ -83,7 +82,7 @@ Result<ScriptModules::Place> ScriptModules::find(const QString &name, const Plac
     const auto resolvedFolder = resolvedPath(requirer.folder);
     if (!isInside(resolved, resolvedFolder))
         return outside;
-    return Place {resolved, resolvedFolder};
+    return Place{resolved, resolvedFolder};
 }
 
 QString ScriptModules::add(const Place &place)
@@ -97,7 +96,8 @@ Result<QString> ScriptModules::text(const QString &file) const
 {
     const auto bytes = readFile(m_places.value(file).path, largestTextFile);
     if (!bytes)
-        return moduleError(QStringLiteral("Cannot read module '%1': %2.").arg(file, bytes.error().localizedDescription));
+        return moduleError(
+            QStringLiteral("Cannot read module '%1': %2.").arg(file, bytes.error().localizedDescription));
     if (!isValidUTF8(bytes.value()))
         return moduleError(QStringLiteral("Cannot read module '%1': the file is not UTF-8.").arg(file));
     auto text = QString::fromUtf8(bytes.value());

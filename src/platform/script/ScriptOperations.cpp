@@ -8,7 +8,7 @@ namespace {
 
 /// Says inside C++ that a script's own code, called for an argument, has thrown; the value stays in the slot.
 struct ThrownByArgument
-{};
+{ };
 
 class Call final : public ScriptCall
 {
@@ -20,8 +20,7 @@ public:
         , m_converter(converter)
         , m_arguments(arguments)
         , m_exception(exception)
-    {
-    }
+    { }
 
     bool boolArgument(std::size_t index) const override
     {

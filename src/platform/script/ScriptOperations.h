@@ -10,8 +10,7 @@ class ScriptOperations final : public ScriptOperationHandler
 public:
     explicit ScriptOperations(ScriptContext &context)
         : m_context(context)
-    {
-    }
+    { }
     /// The converter is made after the wrappers that need this object; without one (again) every operation is refused.
     void setConverter(ScriptConverter *converter) { m_converter = converter; }
 

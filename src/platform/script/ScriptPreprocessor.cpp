@@ -36,8 +36,7 @@ public:
     explicit Rewriter(const QString &source)
         : m_source(source)
         , m_tokens(scriptTokens(m_source))
-    {
-    }
+    { }
 
     QString rewrite()
     {
@@ -92,7 +91,7 @@ private:
 
     std::optional<MessageSend> messageSend(std::size_t opening) const
     {
-        MessageSend send {opening, std::size_t(m_tokens[opening].partner), {}, false};
+        MessageSend send{opening, std::size_t(m_tokens[opening].partner), {}, false};
         auto previousEnd = opening; // which ends no expression: there is none before the first operand
         for (auto i = opening + 1; i < send.closing;) {
             if (isSelectorPart(i, previousEnd)) {
@@ -120,8 +119,8 @@ private:
 
     bool isUnmatched(std::size_t index) const
     {
-        const bool isBracket = isSign(index, u'(') || isSign(index, u'[') || isSign(index, u'{')
-            || isSign(index, u')') || isSign(index, u']') || isSign(index, u'}');
+        const bool isBracket = isSign(index, u'(') || isSign(index, u'[') || isSign(index, u'{') || isSign(index, u')')
+            || isSign(index, u']') || isSign(index, u'}');
         return isBracket && m_tokens[index].partner < 0;
     }
 
@@ -188,8 +187,8 @@ private:
         while (start > previousEnd && (m_source[start - 1] == u' ' || m_source[start - 1] == u'\t'))
             --start;
         const bool standsOnSameLine = start == previousEnd;
-        m_edits.push_back({start, m_tokens[keyword.name].end,
-            isFirst || !standsOnSameLine ? QString() : QStringLiteral(" ")});
+        m_edits.push_back(
+            {start, m_tokens[keyword.name].end, isFirst || !standsOnSameLine ? QString() : QStringLiteral(" ")});
         if (hasColon)
             replace(keyword.name + 1, {});
     }

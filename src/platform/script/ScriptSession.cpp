@@ -46,8 +46,7 @@ ScriptSession::ScriptSession(const ScriptCoreModules &coreModules, const QString
     : m_name(name)
     , m_modules(coreModules)
     , m_live(std::make_unique<Live>(*this))
-{
-}
+{ }
 
 ScriptSession::~ScriptSession() = default;
 
@@ -79,8 +78,8 @@ void ScriptSession::pushObject(const QVariant &object, const QString &name)
         return;
     // Weakly: the object may be the session's own owner.
     const bool isObject = object.metaType() == QMetaType::fromType<ScriptObjectPointer>();
-    m_pushedObjects.insert(name,
-        isObject ? QVariant::fromValue(WeakScriptObjectPointer(object.value<ScriptObjectPointer>())) : object);
+    m_pushedObjects.insert(
+        name, isObject ? QVariant::fromValue(WeakScriptObjectPointer(object.value<ScriptObjectPointer>())) : object);
     const ScriptEntry entry(this);
     m_live->context.pushObject(name);
 }
@@ -140,7 +139,7 @@ QVariant ScriptSession::execute(const QString &source)
 
 JSValueRef ScriptSession::evaluate(const Source &source, JSValueRef *exception)
 {
-    const ScriptString sourceURL {QStringView(source.url)};
+    const ScriptString sourceURL{QStringView(source.url)};
     auto text = source.head + source.text + source.tail;
     auto result = evaluateText(text, sourceURL, exception);
     const auto isScript = [&] {
@@ -176,7 +175,7 @@ JSObjectRef ScriptSession::findFunction(const QString &name)
     const auto isFunction = [&](JSValueRef value) {
         return value && JSValueIsObject(context.ref(), value) && JSObjectIsFunction(context.ref(), objectOf(value));
     };
-    const ScriptString scriptName {QStringView(name)};
+    const ScriptString scriptName{QStringView(name)};
     const auto property = JSObjectGetProperty(context.ref(), context.global(), scriptName.get(), nullptr);
     if (isFunction(property))
         return objectOf(property);
@@ -356,8 +355,10 @@ ScriptException ScriptSession::takeStop()
         m_live->context.evaluate(nothing, nothing, &leftOver);
 
     const auto frames = locations().frames(std::exchange(m_stopStack, {}));
-    const auto place = frames.isEmpty() ? ScriptLocations::Frame {{}, locations().fileName(m_scriptURL), 0, 0} : frames.first();
-    const auto message = QStringLiteral("The script of the command \"%1\" was stopped: it ran for more than %2 seconds.");
+    const auto place =
+        frames.isEmpty() ? ScriptLocations::Frame{{}, locations().fileName(m_scriptURL), 0, 0} : frames.first();
+    const auto message =
+        QStringLiteral("The script of the command \"%1\" was stopped: it ran for more than %2 seconds.");
     return ScriptException(message.arg(m_name, QString::number(m_timeLimit)), place.file, place.line, place.column,
         ScriptLocations::text(frames));
 }
@@ -385,10 +386,10 @@ void ScriptSession::signal(const ScriptException &error)
 
 void ScriptSession::report(const ScriptException &error)
 {
-    print(QVariantMap {
+    print(QVariantMap{
         {QStringLiteral("level"), QStringLiteral("error")},
         {QStringLiteral("stringValue"), error.text()},
-        {QStringLiteral("payload"), QVariantList {error.toVariantMap()}},
+        {QStringLiteral("payload"), QVariantList{error.toVariantMap()}},
     });
     signal(error);
 }

@@ -15,8 +15,7 @@ const auto moduleTail = QStringLiteral("\n})");
 
 } // namespace
 
-JSValueRef ScriptSession::callHost(
-    HostFunction function, std::span<const JSValueRef> arguments, JSValueRef *exception)
+JSValueRef ScriptSession::callHost(HostFunction function, std::span<const JSValueRef> arguments, JSValueRef *exception)
 {
     if (!m_live) {
         throw ScriptException(QStringLiteral("The script's session has ended."));
@@ -75,10 +74,10 @@ JSValueRef ScriptSession::printError(JSValueRef value, JSValueRef *exception)
     const auto printed = m_live->converter.toVariant(value, exception);
     if (*exception)
         return nullptr;
-    print(QVariantMap {
+    print(QVariantMap{
         {QStringLiteral("level"), QStringLiteral("error")},
         {QStringLiteral("stringValue"), descriptionOfValue(printed)},
-        {QStringLiteral("payload"), QVariantList {printed}},
+        {QStringLiteral("payload"), QVariantList{printed}},
     });
     return nullptr;
 }

@@ -10,15 +10,13 @@ class ScriptString
 {
 public:
     explicit ScriptString(QStringView text)
-        : m_string(JSStringCreateWithCharacters(
-            reinterpret_cast<const JSChar *>(text.utf16()), std::size_t(text.size())))
-    {
-    }
+        : m_string(
+            JSStringCreateWithCharacters(reinterpret_cast<const JSChar *>(text.utf16()), std::size_t(text.size())))
+    { }
     /// For names and sources of ASCII that live in the program.
     explicit ScriptString(const char *text)
         : m_string(JSStringCreateWithUTF8CString(text))
-    {
-    }
+    { }
     /// Takes over a string that an engine function named Create or Copy has answered; it may be null.
     static ScriptString adopt(JSStringRef string) { return ScriptString(string, Adopt()); }
 
@@ -29,8 +27,7 @@ public:
     }
     ScriptString(ScriptString &&other) noexcept
         : m_string(std::exchange(other.m_string, nullptr))
-    {
-    }
+    { }
     ScriptString &operator=(ScriptString &&other) noexcept
     {
         std::swap(m_string, other.m_string);
@@ -42,17 +39,16 @@ public:
     {
         if (!m_string)
             return {};
-        return QString(
-            reinterpret_cast<const QChar *>(JSStringGetCharactersPtr(m_string)), qsizetype(JSStringGetLength(m_string)));
+        return QString(reinterpret_cast<const QChar *>(JSStringGetCharactersPtr(m_string)),
+            qsizetype(JSStringGetLength(m_string)));
     }
 
 private:
     struct Adopt
-    {};
+    { };
     ScriptString(JSStringRef string, Adopt)
         : m_string(string)
-    {
-    }
+    { }
 
     JSStringRef m_string;
 };

@@ -8,8 +8,7 @@ ScriptTimers::ScriptTimers(MainQueue &queue, std::function<void(int)> fire)
     : m_queue(queue)
     , m_fire(std::move(fire))
     , m_self(std::make_shared<ScriptTimers *>(this))
-{
-}
+{ }
 
 void ScriptTimers::start(int id, double milliseconds, bool repeats)
 {

@@ -8,14 +8,14 @@ namespace {
 
 bool isNameStart(QChar character)
 {
-    return character.isLetter() || character == u'_' || character == u'$' || character == u'#'
-        || character == u'\\' || character.isSurrogate();
+    return character.isLetter() || character == u'_' || character == u'$' || character == u'#' || character == u'\\'
+        || character.isSurrogate();
 }
 
 bool isNamePart(QChar character)
 {
-    return isNameStart(character) || character.isLetterOrNumber() || character.isMark()
-        || character == QChar(0x200C) || character == QChar(0x200D);
+    return isNameStart(character) || character.isLetterOrNumber() || character.isMark() || character == QChar(0x200C)
+        || character == QChar(0x200D);
 }
 
 bool isLineBreak(QChar character)
@@ -26,7 +26,7 @@ bool isLineBreak(QChar character)
 /// Words behind which an expression begins: none of them ends one.
 bool isOperatorWord(QStringView word)
 {
-    static constexpr std::array words {u"return", u"typeof", u"instanceof", u"in", u"of", u"new", u"delete", u"void",
+    static constexpr std::array words{u"return", u"typeof", u"instanceof", u"in", u"of", u"new", u"delete", u"void",
         u"throw", u"case", u"do", u"else", u"await", u"yield", u"extends", u"default", u"const", u"let", u"var",
         u"function", u"class", u"if", u"while", u"for", u"with", u"switch", u"try", u"finally", u"catch", u"import",
         u"export", u"async"};
@@ -38,8 +38,7 @@ class Scanner
 public:
     explicit Scanner(QStringView source)
         : m_source(source)
-    {
-    }
+    { }
 
     std::vector<ScriptToken> scan()
     {
@@ -152,14 +151,13 @@ private:
     void scanTemplate(char16_t opening)
     {
         const auto start = m_position++;
-        while (m_position < m_source.size() && current() != u'`'
-            && !(current() == u'$' && following() == u'{')) {
+        while (m_position < m_source.size() && current() != u'`' && !(current() == u'$' && following() == u'{')) {
             m_position += current() == u'\\' ? 2 : 1;
         }
         const bool hasSubstitution = current() == u'$' && m_position < m_source.size();
         m_position = std::min(m_position + (hasSubstitution ? 2 : 1), m_source.size());
         const bool isWhole = opening == u'`' && !hasSubstitution;
-        add(isWhole         ? ScriptToken::Kind::Literal
+        add(isWhole               ? ScriptToken::Kind::Literal
                 : hasSubstitution ? ScriptToken::Kind::TemplateHead
                                   : ScriptToken::Kind::TemplateTail,
             start);

@@ -45,8 +45,7 @@ public:
     ScriptValue(Kind kind, std::shared_ptr<ScriptValueStorage> storage)
         : m_kind(kind)
         , m_storage(std::move(storage))
-    {
-    }
+    { }
 
     Kind kind() const { return m_kind; }
     bool isAlive() const;

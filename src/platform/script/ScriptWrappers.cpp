@@ -74,9 +74,8 @@ JSClassRef makePrivateClass(const char *name, JSObjectFinalizeCallback finalize)
 
 ScriptWrappers::ScriptWrappers(ScriptContext &context, ScriptOperationHandler &handler)
     : m_context(context)
-    , m_link(std::make_shared<Link>(Link {&handler}))
-{
-}
+    , m_link(std::make_shared<Link>(Link{&handler}))
+{ }
 
 ScriptWrappers::~ScriptWrappers()
 {
@@ -102,10 +101,9 @@ JSValueRef ScriptWrappers::wrap(const ScriptObjectPointer &object, JSValueRef *e
     const auto *const classRecord = record(scriptClass, exception);
     if (!classRecord)
         return nullptr;
-    static const JSClassRef boxClass = makePrivateClass(
-        "Box", [](JSObjectRef box) { delete static_cast<Box *>(JSObjectGetPrivate(box)); });
-    const JSValueRef argument
-        = JSObjectMake(m_context.ref(), boxClass, new Box {object, scriptClass.name, m_link});
+    static const JSClassRef boxClass =
+        makePrivateClass("Box", [](JSObjectRef box) { delete static_cast<Box *>(JSObjectGetPrivate(box)); });
+    const JSValueRef argument = JSObjectMake(m_context.ref(), boxClass, new Box{object, scriptClass.name, m_link});
     const auto wrapper = m_context.call(classRecord->make.object(), {&argument, 1}, exception);
     if (wrapper)
         remember(object, objectOf(wrapper));
@@ -183,8 +181,8 @@ const ScriptWrappers::ClassRecord *ScriptWrappers::record(const ScriptClass &scr
     const auto part = [&](const char *name) {
         return ProtectedValue(context, m_context.property(objectOf(parts), name, nullptr));
     };
-    const auto added = m_classes.emplace(
-        &scriptClass, ClassRecord {&scriptClass, part("prototype"), part("make"), part("boxOf")});
+    const auto added =
+        m_classes.emplace(&scriptClass, ClassRecord{&scriptClass, part("prototype"), part("make"), part("boxOf")});
     const auto *const result = &added.first->second;
     m_recordsByPrototype.emplace(result->prototype.get(), result);
     return result;

@@ -13,10 +13,7 @@ namespace {
 
 constexpr qsizetype longestText = 10'000'000;
 
-enum class Nesting {
-    Outermost,
-    Inside
-};
+enum class Nesting { Outermost, Inside };
 
 QByteArray notation(const QVariant &value, Nesting nesting);
 
