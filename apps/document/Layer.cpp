@@ -1,0 +1,200 @@
+#include "document/Layer.h"
+
+#include "document/Document.h"
+#include "platform/script/ScriptClass.h"
+#include "platform/script/ScriptException.h"
+
+#include <initializer_list>
+
+namespace {
+
+const auto idKey = QStringLiteral("id");
+const auto nameKey = QStringLiteral("name");
+const auto typeKey = QStringLiteral("type");
+const auto frameKey = QStringLiteral("frame");
+const auto styleKey = QStringLiteral("style");
+const auto textKey = QStringLiteral("text");
+const auto userInfoKey = QStringLiteral("userInfo");
+
+std::optional<QVariantMap> dictionaryForKey(const QVariantMap &values, const QString &key)
+{
+    const auto value = values.value(key);
+    return value.typeId() == QMetaType::QVariantMap ? std::optional(value.toMap()) : std::nullopt;
+}
+
+} // namespace
+
+QVariantList scriptList(const QList<LayerPointer> &layers)
+{
+    QVariantList list;
+    for (const auto &layer : layers)
+        list.append(QVariant::fromValue(ScriptObjectPointer(layer)));
+    return list;
+}
+
+Layer::Layer(const QVariantMap &values)
+    : m_values(values)
+{
+    m_values.remove(QStringLiteral("layers"));
+}
+
+QString Layer::id() const
+{
+    return m_values.value(idKey).toString();
+}
+
+void Layer::setID(const QString &id)
+{
+    m_values.insert(idKey, id);
+}
+
+QString Layer::name() const
+{
+    return m_values.value(nameKey).toString();
+}
+
+void Layer::setName(const QString &name)
+{
+    m_values.insert(nameKey, name);
+}
+
+QString Layer::type() const
+{
+    return m_values.value(typeKey).toString();
+}
+
+QVariantMap Layer::frame() const
+{
+    QVariantMap frame;
+    const auto stored = m_values.value(frameKey).toMap();
+    for (const auto &key :
+        {QStringLiteral("x"), QStringLiteral("y"), QStringLiteral("width"), QStringLiteral("height")})
+        frame.insert(key, stored.value(key, 0));
+    return frame;
+}
+
+void Layer::setFrame(const QVariantMap &frame)
+{
+    auto changed = m_values.value(frameKey).toMap();
+    for (auto entry = frame.begin(); entry != frame.end(); ++entry) {
+        if (!entry->canConvert<double>() || entry->typeId() == QMetaType::QString)
+            throw ScriptException(QStringLiteral("The frame's \"%1\" has to be a number.").arg(entry.key()));
+        changed.insert(entry.key(), entry.value());
+    }
+    m_values.insert(frameKey, changed);
+}
+
+QVariantMap Layer::style() const
+{
+    return m_values.value(styleKey).toMap();
+}
+
+void Layer::setStyle(const QVariantMap &style)
+{
+    m_values.insert(styleKey, style);
+}
+
+std::optional<QString> Layer::text() const
+{
+    const auto text = m_values.value(textKey);
+    return text.typeId() == QMetaType::QString ? std::optional(text.toString()) : std::nullopt;
+}
+
+void Layer::setText(const std::optional<QString> &text)
+{
+    if (text)
+        m_values.insert(textKey, *text);
+    else
+        m_values.remove(textKey);
+}
+
+std::optional<QVariantMap> Layer::userInfo() const
+{
+    return dictionaryForKey(m_values, userInfoKey);
+}
+
+void Layer::setUserInfo(const std::optional<QVariantMap> &userInfo)
+{
+    if (userInfo && !userInfo->isEmpty())
+        m_values.insert(userInfoKey, *userInfo);
+    else
+        m_values.remove(userInfoKey);
+}
+
+namespace {
+
+// What scripts may call on a layer. Changes of the tree go through its document.
+
+std::shared_ptr<Document> documentOf(const Layer &layer)
+{
+    auto document = layer.document();
+    if (!document)
+        throw ScriptException(QStringLiteral("The layer \"%1\" is in no document any more.").arg(layer.name()));
+    return document;
+}
+
+LayerPointer pointerTo(Layer &layer)
+{
+    return std::static_pointer_cast<Layer>(layer.shared_from_this());
+}
+
+QVariant userInfoOf(Layer &layer)
+{
+    const auto userInfo = layer.userInfo();
+    return userInfo ? QVariant(*userInfo) : QVariant::fromValue(nullptr);
+}
+
+QVariantList layersOf(Layer &layer)
+{
+    return scriptList(layer.layers());
+}
+
+LayerPointer addLayer(Layer &parent, const QVariantMap &values)
+{
+    auto layer = std::make_shared<Layer>(values);
+    documentOf(parent)->addLayer(layer, pointerTo(parent));
+    return layer;
+}
+
+void removeLayer(Layer &layer)
+{
+    documentOf(layer)->removeLayer(pointerTo(layer));
+}
+
+void moveToIndex(Layer &layer, int index)
+{
+    documentOf(layer)->moveLayer(pointerTo(layer), index);
+}
+
+LayerPointer duplicate(Layer &layer)
+{
+    return documentOf(layer)->duplicateLayer(pointerTo(layer));
+}
+
+} // namespace
+
+const ScriptClass &Layer::scriptClass() const
+{
+    static constexpr ScriptOperation operations[] = {
+        scriptOperation<&Layer::id>("id"),
+        scriptOperation<&Layer::name>("name"),
+        scriptOperation<&Layer::setName>("setName"),
+        scriptOperation<&Layer::type>("type"),
+        scriptOperation<&Layer::frame>("frame"),
+        scriptOperation<&Layer::setFrame>("setFrame"),
+        scriptOperation<&Layer::style>("style"),
+        scriptOperation<&Layer::setStyle>("setStyle"),
+        scriptOperation<&Layer::text>("text"),
+        scriptOperation<&Layer::setText>("setText"),
+        scriptOperation<&userInfoOf>("userInfo"),
+        scriptOperation<&Layer::parent>("parent"),
+        scriptOperation<&Layer::document>("document"),
+        scriptOperation<&layersOf>("layers"),
+        scriptOperation<&addLayer>("addLayer"),
+        scriptOperation<&removeLayer>("remove"),
+        scriptOperation<&moveToIndex>("moveToIndex"),
+        scriptOperation<&duplicate>("duplicate"),
+    };
+    static constexpr ScriptClass scriptClass{"Layer", operations};
+    return scriptClass;
+}

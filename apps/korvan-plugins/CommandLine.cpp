@@ -1,0 +1,233 @@
+#include "CommandLine.h"
+
+#include "Commands.h"
+#include "platform/JSONText.h"
+
+#include <CLI/CLI.hpp>
+
+namespace {
+
+/// The options as texts of the command line, before they become those of the program.
+struct RawOptions
+{
+    std::vector<std::string> folders;
+    std::vector<std::string> defaults;
+    std::vector<std::string> handlers;
+    std::string supportFolder;
+    std::string defaultsFile;
+    std::string resourcesFolder;
+    std::string hostVersion;
+    std::string plugin;
+    std::string specifier;
+    std::string standaloneFile;
+    std::string documentFile;
+    std::string context;
+    std::string dumpDocumentFile;
+    std::string firstVersion;
+    std::string secondVersion;
+    double waitSeconds = 60;
+    bool json = false;
+    bool safeMode = false;
+};
+
+QString text(const std::string &argument)
+{
+    return QString::fromLocal8Bit(argument.c_str());
+}
+
+std::optional<QString> textIfGiven(const CLI::App &app, const std::string &option, const std::string &argument)
+{
+    return app.count(option) > 0 ? std::optional(text(argument)) : std::nullopt;
+}
+
+QStringList texts(const std::vector<std::string> &arguments)
+{
+    QStringList list;
+    for (const auto &argument : arguments)
+        list.append(text(argument));
+    return list;
+}
+
+QVariantMap readDefaults(const std::vector<std::string> &arguments)
+{
+    QVariantMap defaults;
+    for (const auto &argument : arguments) {
+        const auto pair = QByteArray::fromStdString(argument);
+        const auto equals = pair.indexOf('=');
+        const auto value = variantFromJSON(pair.mid(equals + 1));
+        const bool isUsable =
+            value && value.value().typeId() != QMetaType::Nullptr && value.value().typeId() != QMetaType::QVariantMap;
+        if (equals <= 0 || !isUsable) {
+            throw CLI::ValidationError(
+                "--default", "\"" + argument + "\" is not KEY=JSON with a text, number, boolean or array");
+        }
+        defaults.insert(QString::fromUtf8(pair.left(equals)), value.value());
+    }
+    return defaults;
+}
+
+QVariantMap readContext(const std::string &argument)
+{
+    if (argument.empty())
+        return {};
+    const auto value = variantFromJSON(QByteArray::fromStdString(argument));
+    if (!value || value.value().typeId() != QMetaType::QVariantMap)
+        throw CLI::ValidationError("--context", "the context has to be a JSON object");
+    return value.value().toMap();
+}
+
+class Program
+{
+public:
+    Program()
+    {
+        m_app.set_version_flag("--version", "korvan-plugins " KORVAN_VERSION, "Show the version and leave");
+        m_app.require_subcommand(1);
+        m_app.fallthrough();
+        m_app.failure_message(CLI::FailureMessage::simple);
+        addGlobalOptions();
+        addList();
+        addInfo();
+        addRun();
+        addCompareVersions();
+        addDemo();
+    }
+
+    ExitCode run(int argc, char **argv)
+    {
+        try {
+            m_app.parse(argc, argv);
+            m_globalOptions = globalOptions();
+            m_runOptions = runOptions();
+        } catch (const CLI::ParseError &error) {
+            return m_app.exit(error) == 0 ? ExitCode::Done : ExitCode::WrongUsage;
+        }
+        Output output(m_raw.json ? Output::Format::JSON : Output::Format::Text);
+        return m_command(output);
+    }
+
+private:
+    void addGlobalOptions()
+    {
+        m_app.add_option("--folder", m_raw.folders, "A plug-in folder; may be repeated, replaces the usual ones")
+            ->type_name("DIR")
+            ->expected(1)
+            ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+        m_app.add_option("--support-dir", m_raw.supportFolder, "The application's support folder")->type_name("DIR");
+        m_app.add_option("--defaults", m_raw.defaultsFile, "The file of the user's settings")->type_name("FILE");
+        m_app.add_option("--default", m_raw.defaults, "One setting for this call; may be repeated")
+            ->type_name("KEY=JSON")
+            ->expected(1)
+            ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+        m_app.add_flag("--safe-mode", m_raw.safeMode, "Load every plug-in disabled");
+        m_app.add_option("--resources", m_raw.resourcesFolder, "The application's resources")->type_name("DIR");
+        m_app.add_option("--host-version", m_raw.hostVersion, "The application's version")->type_name("VERSION");
+        m_app.add_flag("--json", m_raw.json, "Print one JSON document");
+    }
+
+    CLI::App *addCommand(const char *name, const char *description, std::function<ExitCode(Output &)> command)
+    {
+        auto *const subcommand = m_app.add_subcommand(name, description);
+        subcommand->fallthrough();
+        subcommand->callback([this, command = std::move(command)] { m_command = command; });
+        return subcommand;
+    }
+
+    void addList()
+    {
+        addCommand("list", "List the installed plug-ins",
+            [this](Output &output) { return listPlugins(m_globalOptions, output); });
+    }
+
+    void addInfo()
+    {
+        auto *const info = addCommand("info", "Show one plug-in, installed or a bundle folder",
+            [this](Output &output) { return showPlugin(m_globalOptions, {text(m_raw.plugin)}, output); });
+        info->add_option("plugin", m_raw.plugin, "Identifier of a plug-in, or path of a bundle")
+            ->type_name("ID|PATH")
+            ->required();
+    }
+
+    void addRun()
+    {
+        m_run = addCommand("run", "Run a command and show what it logs",
+            [this](Output &output) { return runCommand(m_globalOptions, m_runOptions, output); });
+        auto *const specifier =
+            m_run->add_option("command", m_raw.specifier, "The command, as PLUG-IN/COMMAND")->type_name("SPEC");
+        m_run->add_option("--standalone", m_raw.standaloneFile, "A file of bare statements to run instead")
+            ->type_name("FILE")
+            ->excludes(specifier);
+        m_run->add_option("--handler", m_raw.handlers, "Handler key to run; may be repeated (run)")
+            ->type_name("KEY")
+            ->expected(1)
+            ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+        m_run->add_option("--document", m_raw.documentFile, "Document to work on")->type_name("FILE");
+        m_run->add_option("--context", m_raw.context, "Further keys of the context")->type_name("JSON");
+        m_run->add_option("--wait", m_raw.waitSeconds, "Longest wait for a command that stays running (60)")
+            ->type_name("SECONDS")
+            ->check(CLI::Range(0.0, 1e6));
+        m_run->add_option("--dump-document", m_raw.dumpDocumentFile, "Where to write the document afterwards")
+            ->type_name("FILE");
+    }
+
+    void addCompareVersions()
+    {
+        auto *const compare =
+            addCommand("compare-versions", "Tell which of two versions is newer", [this](Output &output) {
+                return compareVersions({text(m_raw.firstVersion), text(m_raw.secondVersion)}, output);
+            });
+        compare->add_option("first", m_raw.firstVersion, "A version")->type_name("A")->required();
+        compare->add_option("second", m_raw.secondVersion, "Another version")->type_name("B")->required();
+    }
+
+    void addDemo()
+    {
+        addCommand("demo", "Show the library at work on the example plug-ins",
+            [this](Output &output) { return showDemo(m_globalOptions, output); });
+    }
+
+    GlobalOptions globalOptions() const
+    {
+        GlobalOptions options;
+        if (!m_raw.folders.empty())
+            options.folders = texts(m_raw.folders);
+        options.supportFolder = textIfGiven(m_app, "--support-dir", m_raw.supportFolder);
+        options.defaultsFile = textIfGiven(m_app, "--defaults", m_raw.defaultsFile);
+        options.defaults = readDefaults(m_raw.defaults);
+        options.resourcesFolder = textIfGiven(m_app, "--resources", m_raw.resourcesFolder);
+        options.hostVersion = textIfGiven(m_app, "--host-version", m_raw.hostVersion);
+        options.safeMode = m_raw.safeMode;
+        options.json = m_raw.json;
+        return options;
+    }
+
+    RunOptions runOptions() const
+    {
+        RunOptions options;
+        const bool namesNothing = m_raw.specifier.empty() && m_raw.standaloneFile.empty();
+        if (m_run->parsed() && namesNothing)
+            throw CLI::RequiredError("SPEC or --standalone FILE");
+        options.specifier = text(m_raw.specifier);
+        options.standaloneFile = textIfGiven(*m_run, "--standalone", m_raw.standaloneFile);
+        options.handlers = m_raw.handlers.empty() ? QStringList{QStringLiteral("run")} : texts(m_raw.handlers);
+        options.documentFile = textIfGiven(*m_run, "--document", m_raw.documentFile);
+        options.context = readContext(m_raw.context);
+        options.waitSeconds = m_raw.waitSeconds;
+        options.dumpDocumentFile = textIfGiven(*m_run, "--dump-document", m_raw.dumpDocumentFile);
+        return options;
+    }
+
+    CLI::App m_app{"Lists, inspects and runs plug-ins of the design application.", "korvan-plugins"};
+    RawOptions m_raw;
+    GlobalOptions m_globalOptions;
+    RunOptions m_runOptions;
+    CLI::App *m_run = nullptr;
+    std::function<ExitCode(Output &)> m_command;
+};
+
+} // namespace
+
+ExitCode runCommandLine(int argc, char **argv)
+{
+    return Program().run(argc, argv);
+}

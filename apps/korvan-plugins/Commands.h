@@ -1,0 +1,13 @@
+#pragma once
+
+#include "ExitCode.h"
+#include "Options.h"
+#include "Output.h"
+
+// One function per command of the program.
+
+ExitCode listPlugins(const GlobalOptions &options, Output &output);
+ExitCode showPlugin(const GlobalOptions &options, const InfoOptions &info, Output &output);
+ExitCode runCommand(const GlobalOptions &options, const RunOptions &run, Output &output);
+ExitCode compareVersions(const CompareVersionsOptions &versions, Output &output);
+ExitCode showDemo(const GlobalOptions &options, Output &output);

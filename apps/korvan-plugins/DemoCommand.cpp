@@ -1,0 +1,191 @@
+#include "Commands.h"
+
+#include "CommandRunner.h"
+#include "DocumentChanges.h"
+#include "DocumentContext.h"
+#include "Examples.h"
+#include "PluginSession.h"
+#include "TextTable.h"
+#include "document/DocumentFile.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QTemporaryDir>
+
+namespace {
+
+bool copyFolder(const QString &from, const QString &to)
+{
+    QDirIterator files(from, QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        const auto source = files.next();
+        const auto target = to + source.mid(from.size());
+        if (!QDir().mkpath(QFileInfo(target).path()) || !QFile::copy(source, target))
+            return false;
+    }
+    return true;
+}
+
+/// The demonstration: the example plug-ins at work on a copy of an example document, step by step.
+class Demo
+{
+public:
+    Demo(const GlobalOptions &options, const QString &folder, std::shared_ptr<Document> document, Output &output)
+        : m_output(output)
+        , m_session(options)
+        , m_log(std::make_shared<LogCollector>())
+        , m_document(std::move(document))
+        , m_documentFile(folder + QStringLiteral("/documents/poster.json"))
+    {
+        m_session.manager().setLogAction(m_log);
+    }
+
+    ExitCode perform()
+    {
+        showPlugins();
+        showDocument();
+        runStep(QStringLiteral("com.example.rename-layers/number"));
+        runStep(QStringLiteral("com.example.tidy-layers/round"));
+        runStep(QStringLiteral("com.example.tidy-layers/sort-by-name"));
+        runStep(QStringLiteral("com.example.bracket-notes/add"));
+        runStep(QStringLiteral("com.example.grid-generator/make grid"),
+            {{QStringLiteral("columns"), 2}, {QStringLiteral("rows"), 1}});
+        watchWhileRenaming();
+        runStep(QStringLiteral("com.example.colour-palette/report"));
+        runStep(QStringLiteral("com.example.broken-script/syntax"), {}, Mistakes::AreTheSubject);
+        runStep(QStringLiteral("com.example.broken-script/handler"), {}, Mistakes::AreTheSubject);
+        save();
+        m_output.document({{QStringLiteral("steps"), m_steps}, {QStringLiteral("ok"), !m_hasFailed}});
+        return m_hasFailed ? ExitCode::Failed : ExitCode::Done;
+    }
+
+private:
+    enum class Mistakes { AreFailures, AreTheSubject };
+
+    void heading(const QString &text)
+    {
+        m_output.line();
+        m_output.line(m_output.coloured(text, Output::Colour::Bold));
+    }
+
+    void showPlugins()
+    {
+        const auto plugins = m_session.manager().plugins();
+        heading(QStringLiteral("%1 plug-ins were found").arg(plugins.size()));
+        TextTable table({QStringLiteral("NAME"), QStringLiteral("VERSION"), QStringLiteral("COMMANDS")});
+        for (const auto &bundle : plugins) {
+            QStringList names;
+            for (const auto &[identifier, command] : bundle->commands())
+                names.append(command->name().value_or(identifier));
+            table.addRow({bundle->name().value_or(QString()), bundle->version().value_or(QString()),
+                names.join(QStringLiteral(", "))});
+        }
+        table.print(m_output);
+    }
+
+    void showDocument()
+    {
+        heading(QStringLiteral("They work on the document \"%1\"").arg(m_document->name()));
+        for (const auto &line : outlineOf(*m_document))
+            m_output.line(line);
+    }
+
+    std::optional<CommandRunner> runnerFor(const QString &specifier)
+    {
+        const auto found = m_session.findCommand(specifier);
+        m_hasFailed |= !found;
+        if (!found)
+            return std::nullopt;
+        const auto bundle = m_session.manager().plugins().value(*found->pluginBundleIdentifier());
+        const auto command = m_session.manager().commandWithSpecifier(*found);
+        heading(QStringLiteral("%1: %2").arg(bundle->name().value_or(QString()), command->name().value_or(QString())));
+        return CommandRunner(m_session.manager(), *m_log, command);
+    }
+
+    void runStep(const QString &specifier, const QVariantMap &values = {}, Mistakes mistakes = Mistakes::AreFailures)
+    {
+        auto runner = runnerFor(specifier);
+        if (!runner)
+            return;
+        const DocumentChanges changes(*m_document);
+        runner->run(QStringLiteral("run"), contextWithDocument(values, m_document));
+        runner->wait(std::chrono::seconds(10));
+        showResult(specifier, runner->takeResults(), changes.since(*m_document), mistakes);
+    }
+
+    /// A command that stays running sees what another one does.
+    void watchWhileRenaming()
+    {
+        const auto watch = QStringLiteral("com.example.layer-watcher/watch");
+        auto watcher = runnerFor(watch);
+        if (!watcher)
+            return;
+        watcher->run(QStringLiteral("run"),
+            contextWithDocument({{QStringLiteral("rounds"), 2}, {QStringLiteral("pause"), 50}}, m_document));
+        const DocumentChanges changes(*m_document);
+        m_document->layers().first()->setName(QStringLiteral("Renamed by the user"));
+        watcher->wait(std::chrono::seconds(10));
+        showResult(watch, watcher->takeResults(), changes.since(*m_document), Mistakes::AreFailures);
+    }
+
+    void showResult(
+        const QString &specifier, const QList<CommandResult> &results, const QStringList &changes, Mistakes mistakes)
+    {
+        QVariantList log;
+        for (const auto &result : results) {
+            for (const auto &entry : result.log) {
+                const bool isError = entry.value(QStringLiteral("level")).toString() == u"error";
+                const auto text = entry.value(QStringLiteral("stringValue")).toString();
+                m_output.line(m_output.coloured(text, isError ? Output::Colour::Red : Output::Colour::Plain));
+                log.append(text);
+            }
+            m_hasFailed |= result.hasErrors() != (mistakes == Mistakes::AreTheSubject) || !result.isFinished;
+        }
+        for (const auto &change : changes)
+            m_output.line(m_output.coloured(QStringLiteral("  ") + change, Output::Colour::Green));
+        m_steps.append(QVariant::fromValue(OrderedVariantDictionary{
+            {QStringLiteral("command"), specifier},
+            {QStringLiteral("log"), log},
+            {QStringLiteral("changes"), changes},
+        }));
+    }
+
+    void save()
+    {
+        const auto error = writeDocument(*m_document, m_documentFile);
+        m_hasFailed |= error.has_value();
+        heading(error ? error->localizedDescription : QStringLiteral("The document was saved and read again"));
+        const auto again = readDocument(m_documentFile);
+        m_hasFailed |= !again || jsonFromDocument(*again.value()) != jsonFromDocument(*m_document);
+    }
+
+    Output &m_output;
+    PluginSession m_session;
+    std::shared_ptr<LogCollector> m_log;
+    std::shared_ptr<Document> m_document;
+    QString m_documentFile;
+    QVariantList m_steps;
+    bool m_hasFailed = false;
+};
+
+} // namespace
+
+ExitCode showDemo(const GlobalOptions &options, Output &output)
+{
+    const QTemporaryDir folder;
+    const auto examples = examplesFolder();
+    if (!examples || !folder.isValid() || !copyFolder(*examples, folder.path())) {
+        output.error(QStringLiteral("The examples cannot be copied to a temporary folder."));
+        return ExitCode::Failed;
+    }
+    auto document = readDocument(folder.filePath(QStringLiteral("documents/poster.json")));
+    if (!document) {
+        output.error(document.error());
+        return ExitCode::Failed;
+    }
+    auto demoOptions = options;
+    demoOptions.folders = QStringList{folder.filePath(QStringLiteral("plugins"))};
+    demoOptions.supportFolder = folder.filePath(QStringLiteral("support"));
+    demoOptions.defaultsFile = folder.filePath(QStringLiteral("defaults.ini"));
+    return Demo(demoOptions, folder.path(), std::move(document).value(), output).perform();
+}

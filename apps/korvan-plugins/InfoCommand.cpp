@@ -1,0 +1,70 @@
+#include "Commands.h"
+
+#include "PluginReport.h"
+#include "PluginSession.h"
+#include "platform/JSONText.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace {
+
+/// An installed plug-in of that identifier, or the bundle at that path; null when there is neither.
+std::shared_ptr<KRPluginBundle> findPlugin(KRPluginManager &manager, const QString &identifierOrPath)
+{
+    if (const auto installed = manager.plugins().value(identifierOrPath))
+        return installed;
+    const auto path = QFileInfo(identifierOrPath).canonicalFilePath();
+    const auto bundle =
+        path.isEmpty() ? nullptr : KRPluginBundle::pluginBundleWithURL(QUrl::fromLocalFile(path + u'/'));
+    if (bundle)
+        bundle->setEnabled(
+            manager.shouldEnablePluginIdentifier(bundle->identifier().value_or(QString()), bundle->version()));
+    return bundle;
+}
+
+QString valueForPeople(const QVariant &value)
+{
+    if (value.typeId() == QMetaType::Bool)
+        return value.toBool() ? QStringLiteral("yes") : QStringLiteral("no");
+    return value.typeId() == QMetaType::QUrl ? value.toUrl().toString() : value.toString();
+}
+
+void printForPeople(const OrderedVariantDictionary &description, const KRPluginBundle &bundle, Output &output)
+{
+    const QStringList inTheirOwnForm{QStringLiteral("commands"), QStringLiteral("menuDescription")};
+    constexpr int labelWidth = 22;
+    for (const auto &[key, value] : description) {
+        const bool isNull = value.typeId() == QMetaType::Nullptr;
+        if (!isNull && !inTheirOwnForm.contains(key))
+            output.line(output.coloured(key.leftJustified(labelWidth), Output::Colour::Dim) + valueForPeople(value));
+    }
+    output.line();
+    for (const auto &[identifier, command] : bundle.commands()) {
+        output.line(output.coloured(identifier, Output::Colour::Bold) + QStringLiteral("  ")
+            + command->name().value_or(QString())
+            + (command->shortcut() ? QStringLiteral("  (%1)").arg(*command->shortcut()) : QString()));
+        for (const auto &[key, function] : command->handlers())
+            output.line(QStringLiteral("    %1 → %2").arg(key, function));
+    }
+}
+
+} // namespace
+
+ExitCode showPlugin(const GlobalOptions &options, const InfoOptions &info, Output &output)
+{
+    PluginSession session(options);
+    const auto bundle = findPlugin(session.manager(), info.plugin);
+    if (!bundle) {
+        output.error(QStringLiteral("There is no plug-in \"%1\".").arg(info.plugin));
+        return ExitCode::Failed;
+    }
+    auto description = describePlugin(*bundle, session.manager());
+    description.insert({QStringLiteral("versionedIdentifier"), bundle->versionedIdentifier()});
+    description.insert({QStringLiteral("menuDescription"), bundle->menuDescription()});
+    if (output.isJSON())
+        output.document(description);
+    else
+        printForPeople(description, *bundle, output);
+    return ExitCode::Done;
+}

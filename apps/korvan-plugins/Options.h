@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QVariantMap>
+
+#include <optional>
+
+/// What the command line says about the host, for every command.
+struct GlobalOptions
+{
+    /// Nil: the folders of the user's settings.
+    std::optional<QStringList> folders;
+    std::optional<QString> supportFolder;
+    std::optional<QString> defaultsFile;
+    QVariantMap defaults;
+    std::optional<QString> resourcesFolder;
+    std::optional<QString> hostVersion;
+    bool safeMode = false;
+    bool json = false;
+};
+
+struct InfoOptions
+{
+    QString plugin;
+};
+
+struct RunOptions
+{
+    std::optional<QString> specifier;
+    std::optional<QString> standaloneFile;
+    QStringList handlers;
+    std::optional<QString> documentFile;
+    QVariantMap context;
+    double waitSeconds = 60;
+    std::optional<QString> dumpDocumentFile;
+};
+
+struct CompareVersionsOptions
+{
+    QString first;
+    QString second;
+};

@@ -1,0 +1,72 @@
+#include "Output.h"
+
+#include "platform/JSONText.h"
+
+#include <cstdio>
+#include <unistd.h>
+
+namespace {
+
+void print(std::FILE *stream, const QByteArray &text)
+{
+    std::fwrite(text.constData(), 1, std::size_t(text.size()), stream);
+    std::fflush(stream);
+}
+
+} // namespace
+
+Output::Output(Format format)
+    : m_format(format)
+    , m_hasColours(::isatty(STDOUT_FILENO) && qEnvironmentVariableIsEmpty("NO_COLOR"))
+{ }
+
+void Output::document(const OrderedVariantDictionary &document)
+{
+    if (isJSON())
+        print(stdout, jsonFromVariant(QVariant::fromValue(document), JSONStyle::Indented));
+}
+
+void Output::line(const QString &text)
+{
+    if (!isJSON())
+        print(stdout, text.toUtf8() + '\n');
+}
+
+void Output::error(const KRError &error)
+{
+    if (!isJSON())
+        return printToStandardError(QStringLiteral("korvan-plugins: ") + error.localizedDescription);
+    OrderedVariantDictionary description;
+    if (!error.domain.isEmpty()) {
+        description.insert({QStringLiteral("domain"), error.domain});
+        description.insert({QStringLiteral("code"), error.code});
+    }
+    description.insert({QStringLiteral("message"), error.localizedDescription});
+    document({{QStringLiteral("error"), QVariant::fromValue(description)}});
+}
+
+QString Output::coloured(const QString &text, Colour colour) const
+{
+    if (!m_hasColours)
+        return text;
+    switch (colour) {
+    case Colour::Dim:
+        return QStringLiteral("\033[2m%1\033[0m").arg(text);
+    case Colour::Bold:
+        return QStringLiteral("\033[1m%1\033[0m").arg(text);
+    case Colour::Red:
+        return QStringLiteral("\033[31m%1\033[0m").arg(text);
+    case Colour::Green:
+        return QStringLiteral("\033[32m%1\033[0m").arg(text);
+    case Colour::Yellow:
+        return QStringLiteral("\033[33m%1\033[0m").arg(text);
+    case Colour::Plain:
+        break;
+    }
+    return text;
+}
+
+void printToStandardError(const QString &line)
+{
+    print(stderr, line.toUtf8() + '\n');
+}

@@ -1,0 +1,39 @@
+#include "PluginSession.h"
+
+#include <QDir>
+
+namespace {
+
+QList<QUrl> pluginFolders(const GlobalOptions &options)
+{
+    if (!options.folders)
+        return KRPluginManager::pluginsURLs();
+    QList<QUrl> urls;
+    for (const auto &folder : *options.folders)
+        urls.append(QUrl::fromLocalFile(QDir::current().absoluteFilePath(folder) + u'/'));
+    return urls;
+}
+
+} // namespace
+
+PluginSession::PluginSession(const GlobalOptions &options)
+    : m_environment(options)
+    , m_installation(m_environment)
+    , m_manager(pluginFolders(options), nullptr, nullptr)
+{
+    m_manager.setDisableAllPlugins(options.safeMode);
+    m_manager.reloadPlugins();
+}
+
+std::optional<KRPluginCommandSpecifier> PluginSession::findCommand(const QString &specifier)
+{
+    std::optional<KRPluginCommandSpecifier> longest;
+    const auto plugins = m_manager.plugins();
+    for (auto plugin = plugins.begin(); plugin != plugins.end(); ++plugin) {
+        const auto prefix = plugin.key() + u'/';
+        const bool isLonger = !longest || plugin.key().size() > longest->pluginBundleIdentifier()->size();
+        if (specifier.startsWith(prefix) && isLonger)
+            longest = KRPluginCommandSpecifier(plugin.key(), specifier.mid(prefix.size()));
+    }
+    return longest && m_manager.commandWithSpecifier(*longest) ? longest : std::nullopt;
+}

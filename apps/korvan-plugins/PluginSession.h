@@ -1,0 +1,25 @@
+#pragma once
+
+#include "CommandLineEnvironment.h"
+#include "manager/KRPluginManager.h"
+
+#include <optional>
+
+/// The framework as one command of this program uses it: an environment in force, and a manager that has loaded the
+/// plug-ins.
+class PluginSession
+{
+public:
+    explicit PluginSession(const GlobalOptions &options);
+
+    KRPluginManager &manager() { return m_manager; }
+
+    /// The command that a text "plug-in/command" names: of all plug-ins whose identifier it begins with, the one with
+    /// the longest. Nil when there is no such plug-in or command.
+    std::optional<KRPluginCommandSpecifier> findCommand(const QString &specifier);
+
+private:
+    CommandLineEnvironment m_environment;
+    LTAppEnvironment::Installation m_installation;
+    KRPluginManager m_manager;
+};

@@ -1,0 +1,36 @@
+#include "TextTable.h"
+
+#include <algorithm>
+
+namespace {
+
+QString padded(const QStringList &cells, const QList<qsizetype> &widths)
+{
+    QString line;
+    for (qsizetype i = 0; i < cells.size(); ++i) {
+        if (i > 0)
+            line += QStringLiteral("  ");
+        line += i + 1 < cells.size() ? cells[i].leftJustified(widths[i]) : cells[i];
+    }
+    return line;
+}
+
+} // namespace
+
+TextTable::TextTable(const QStringList &heading)
+    : m_heading(heading)
+{ }
+
+void TextTable::print(Output &output) const
+{
+    QList<qsizetype> widths;
+    for (qsizetype i = 0; i < m_heading.size(); ++i) {
+        auto width = m_heading[i].size();
+        for (const auto &row : m_rows)
+            width = std::max(width, row[i].size());
+        widths.append(width);
+    }
+    output.line(output.coloured(padded(m_heading, widths), Output::Colour::Bold));
+    for (const auto &row : m_rows)
+        output.line(padded(row, widths));
+}

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "Output.h"
+
+#include <QList>
+#include <QStringList>
+
+/// Rows of texts in aligned columns under a heading.
+class TextTable
+{
+public:
+    explicit TextTable(const QStringList &heading);
+
+    void addRow(const QStringList &cells) { m_rows.append(cells); }
+    void print(Output &output) const;
+
+private:
+    QStringList m_heading;
+    QList<QStringList> m_rows;
+};

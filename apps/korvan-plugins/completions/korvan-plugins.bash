@@ -1,0 +1,32 @@
+# Completion of korvan-plugins for bash.
+
+_korvan_plugins() {
+    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} command='' word
+    local options='--folder --support-dir --defaults --default --safe-mode --resources --host-version --json --help --version'
+    local commands='list info run compare-versions demo'
+
+    for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
+        case " $commands " in *" $word "*) command=$word ;; esac
+    done
+    case $previous in
+    --folder | --support-dir | --resources)
+        mapfile -t COMPREPLY < <(compgen -d -- "$current")
+        return
+        ;;
+    --defaults | --standalone | --document | --dump-document)
+        mapfile -t COMPREPLY < <(compgen -f -- "$current")
+        return
+        ;;
+    --default | --host-version | --handler | --context | --wait) return ;;
+    esac
+    case $command in
+    run) options+=' --standalone --handler --document --context --wait --dump-document' ;;
+    '') options+=" $commands" ;;
+    esac
+    if [[ $command == info && $current != -* ]]; then
+        mapfile -t COMPREPLY < <(compgen -d -- "$current")
+    else
+        mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")
+    fi
+}
+complete -F _korvan_plugins korvan-plugins

@@ -1,0 +1,4 @@
+function onRun(context) {
+    const layers = context.document.layers(;
+    return layers.length;
+}

@@ -1,0 +1,9 @@
+const { layersWithDepth } = require('../layers');
+
+function onRun(context) {
+    const lines = layersWithDepth(context.document).map(
+        ({ layer, depth }) => `${'  '.repeat(depth)}- ${layer.name()} (${layer.type()})`);
+    const outline = lines.join('\n');
+    log(outline);
+    return outline;
+}
