@@ -134,9 +134,9 @@ public:
     /// The full context of the current run; null between runs. It keeps the plug-in in memory.
     ScriptDictionaryPointer context() const { return m_run ? m_run->context : nullptr; }
     void setContext(const ScriptDictionaryPointer &context);
-    /// What the last handler has returned; nil when it threw.
+    /// What the last handler has returned, commands and plug-ins in it weakly; nil when it threw.
     QVariant returnValue() const { return m_run ? m_run->returnValue : QVariant(); }
-    void setReturnValue(const QVariant &value) { runState().returnValue = value; }
+    void setReturnValue(const QVariant &value);
     /// The source last handed to a session.
     std::optional<QString> executingScript() const { return m_run ? m_run->executingScript : std::nullopt; }
     void setExecutingScript(const std::optional<QString> &source) { runState().executingScript = source; }

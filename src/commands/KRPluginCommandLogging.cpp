@@ -3,6 +3,7 @@
 #include "commands/KRPluginCommand.h"
 
 #include "commands/KRPluginLogAction.h"
+#include "commands/WeakPlugins.h"
 #include "platform/script/ValueText.h"
 
 namespace {
@@ -45,13 +46,15 @@ void KRPluginCommand::scriptEncounteredException(const ScriptException &)
 
 void KRPluginCommand::log(const QVariant &value, const QString &atLevel)
 {
-    auto entry = isReadyMadeEntry(value) ? value.toMap()
-                                         : QVariantMap{
-                                             {commandKey, QVariant::fromValue(weak_from_this())},
-                                             {payloadKey, QVariantList{isNil(value) ? QStringLiteral("null") : value}},
-                                             {stringValueKey, descriptionOfValue(value)},
-                                             {levelKey, atLevel},
-                                         };
+    const auto kept = withWeakPlugins(value);
+    const auto entry = isReadyMadeEntry(kept)
+        ? kept.toMap()
+        : QVariantMap{
+            {commandKey, QVariant::fromValue(weak_from_this())},
+            {payloadKey, QVariantList{isNil(kept) ? QStringLiteral("null") : kept}},
+            {stringValueKey, descriptionOfValue(kept)},
+            {levelKey, atLevel},
+        };
     if (const auto action = logAction())
         action->log(entry, m_identifier.value_or(QString()));
     else

@@ -3,6 +3,7 @@
 #include "commands/KRPluginCommand.h"
 
 #include "commands/CommandRun.h"
+#include "commands/WeakPlugins.h"
 #include "platform/FileURL.h"
 #include "platform/LTAppEnvironment.h"
 #include "platform/UserDefaults.h"
@@ -157,6 +158,11 @@ void KRPluginCommand::setContext(const ScriptDictionaryPointer &context)
 {
     runState().context = context;
     runState().bundleOfContext = context ? pluginBundle() : nullptr;
+}
+
+void KRPluginCommand::setReturnValue(const QVariant &value)
+{
+    runState().returnValue = withWeakPlugins(value);
 }
 
 void KRPluginCommand::loadJSGlobals()
