@@ -122,7 +122,7 @@ std::shared_ptr<KRPluginBundle> KRPluginBundle::initWithPath(const QByteArray &p
 void KRPluginBundle::makeCommands(std::vector<CommandEntry> &entries, PluginLoading &loading)
 {
     ScriptCache scripts;
-    CommandLoading commandLoading{scriptFolderOf(m_path), loading.coreModules, scripts, loading.messages};
+    CommandLoading commandLoading{scriptFolderOf(m_path), loading.coreModules, scripts, loading.messages, {}};
     const auto self = std::static_pointer_cast<KRPluginBundle>(shared_from_this());
     m_commands.reserve(entries.size());
     for (auto &entry : entries)

@@ -11,7 +11,7 @@
 
 class KRPluginScript;
 
-/// Scripts of one plug-in by the path of their file in lower case, so that commands of one file share its script.
+/// Scripts by the path of their file in lower case, so that commands of one file share its script.
 using ScriptCache = std::map<QString, std::shared_ptr<KRPluginScript>>;
 
 /// What the commands of one plug-in share while they are made.
@@ -22,4 +22,6 @@ struct CommandLoading
     const COScript::CoreModules &coreModules;
     ScriptCache &scripts;
     LogMessages &messages;
+    /// What stands before "script" paths in the cache's keys. Nothing while the cache serves this folder only.
+    QString cacheKeyPrefix;
 };

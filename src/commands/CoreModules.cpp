@@ -6,8 +6,6 @@
 #include "platform/LTAppEnvironment.h"
 #include "platform/UserDefaults.h"
 
-#include <QStringList>
-
 #include <vector>
 
 namespace {
@@ -67,9 +65,9 @@ COScript::CoreModules modulesInResources()
 COScript::CoreModules coreModulesOfApplication()
 {
     const auto location = LTAppEnvironment::current().userDefaults().value(KRPluginCommandAPILocationKey);
-    if (!location.isValid())
-        return modulesInResources();
     const auto path = location.toString().toUtf8();
+    if (path.isEmpty())
+        return modulesInResources();
     if (kindOfTarget(path) == FolderEntry::Kind::Folder)
         return modulesInFolder(path);
     // A single file implements the module "korvan" only; the others stay where they are.

@@ -10,14 +10,17 @@ namespace {
 
 std::shared_ptr<KRPluginScript> cachedScript(const QString &relativePath, CommandLoading &loading)
 {
-    // All of them start from one folder, so what follows it tells them apart.
-    auto &script = loading.scripts[relativePath.toLower()];
-    if (script)
-        return script;
+    auto key = relativePath.toLower();
+    if (!loading.cacheKeyPrefix.isEmpty())
+        key.prepend(loading.cacheKeyPrefix);
+    if (const auto known = loading.scripts.find(key); known != loading.scripts.end())
+        return known->second;
     KRError error;
     const auto path = pathByAppending(loading.scriptsFolder, relativePath.toUtf8());
-    script = KRPluginScript::initWithPath(path, &error);
-    if (!script) {
+    auto script = KRPluginScript::initWithPath(path, &error);
+    if (script) {
+        loading.scripts.emplace(std::move(key), script);
+    } else {
         loading.messages.add(LogMessages::Recipient::SystemLog,
             QStringLiteral("Failed to load script at URL %1, error: %2")
                 .arg(absoluteString(fileURLFromPath(path, FileKind::File)), error.localizedDescription));
@@ -40,7 +43,8 @@ std::shared_ptr<KRPluginCommand> KRPluginCommand::commandWithJSON(
         return nullptr;
     const auto coreModules = coreModulesOfApplication();
     LogMessages messages;
-    CommandLoading loading{pathFromFileURL(scriptsURL), coreModules, scripts, messages};
+    const auto folder = pathFromFileURL(scriptsURL);
+    CommandLoading loading{folder, coreModules, scripts, messages, displayPath(folder).toLower() + u'/'};
     auto command = commandWithEntry(std::move(*read), loading);
     for (const auto &message : messages.messages())
         LTAppEnvironment::current().systemLog(message.text);

@@ -11,9 +11,9 @@ QVariant handlersForScript(const KRPluginCommand &command)
     return QVariant::fromValue(command.handlers());
 }
 
-QVariant specifierForScript(const KRPluginCommand &command)
+std::optional<QString> specifierForScript(const KRPluginCommand &command)
 {
-    return command.commandSpecifier().stringValue().value_or(QString());
+    return command.commandSpecifier().stringValue();
 }
 
 } // namespace
