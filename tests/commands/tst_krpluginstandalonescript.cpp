@@ -17,17 +17,18 @@ const auto twentyFive = QString(25, u' ');
 /// The wrapped text of some statements, put together from the counts of blanks.
 QString wrapped(const QString &statements)
 {
-    return ten + u"var onRun = function(context) {\n"_s //
-        + ten + twentyFive + u"// Standalone Script Begins.\n"_s //
-        + twentyFive + u"var doc = context.document;\n"_s //
-        + twentyFive + u"if (doc && typeof(doc) !== 'undefined') context.doc = doc;\n"_s + twentyFive
-        + u"var selection = context.selection;\n"_s //
-        + twentyFive + u"var korvan = context;\n"_s //
-        + twentyFive + statements + u"\n"_s //
-        + twentyFive + u"// Standalone Script Ends.\n"_s //
-        + u"\n"_s //
-        + ten + u"};\n"_s //
-        + ten;
+    QString body;
+    for (const auto &line : {
+             u"// Standalone Script Begins."_s,
+             u"var doc = context.document;"_s,
+             u"if (doc && typeof(doc) !== 'undefined') context.doc = doc;"_s,
+             u"var selection = context.selection;"_s,
+             u"var korvan = context;"_s,
+             statements,
+             u"// Standalone Script Ends."_s,
+         })
+        body += twentyFive + line + u'\n';
+    return ten + u"var onRun = function(context) {\n"_s + ten + body + u'\n' + ten + u"};\n"_s + ten;
 }
 
 /// A script that is wrapped in a way of its own.

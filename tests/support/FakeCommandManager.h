@@ -24,6 +24,9 @@ public:
     /// What was handed over last.
     std::shared_ptr<KRPluginCommand> tracked;
     Completion completionOfTracked;
-    /// "stop specifier" and "track specifier", in the order of the calls.
+    /// "stop specifier" and "track specifier", in the order of the calls. They stand among the log action's too.
     QStringList events;
+
+private:
+    void note(const QString &event);
 };
