@@ -15,9 +15,7 @@ void COScript::setFlowDelegate(const std::weak_ptr<COFlowDelegate> &delegate)
 
 void COScript::collectGarbage()
 {
-    const auto context = JSGlobalContextCreateInGroup(ScriptEngine::instance().group(), nullptr);
-    ScriptEngine::instance().collectGarbage(context);
-    JSGlobalContextRelease(context);
+    ScriptEngine::instance().collectGarbage();
 }
 
 COScript::COScript(const CoreModules &coreModules, const QString &andName)

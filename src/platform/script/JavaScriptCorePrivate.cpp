@@ -34,6 +34,10 @@ const JavaScriptCorePrivate &JavaScriptCorePrivate::entryPoints()
         find(library, result.weakCreate, "JSWeakCreate");
         find(library, result.weakGetObject, "JSWeakGetObject");
         find(library, result.weakRelease, "JSWeakRelease");
+        find(library, result.lock, "JSLock");
+        find(library, result.unlock, "JSUnlock");
+        // A member function without arguments of the class that a context group is.
+        find(library, result.runPromiseReactions, "_ZN3JSC2VM15drainMicrotasksEv");
         find(library, result.collectNow, "JSSynchronousGarbageCollectForDebugging");
         return result;
     }();

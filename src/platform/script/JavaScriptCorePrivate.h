@@ -25,6 +25,13 @@ struct JavaScriptCorePrivate
     JSObjectRef (*weakGetObject)(WeakReference) = nullptr;
     void (*weakRelease)(JSContextGroupRef, WeakReference) = nullptr;
 
+    /// The group's lock, which every call of the engine takes for itself; the entry point below does not.
+    void (*lock)(JSContextRef) = nullptr;
+    void (*unlock)(JSContextRef) = nullptr;
+    /// Runs the reactions of settled promises, and those that they cause in turn. A script that is stopped meanwhile
+    /// takes all that wait with it.
+    void (*runPromiseReactions)(JSContextGroupRef) = nullptr;
+
     /// Collects everything that can be collected before it returns.
     void (*collectNow)(JSContextRef) = nullptr;
 

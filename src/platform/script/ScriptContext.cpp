@@ -71,11 +71,11 @@ JSObjectRef ScriptContext::library(JSValueRef *exception)
 }
 
 /// The engine holds this function strongly for each context, so it must not be the context's own: neither would ever be
-/// collected. It belongs to a context that lives as long as the process.
+/// collected.
 JSObjectRef ScriptContext::sharedRejectionFunction()
 {
     static const JSObjectRef function = [] {
-        const auto context = JSGlobalContextCreateInGroup(ScriptEngine::instance().group(), nullptr);
+        const auto context = ScriptEngine::instance().context();
         auto *const made = JSObjectMakeFunctionWithCallback(context, nullptr, &ScriptContext::rejectionCallback);
         JSValueProtect(context, made);
         return made;
@@ -147,6 +147,14 @@ ScriptContext *ScriptContext::find(JSContextRef context)
     return found == liveContexts().end() ? nullptr : found->second;
 }
 
+QString ScriptContext::currentStack(JSContextRef context)
+{
+    static const ScriptString stackName("stack");
+    auto *const error = JSObjectMakeError(context, 0, nullptr, nullptr);
+    const auto stack = error ? JSObjectGetProperty(context, error, stackName.get(), nullptr) : nullptr;
+    return stack ? ScriptString::adopt(JSValueToStringCopy(context, stack, nullptr)).toQString() : QString();
+}
+
 JSValueRef ScriptContext::endedError(JSContextRef context)
 {
     return errorWithMessage(context, QStringLiteral("The script's session has ended."));
@@ -177,7 +185,7 @@ JSValueRef ScriptContext::rejectionCallback(
     const auto globalContextOf = JavaScriptCorePrivate::entryPoints().globalContextOf;
     if (count >= 2) {
         if (auto *const self = find(globalContextOf(objectOf(arguments[0]))))
-            self->m_client.promiseRejected(arguments[0], arguments[1]);
+            self->m_client.promiseRejected(arguments[1]);
     }
     return JSValueMakeUndefined(context);
 }

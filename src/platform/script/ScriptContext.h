@@ -80,7 +80,8 @@ class ScriptContextClient : public ScriptLimitClient
 public:
     virtual JSValueRef callHost(
         HostFunction function, std::span<const JSValueRef> arguments, JSValueRef *exception) = 0;
-    virtual void promiseRejected(JSValueRef promise, JSValueRef reason) = 0;
+    /// A promise of that context was rejected with nobody listening.
+    virtual void promiseRejected(JSValueRef reason) = 0;
 };
 
 /// One global context of the engine, with the session's globals in it. Main thread only.
@@ -128,6 +129,8 @@ public:
 
     /// The context that a callback of the engine belongs to; null once it was destroyed.
     static ScriptContext *find(JSContextRef context);
+    /// The calls that the scripts on the stack have come through, in the engine's notation.
+    static QString currentStack(JSContextRef context);
     /// The error for a script that goes on after its session's end.
     static JSValueRef endedError(JSContextRef context);
 

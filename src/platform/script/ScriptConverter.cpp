@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -86,20 +87,34 @@ ScriptConverter::ScriptConverter(ScriptContext &context, ScriptWrappers &wrapper
 
 ScriptConverter::~ScriptConverter()
 {
-    for (auto *value : m_liveValues)
+    end();
+}
+
+void ScriptConverter::end()
+{
+    m_self.reset();
+    for (auto *value : std::exchange(m_liveValues, {}))
         value->end();
 }
 
 QString ScriptConverter::describe(JSValueRef value)
 {
-    const auto text = m_context.callLibrary(libraryfunction::describe, value, nullptr);
-    return text ? m_context.textOf(text) : QString();
+    QString description;
+    m_caller.runScript([&] {
+        const auto text = m_context.callLibrary(libraryfunction::describe, value, nullptr);
+        description = text ? m_context.textOf(text) : QString();
+    });
+    return description;
 }
 
 QVariant ScriptConverter::copy(JSValueRef value)
 {
-    JSValueRef exception = nullptr;
-    return toVariant(value, &exception);
+    QVariant result;
+    m_caller.runScript([&] {
+        JSValueRef exception = nullptr;
+        result = toVariant(value, &exception);
+    });
+    return result;
 }
 
 QVariant ScriptConverter::callFunction(JSObjectRef function, const QVariantList &arguments)

@@ -8,6 +8,7 @@
 
 #include <QVariant>
 
+#include <functional>
 #include <optional>
 #include <unordered_map>
 #include <unordered_set>
@@ -22,6 +23,8 @@ class ScriptFunctionCaller
 public:
     virtual ~ScriptFunctionCaller();
     virtual QVariant callFunction(JSObjectRef function, const QVariantList &arguments) = 0;
+    /// Runs work that may run scripts: a getter, a toString().
+    virtual void runScript(const std::function<void()> &work) = 0;
 };
 
 /// Carries values between one session and C++. Main thread only.
@@ -47,6 +50,8 @@ public:
     /// The value's text for people, as it is logged.
     QString description(JSValueRef value);
     bool isPromise(JSValueRef value);
+    /// Lets go of everything that C++ holds: the session ends.
+    void end();
     /// Notes in the value of a promise how it ended.
     void settle(const ScriptValue &promise, const QVariant &value);
 

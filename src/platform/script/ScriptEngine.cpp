@@ -38,6 +38,13 @@ ScriptEngine::ScriptEngine()
     : m_group(createGroup())
 { }
 
+JSGlobalContextRef ScriptEngine::context()
+{
+    if (!m_context)
+        m_context = JSGlobalContextCreateInGroup(m_group, nullptr);
+    return m_context;
+}
+
 void ScriptEngine::whenLeft(std::function<void()> work)
 {
     if (isEntered())
@@ -46,12 +53,62 @@ void ScriptEngine::whenLeft(std::function<void()> work)
         work();
 }
 
-void ScriptEngine::collectGarbage(JSContextRef context)
+void ScriptEngine::collectGarbage()
 {
     if (const auto collectNow = JavaScriptCorePrivate::entryPoints().collectNow)
-        collectNow(context);
+        collectNow(context());
     else
-        JSGarbageCollect(context);
+        JSGarbageCollect(context());
+}
+
+void ScriptEngine::run(JSContextRef context, const std::function<void()> &work)
+{
+    if (isNested()) {
+        work();
+        return;
+    }
+    m_work = &work;
+    // The engine counts the time of an entry, and every call into it from outside would be one, each reaction of a
+    // promise another. Inside of this call they all belong to one.
+    JSObjectCallAsFunction(context, workFunction(), nullptr, 0, nullptr, nullptr);
+    if (m_work)
+        runWork(context); // the engine refuses even this call: the work's own calls will tell why
+    if (m_thrown)
+        std::rethrow_exception(std::exchange(m_thrown, nullptr));
+}
+
+/// A function of no session's context, so that none has to make it.
+JSObjectRef ScriptEngine::workFunction()
+{
+    if (!m_workFunction) {
+        m_workFunction = JSObjectMakeFunctionWithCallback(context(), nullptr,
+            [](JSContextRef caller, JSObjectRef, JSObjectRef, std::size_t, const JSValueRef[], JSValueRef *) {
+                instance().runWork(caller);
+                return JSValueMakeUndefined(caller);
+            });
+        JSValueProtect(context(), m_workFunction);
+    }
+    return m_workFunction;
+}
+
+void ScriptEngine::runWork(JSContextRef context)
+{
+    try {
+        (*std::exchange(m_work, nullptr))();
+    } catch (...) {
+        m_thrown = std::current_exception(); // must not cross the engine's frames
+    }
+    runPromiseReactions(context);
+}
+
+void ScriptEngine::runPromiseReactions(JSContextRef context)
+{
+    const auto &engine = JavaScriptCorePrivate::entryPoints();
+    if (!engine.lock || !engine.unlock || !engine.runPromiseReactions)
+        return; // without these entry points the engine runs them behind the entry, each with a time limit of its own
+    engine.lock(context);
+    engine.runPromiseReactions(m_group);
+    engine.unlock(context);
 }
 
 void ScriptEngine::enter(ScriptLimitClient *client)
@@ -64,6 +121,8 @@ void ScriptEngine::enter(ScriptLimitClient *client)
 void ScriptEngine::leave()
 {
     m_clients.pop_back();
+    if (m_clients.empty())
+        m_stop.reset();
     while (m_clients.empty() && !m_workForLater.empty()) {
         const auto work = std::exchange(m_workForLater, {});
         for (const auto &function : work)
@@ -78,11 +137,17 @@ void ScriptEngine::applyTimeLimit(double seconds)
     const auto &engine = JavaScriptCorePrivate::entryPoints();
     if (!engine.setExecutionTimeLimit || !engine.clearExecutionTimeLimit)
         return; // without these entry points scripts run for as long as they like
+    m_appliedTimeLimit = seconds;
     if (seconds > 0)
-        engine.setExecutionTimeLimit(m_group, seconds, &ScriptEngine::timeLimitReached, nullptr);
+        startTimeLimit();
     else
         engine.clearExecutionTimeLimit(m_group);
-    m_appliedTimeLimit = seconds;
+}
+
+void ScriptEngine::startTimeLimit()
+{
+    JavaScriptCorePrivate::entryPoints().setExecutionTimeLimit(
+        m_group, m_appliedTimeLimit, &ScriptEngine::timeLimitReached, nullptr);
 }
 
 bool ScriptEngine::timeLimitReached(JSContextRef context, void *)
@@ -90,10 +155,10 @@ bool ScriptEngine::timeLimitReached(JSContextRef context, void *)
     auto &engine = instance();
     if (!engine.isEntered())
         return false;
-    if (engine.m_clients.back()->shouldStopAfterTimeLimit(context))
-        return true;
-    // The engine forgets the limit once it has been reached; without this the script would never be asked about again.
-    JavaScriptCorePrivate::entryPoints().setExecutionTimeLimit(
-        engine.m_group, engine.m_appliedTimeLimit, &ScriptEngine::timeLimitReached, nullptr);
-    return false;
+    if (!engine.m_stop)
+        engine.m_stop = engine.m_clients.back()->errorAfterTimeLimit(context, engine.m_appliedTimeLimit);
+    // The engine forgets the limit once it has been reached; without this neither a script that may go on would ever be
+    // asked about again, nor one that goes on although it was stopped.
+    engine.startTimeLimit();
+    return engine.m_stop.has_value();
 }

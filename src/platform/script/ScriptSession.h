@@ -12,6 +12,7 @@
 #include "platform/script/ScriptWrappers.h"
 #include "platform/script/SourceOffset.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <unordered_map>
@@ -54,12 +55,13 @@ public:
 
     // ScriptContextClient
     JSValueRef callHost(HostFunction function, std::span<const JSValueRef> arguments, JSValueRef *exception) override;
-    void promiseRejected(JSValueRef promise, JSValueRef reason) override;
+    void promiseRejected(JSValueRef reason) override;
     double timeLimit() const override { return m_timeLimit; }
-    bool shouldStopAfterTimeLimit(JSContextRef context) override;
+    std::optional<ScriptException> errorAfterTimeLimit(JSContextRef context, double seconds) override;
 
     // ScriptFunctionCaller
     QVariant callFunction(JSObjectRef function, const QVariantList &arguments) override;
+    void runScript(const std::function<void()> &work) override;
 
 private:
     /// What exists until the session ends.
@@ -83,25 +85,20 @@ private:
         QString tail;
     };
 
-    JSValueRef evaluate(const Source &source, JSValueRef *exception);
-    JSValueRef evaluateText(const QString &text, const ScriptString &sourceURL, JSValueRef *exception);
-    JSObjectRef findFunction(const QString &name);
-    /// A promise that was rejected with nobody listening.
-    struct Rejection
-    {
-        ProtectedValue promise;
-        ProtectedValue reason;
-    };
+    /// Runs work that may run scripts; nothing when the session has ended. What it is handed stays valid while it runs,
+    /// even when a script ends the session.
+    void enter(const std::function<void(Live &live)> &work);
 
+    JSValueRef evaluate(Live &live, const Source &source, JSValueRef *exception);
+    JSObjectRef findFunction(Live &live, const QString &name);
     /// Calls a function. A promise that it returns keeps the session running until it settles.
-    QVariant callWatching(JSObjectRef function, const QVariantList &arguments, JSValueRef *exception);
-    ScriptValue watchPromise(JSValueRef promise, const std::vector<Rejection> &rejections, JSValueRef *exception);
+    QVariant callWatching(Live &live, JSObjectRef function, const QVariantList &arguments, JSValueRef *exception);
+    void watchPromise(Live &live, JSValueRef promise, const ScriptValue &value, JSValueRef *exception);
     void fireTimer(int id);
-    ScriptException takeStop();
 
     /// The error that a call into the engine has ended with, if any: an exception, or the time limit.
-    std::optional<ScriptException> takeError(JSValueRef exception);
-    ScriptException read(JSValueRef thrown);
+    std::optional<ScriptException> takeError(Live &live, JSValueRef exception);
+    ScriptException read(Live &live, JSValueRef thrown);
     void signal(const ScriptException &error);
     void report(const ScriptException &error);
     void print(const QVariant &value);
@@ -127,9 +124,8 @@ private:
     bool m_shouldPreprocess = true;
     bool m_shouldKeepAround = false;
     double m_timeLimit = 0;
-    bool m_wasStopped = false;
-    /// Where the script stood when it was stopped.
-    QString m_stopStack;
+    /// Whether the scripts on the stack know already that they are being stopped.
+    bool m_hasTakenStop = false;
 
     ScriptModules m_modules;
     ScriptLocations m_locations;
@@ -139,7 +135,6 @@ private:
     QVariantMap m_pushedObjects;
     std::unordered_map<int, ScriptValue> m_promises;
     int m_latestPromiseID = 0;
-    /// Where rejections wait while a function is being called that may return their promise.
-    std::vector<Rejection> *m_waitingRejections = nullptr;
-    std::unique_ptr<Live> m_live;
+    /// Null once the session has ended. Scripts that are still on the stack then hold it until they have left.
+    std::shared_ptr<Live> m_live;
 };

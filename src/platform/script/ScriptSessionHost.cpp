@@ -119,7 +119,7 @@ JSValueRef ScriptSession::compileModule(const QString &file, JSValueRef *excepti
     const auto url = absoluteString(m_modules.url(file));
     m_locations.addFolder(m_modules.folder(file));
     m_locations.setOffset(url, {0, int(moduleHead.size())});
-    return evaluate({source, url, moduleHead, moduleTail}, exception);
+    return evaluate(*m_live, {source, url, moduleHead, moduleTail}, exception);
 }
 
 JSValueRef ScriptSession::readModule(const QString &file)
