@@ -1,14 +1,19 @@
 #include "localization/KorvanPluginManagerLocalization.h"
 
 #include "platform/FileURL.h"
+#include "platform/FolderListing.h"
 #include "platform/LibraryFolder.h"
 
 #include <QCoreApplication>
 
 QUrl KorvanPluginManagerLocalizationHelper::bundle()
 {
+    const auto below = [](const QByteArray &prefix) { return pathByAppending(prefix, "share/KorvanPluginManager"); };
     const auto prefix = pathWithoutLastComponent(libraryFolder());
-    return fileURLFromPath(pathByAppending(prefix, "share/KorvanPluginManager"), FileKind::Folder);
+    // Some systems keep libraries one folder deeper, in one for each kind of processor.
+    const auto fartherUp = below(pathWithoutLastComponent(prefix));
+    const bool isFartherUp = !itemExists(below(prefix)) && itemExists(fartherUp);
+    return fileURLFromPath(isFartherUp ? fartherUp : below(prefix), FileKind::Folder);
 }
 
 QString KorvanPluginManagerLocalizedStringFromTable(const QString &key, const QString &table)

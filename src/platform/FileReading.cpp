@@ -67,8 +67,9 @@ Result<QByteArray> readFile(const QByteArray &path, qint64 maximumSize, qsizetyp
 {
     if (path.contains('\0'))
         return systemError(EINVAL); // the system would read another, shorter path
-    // Without blocking: a pipe that stands where a file is expected would otherwise wait for a writer for ever.
-    const FileDescriptor file(::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    // Without blocking: a pipe that stands where a file is expected would otherwise wait for a writer for ever. And a
+    // terminal that stands there must not become this process's own.
+    const FileDescriptor file(::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     if (!file.isOpen())
         return systemError(errno);
     struct stat status;

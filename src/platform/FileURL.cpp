@@ -1,12 +1,32 @@
 #include "platform/FileURL.h"
 
-#include <QFile>
+#include <filesystem>
+
+namespace {
+
+/// A URL's first component would otherwise be the name of a computer.
+QByteArray absolutePath(const QByteArray &path)
+{
+    if (path.startsWith('/'))
+        return path;
+    std::error_code error;
+    return pathByAppending(QByteArray::fromStdString(std::filesystem::current_path(error).native()), path);
+}
+
+bool isOnThisComputer(const QString &host)
+{
+    return host.isEmpty() || host == u"localhost";
+}
+
+} // namespace
 
 QUrl fileURLFromPath(const QByteArray &path, FileKind kind)
 {
+    if (path.isEmpty())
+        return {};
     // What a URL's path may hold as it is, besides letters, digits and "-._~".
     static const QByteArray unencoded = QByteArrayLiteral("/!$&'()*+,:=@");
-    QByteArray encoded = "file://" + path.toPercentEncoding(unencoded);
+    QByteArray encoded = "file://" + absolutePath(path).toPercentEncoding(unencoded);
     if (kind == FileKind::Folder && !encoded.endsWith('/'))
         encoded += '/';
     return QUrl::fromEncoded(encoded, QUrl::StrictMode);
@@ -19,7 +39,7 @@ QUrl fileURLFromPath(const QString &path, FileKind kind)
 
 QByteArray pathFromFileURL(const QUrl &url)
 {
-    if (!url.isLocalFile())
+    if (!url.isLocalFile() || !isOnThisComputer(url.host()))
         return {};
     auto path = QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1());
     while (path.size() > 1 && path.endsWith('/'))

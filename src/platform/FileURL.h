@@ -13,13 +13,15 @@
 /// folder's URL ends in "/", a path never does (but for the root).
 enum class FileKind { File, Folder };
 
-/// The URL of a path; the bytes that a URL cannot hold, and those that are not ASCII, are percent-encoded.
+/// The URL of a path; the bytes that a URL cannot hold, and those that are not ASCII, are percent-encoded. A relative
+/// path is taken from the current folder; an empty one has no URL.
 QUrl fileURLFromPath(const QByteArray &path, FileKind kind);
 
 /// The same for a path that came as text.
 QUrl fileURLFromPath(const QString &path, FileKind kind);
 
-/// The path of a file URL, without a trailing slash; empty for an empty URL and one that is not a local file's.
+/// The path of a file URL, without a trailing slash; empty for an empty URL and one that is not a local file's (another
+/// scheme, another computer).
 QByteArray pathFromFileURL(const QUrl &url);
 
 /// The path as text for people: bytes that are not UTF-8 show as replacement characters.

@@ -53,6 +53,8 @@ FolderEntry::Kind kindOf(DIR *folder, const dirent *entry)
 std::vector<FolderEntry> visibleEntries(const QByteArray &folderPath)
 {
     std::vector<FolderEntry> entries;
+    if (folderPath.contains('\0'))
+        return entries; // the system would list another, shorter path
     const std::unique_ptr<DIR, FolderCloser> folder(::opendir(folderPath.constData()));
     if (!folder)
         return entries;

@@ -17,7 +17,7 @@ struct FolderEntry
 /// A folder that cannot be opened or vanishes meanwhile has no (further) entries. Links are not followed here.
 std::vector<FolderEntry> visibleEntries(const QByteArray &folderPath);
 
-/// What a path leads to after all links: Folder, File, or Other when it leads nowhere.
+/// What a path leads to after all links: Folder, File, or Other for anything else and when it leads nowhere.
 FolderEntry::Kind kindOfTarget(const QByteArray &path);
 
 /// Whether a path leads to anything, of whatever kind.

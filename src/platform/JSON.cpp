@@ -1,7 +1,10 @@
 #include "platform/JSON.h"
 #include "platform/JSONText.h"
+#include "platform/SpareRoom.h"
 
 #include <QLocale>
+
+#include <algorithm>
 
 namespace {
 
@@ -22,35 +25,55 @@ QVariant numberOf(simdjson::dom::element element)
     }
 }
 
-/// Makes every integer of more than 18 digits a floating-point number by writing ".0" behind it.
+bool fitsIn64Bits(std::string_view digits, bool isNegative)
+{
+    const std::string_view limit = isNegative ? "9223372036854775808" : "18446744073709551615";
+    return digits.size() < limit.size() || (digits.size() == limit.size() && digits <= limit);
+}
+
+bool isTooLongInteger(std::string_view token)
+{
+    const bool isNegative = !token.empty() && token.front() == '-';
+    const auto digits = token.substr(isNegative ? 1 : 0);
+    return digits.find_first_not_of("0123456789") == std::string_view::npos && !fitsIn64Bits(digits, isNegative);
+}
+
+/// Where the string ends that starts with the quotation mark at `start`.
+std::size_t endOfString(std::string_view text, std::size_t start)
+{
+    for (auto i = start + 1; i < text.size(); ++i) {
+        if (text[i] == '\\')
+            ++i;
+        else if (text[i] == '"')
+            return i + 1;
+    }
+    return text.size();
+}
+
+/// Where the token ends that starts at `start`: a string, a number, or whatever is neither.
+std::size_t endOfToken(std::string_view text, std::size_t start)
+{
+    const std::string_view numberStarts = "-0123456789";
+    if (text[start] == '"')
+        return endOfString(text, start);
+    const auto end = numberStarts.find(text[start]) != std::string_view::npos
+        ? text.find_first_not_of("+-.0123456789Ee", start)
+        : text.find_first_of("\"-0123456789", start);
+    return std::min(end, text.size());
+}
+
+/// Makes every integer that is too long for 64 bits a floating-point number by writing ".0" behind it.
 QByteArray withLongIntegersAsFloats(std::string_view text)
 {
-    constexpr std::size_t safeDigits = 18;
-    const auto isDigit = [](char character) { return character >= '0' && character <= '9'; };
     QByteArray result;
-    bool inString = false;
-    for (std::size_t i = 0; i < text.size();) {
-        if (inString && text[i] == '\\') {
-            result += QByteArrayView(text.substr(i, 2));
-            i += 2;
-            continue;
-        }
-        if (text[i] == '"')
-            inString = !inString;
-        if (inString || !isDigit(text[i])) {
-            result += text[i++];
-            continue;
-        }
-        auto end = i;
-        while (end < text.size() && isDigit(text[end]))
-            ++end;
-        const bool isFraction = i > 0 && text[i - 1] == '.';
-        const bool isExponent = i > 0 && std::string_view("eE+").find(text[i - 1]) != std::string_view::npos;
-        const bool isWhole = end == text.size() || std::string_view(".eE").find(text[end]) == std::string_view::npos;
-        result += QByteArrayView(text.substr(i, end - i));
-        if (end - i > safeDigits && isWhole && !isFraction && !isExponent)
+    result.reserve(qsizetype(text.size()));
+    for (std::size_t start = 0; start < text.size();) {
+        const auto end = endOfToken(text, start);
+        const auto token = text.substr(start, end - start);
+        result += QByteArrayView(token);
+        if (isTooLongInteger(token))
             result += ".0";
-        i = end;
+        start = end;
     }
     return result;
 }
@@ -138,7 +161,7 @@ Result<JSONView> JSONParser::parse(const QByteArray &text)
     std::string_view content(text.constData(), std::size_t(text.size()));
     if (content.substr(0, 3) == "\xEF\xBB\xBF")
         content.remove_prefix(3);
-    const bool isPadded = text.capacity() - text.size() >= padding;
+    const bool isPadded = spareRoomBehind(text) >= padding;
 
     simdjson::dom::element root;
     auto error = parseText(content, isPadded, root);

@@ -13,6 +13,7 @@
 #include <QStandardPaths>
 #include <QSysInfo>
 
+#include <filesystem>
 #include <optional>
 
 namespace {
@@ -129,15 +130,30 @@ MainQueue &LTAppEnvironment::mainQueue()
 
 QUrl LTAppEnvironment::urlForResource(const QString &name, const QString &extension) const
 {
+    const auto folder = pathFromFileURL(mainBundleResourcesFolder());
+    if (folder.isEmpty())
+        return {};
     const auto fileName = name + u'.' + extension;
-    const auto path = pathByAppending(pathFromFileURL(mainBundleResourcesFolder()), fileName.toUtf8());
-    return kindOfTarget(path) == FolderEntry::Kind::Other ? QUrl() : fileURLFromPath(path, FileKind::File);
+    const auto path = pathByAppending(folder, fileName.toUtf8());
+    switch (kindOfTarget(path)) {
+    case FolderEntry::Kind::File:
+        return fileURLFromPath(path, FileKind::File);
+    case FolderEntry::Kind::Folder:
+        return fileURLFromPath(path, FileKind::Folder);
+    default:
+        return {};
+    }
 }
 
 QUrl LTAppEnvironment::applicationSupportDirectory(const QString &subDirectory, FolderCreation creation) const
 {
-    const auto path = pathByAppending(pathFromFileURL(applicationSupportFolder()), subDirectory.toUtf8());
-    if (creation == FolderCreation::IfNeeded)
-        QDir().mkpath(displayPath(path));
+    const auto folder = pathFromFileURL(applicationSupportFolder());
+    if (folder.isEmpty())
+        return {};
+    const auto path = pathByAppending(folder, subDirectory.toUtf8());
+    if (creation == FolderCreation::IfNeeded) {
+        std::error_code error;
+        std::filesystem::create_directories(path.toStdString(), error);
+    }
     return fileURLFromPath(path, FileKind::Folder);
 }

@@ -92,11 +92,13 @@ public:
     /// Thread-safe.
     virtual MainQueue &mainQueue();
 
-    /// The resource `name`.`extension` in the resources folder (the name may hold slashes); empty when there is none.
+    /// The resource `name`.`extension` in the resources folder, a file or a folder (the name may hold slashes); empty
+    /// when there is none.
     QUrl urlForResource(const QString &name, const QString &extension) const;
 
     enum class FolderCreation { IfNeeded, Never };
-    /// A folder inside the application support folder. A folder that cannot be created is answered all the same.
+    /// A folder inside the application support folder; empty when the application has none. A folder that cannot be
+    /// created is answered all the same.
     QUrl applicationSupportDirectory(const QString &subDirectory, FolderCreation creation) const;
 
 private:

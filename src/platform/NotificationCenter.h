@@ -18,13 +18,19 @@ struct Notification
 class NotificationCenter;
 
 /// Keeps one observation alive; destroying or resetting it ends the observation, also from inside a callback and also
-/// after the centre is gone.
+/// after the centre is gone. It moves but is not copied: it has one owner.
 class KORVAN_EXPORT NotificationObserver
 {
 public:
     using Callback = std::function<void(const Notification &)>;
 
     NotificationObserver() = default;
+    NotificationObserver(NotificationObserver &&) noexcept = default;
+    NotificationObserver &operator=(NotificationObserver &&) noexcept = default;
+    NotificationObserver(const NotificationObserver &) = delete;
+    NotificationObserver &operator=(const NotificationObserver &) = delete;
+    ~NotificationObserver() = default;
+
     void reset() { m_callback.reset(); }
 
 private:

@@ -2,8 +2,20 @@
 
 #include <QSettings>
 
-#include <algorithm>
 #include <cmath>
+#include <limits>
+
+namespace {
+
+qint64 nearestInteger(double number)
+{
+    constexpr double beyond = 9223372036854775808.0; // the first that 64 bits cannot hold
+    if (number >= beyond)
+        return std::numeric_limits<qint64>::max();
+    return number < -beyond ? std::numeric_limits<qint64>::min() : qint64(number);
+}
+
+} // namespace
 
 UserDefaults::UserDefaults(const QString &filePath)
     : m_settings(std::make_unique<QSettings>(filePath, QSettings::IniFormat))
@@ -60,9 +72,11 @@ bool UserDefaults::boolForKey(const QString &key) const
 
 qint64 UserDefaults::integerForKey(const QString &key) const
 {
-    constexpr double largestExact = 9007199254740992.0;
-    const double number = numberForKey(key).value_or(0);
-    return std::isfinite(number) ? qint64(std::clamp(number, -largestExact, largestExact)) : 0;
+    const auto stored = value(key);
+    const bool mayBeLong = stored.typeId() == QMetaType::QString || stored.typeId() == QMetaType::LongLong;
+    bool isInteger = false;
+    const qint64 integer = mayBeLong ? stored.toLongLong(&isInteger) : 0;
+    return isInteger ? integer : nearestInteger(numberForKey(key).value_or(0));
 }
 
 std::optional<double> UserDefaults::numberForKey(const QString &key) const
@@ -72,7 +86,7 @@ std::optional<double> UserDefaults::numberForKey(const QString &key) const
         return std::nullopt;
     bool isNumber = false;
     const double number = stored.toDouble(&isNumber);
-    return isNumber ? std::optional(number) : std::nullopt;
+    return isNumber && std::isfinite(number) ? std::optional(number) : std::nullopt;
 }
 
 void UserDefaults::setValue(const QString &key, const QVariant &value)

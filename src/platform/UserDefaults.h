@@ -34,9 +34,9 @@ public:
     std::optional<QStringList> stringArrayForKey(const QString &key) const;
     /// False when absent.
     bool boolForKey(const QString &key) const;
-    /// 0 when absent.
+    /// Without its fraction, and the nearest that 64 bits hold; 0 when absent.
     qint64 integerForKey(const QString &key) const;
-    /// Nil when absent or not a number.
+    /// Nil when absent or not a finite number.
     std::optional<double> numberForKey(const QString &key) const;
 
     /// Stores the value in the file (nil removes it) and drops the process's own value of that key.

@@ -1,5 +1,7 @@
 #include "support/VirtualMainQueue.h"
 
+#include <algorithm>
+
 struct VirtualMainQueue::State
 {
     /// By due time, then by the order of scheduling.
@@ -39,9 +41,14 @@ void VirtualMainQueue::async(std::function<void()> work)
 
 std::unique_ptr<ScheduledCall> VirtualMainQueue::callAfter(std::chrono::milliseconds delay, std::function<void()> work)
 {
-    const auto key = std::pair(m_now + std::max(delay, std::chrono::milliseconds(0)), ++m_state->latestNumber);
+    const auto key = std::pair(after(delay), ++m_state->latestNumber);
     m_state->calls.emplace(key, std::move(work));
     return std::make_unique<Call>(m_state, key);
+}
+
+std::chrono::milliseconds VirtualMainQueue::after(std::chrono::milliseconds delay) const
+{
+    return m_now + std::clamp(delay, std::chrono::milliseconds(0), std::chrono::milliseconds::max() - m_now);
 }
 
 void VirtualMainQueue::runQueued()
@@ -61,7 +68,7 @@ void VirtualMainQueue::runQueued()
 
 void VirtualMainQueue::advance(std::chrono::milliseconds duration)
 {
-    const auto end = m_now + duration;
+    const auto end = after(duration);
     runQueued();
     while (!m_state->calls.empty() && m_state->calls.begin()->first.first <= end) {
         const auto next = m_state->calls.begin();

@@ -34,6 +34,9 @@ private:
     struct State;
     class Call;
 
+    /// Time does not go back, and ends.
+    std::chrono::milliseconds after(std::chrono::milliseconds delay) const;
+
     std::shared_ptr<State> m_state;
     std::chrono::milliseconds m_now{0};
     std::mutex m_mutex;

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QByteArray>
+#include <QTemporaryDir>
+
+// Files under names of any bytes, which QFile cannot write. Each failure fails the program: no test makes sense without
+// its files.
+
+/// A temporary folder that goes with everything in it, whatever its name.
+class TemporaryFolder
+{
+public:
+    TemporaryFolder() = default;
+    ~TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder &) = delete;
+    TemporaryFolder &operator=(const TemporaryFolder &) = delete;
+
+    QByteArray path() const { return m_folder.path().toUtf8(); }
+    QByteArray path(const QByteArray &relativePath) const { return path() + '/' + relativePath; }
+
+private:
+    QTemporaryDir m_folder;
+};
+
+void writeFileAt(const QByteArray &path, const QByteArray &content);
+void makeFolderAt(const QByteArray &path);
+/// A symbolic link at `path` that says `target`, whether or not that leads anywhere.
+void makeLinkAt(const QByteArray &path, const QByteArray &target);
+/// A named pipe, which nobody writes into.
+void makePipeAt(const QByteArray &path);
+/// A socket's name, with nobody behind it.
+void makeSocketAt(const QByteArray &path);
