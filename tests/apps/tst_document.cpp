@@ -1,0 +1,274 @@
+#include "document/DocumentFile.h"
+
+#include "platform/script/COScript.h"
+
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QByteArray sample = R"({
+  "name": "Sample", "pages": [1, 2], "userInfo": {"com.example": {"a": 1}},
+  "layers": [
+    {"id": "a", "name": "A", "type": "rectangle", "frame": {"x": 1, "y": 2, "width": 3, "height": 4}, "blur": 5},
+    {"id": "g", "name": "G", "type": "group", "layers": [
+      {"id": "t", "name": "T", "type": "text", "text": "Hello", "userInfo": {"com.example": {"b": [1, null]}}},
+      {"id": 7, "name": "N", "type": "image"}
+    ]}
+  ],
+  "selection": ["t", 7]
+})";
+
+std::shared_ptr<Document> sampleDocument()
+{
+    return documentFromJSON(sample).value();
+}
+
+QStringList namesOf(const QList<LayerPointer> &layers)
+{
+    QStringList names;
+    for (const auto &layer : layers)
+        names.append(layer->name());
+    return names;
+}
+
+} // namespace
+
+class tst_Document : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void everyKeySurvivesALoadAndSave();
+    void selectionKeepsItsOrder();
+    void unreadableDocuments_data();
+    void unreadableDocuments();
+    void missingFileIsNamed();
+    void failedWriteLeavesTheFileAlone();
+    void addedLayersGetIdentifiersOfTheirOwn();
+    void addingTwiceOrElsewhereIsRefused();
+    void removedLayersAreInNoDocument();
+    void movedLayersStayWithinTheirSiblings();
+    void duplicatesAreWhole();
+    void scriptsWorkOnTheDocument();
+    void scriptsAreToldWhatIsWrong();
+};
+
+void tst_Document::everyKeySurvivesALoadAndSave()
+{
+    const auto json = jsonFromDocument(*sampleDocument());
+    const auto saved = QJsonDocument::fromJson(json).object();
+    auto expected = QJsonDocument::fromJson(sample).object();
+    QCOMPARE(saved, expected);
+}
+
+void tst_Document::selectionKeepsItsOrder()
+{
+    const auto document = sampleDocument();
+    QCOMPARE(namesOf(document->selection()), QStringList({u"T"_s, u"N"_s}));
+
+    document->setSelection({document->layerWithID(u"a"_s), document->layerWithID(u"t"_s), document->layerWithID(u"a"_s),
+        nullptr, std::make_shared<Layer>(QVariantMap())});
+    QCOMPARE(namesOf(document->selection()), QStringList({u"A"_s, u"T"_s}));
+}
+
+void tst_Document::unreadableDocuments_data()
+{
+    QTest::addColumn<QByteArray>("json");
+    QTest::addColumn<QString>("message");
+
+    QTest::newRow("no JSON") << QByteArray("{") << u""_s;
+    QTest::newRow("an array") << QByteArray("[]") << u"A document is a JSON object."_s;
+    QTest::newRow("layers that are no array") << QByteArray(R"({"layers": {}})") << u"\"layers\" has to be an array."_s;
+    QTest::newRow("a layer that is no object") << QByteArray(R"({"layers": [1]})") << u"A layer has to be an object."_s;
+    QTest::newRow("an identifier that is no text")
+        << QByteArray(R"({"layers": [{"id": []}]})") << u"A layer's \"id\" has to be a text or a number."_s;
+    QTest::newRow("an identifier twice") << QByteArray(R"({"layers": [{"id": "a"}, {"layers": [{"id": "a"}]}]})")
+                                         << u"Two layers have the id \"a\"."_s;
+    QTest::newRow("a selection that is no array")
+        << QByteArray(R"({"selection": "a"})") << u"\"selection\" has to be an array."_s;
+    QTest::newRow("a selected layer that does not exist")
+        << QByteArray(R"({"selection": ["a"]})") << u"The selected layer \"a\" does not exist."_s;
+}
+
+void tst_Document::unreadableDocuments()
+{
+    QFETCH(QByteArray, json);
+    QFETCH(QString, message);
+
+    const auto document = documentFromJSON(json);
+    QVERIFY(!document);
+    QVERIFY(!document.error().localizedDescription.isEmpty());
+    if (!message.isEmpty())
+        QCOMPARE(document.error().localizedDescription, message);
+}
+
+void tst_Document::missingFileIsNamed()
+{
+    const auto document = readDocument(u"/no/such/file.json"_s);
+    QVERIFY(!document);
+    QVERIFY(document.error().localizedDescription.contains(u"/no/such/file.json"_s));
+}
+
+void tst_Document::failedWriteLeavesTheFileAlone()
+{
+    const QTemporaryDir folder;
+    const auto path = folder.filePath(u"design.json"_s);
+    QVERIFY(!writeDocument(*sampleDocument(), path));
+    QCOMPARE(jsonFromDocument(*readDocument(path).value()), jsonFromDocument(*sampleDocument()));
+
+    const auto error = writeDocument(*sampleDocument(), folder.filePath(u"none/design.json"_s));
+    QVERIFY(error);
+    QCOMPARE(QDir(folder.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList{u"design.json"_s});
+}
+
+void tst_Document::addedLayersGetIdentifiersOfTheirOwn()
+{
+    const auto document = sampleDocument();
+    const auto unnamed = std::make_shared<Layer>(QVariantMap());
+    const auto taken = std::make_shared<Layer>(QVariantMap{{u"id"_s, u"a"_s}});
+
+    QVERIFY(document->addLayer(unnamed, nullptr));
+    QVERIFY(document->addLayer(taken, document->layerWithID(u"g"_s)));
+
+    QVERIFY(!unnamed->id().isEmpty());
+    QVERIFY(taken->id() != u"a"_s && taken->id() != unnamed->id());
+    QCOMPARE(document->layerWithID(taken->id()), taken);
+    QCOMPARE(taken->parent(), document->layerWithID(u"g"_s));
+}
+
+void tst_Document::addingTwiceOrElsewhereIsRefused()
+{
+    const auto document = sampleDocument();
+    const auto other = sampleDocument();
+
+    QVERIFY(!document->addLayer(document->layerWithID(u"a"_s), nullptr));
+    QVERIFY(!document->addLayer(std::make_shared<Layer>(QVariantMap()), other->layerWithID(u"g"_s)));
+    QCOMPARE(jsonFromDocument(*document), jsonFromDocument(*sampleDocument()));
+    QCOMPARE(jsonFromDocument(*other), jsonFromDocument(*sampleDocument()));
+}
+
+void tst_Document::removedLayersAreInNoDocument()
+{
+    const auto document = sampleDocument();
+    const auto group = document->layerWithID(u"g"_s);
+    const auto text = document->layerWithID(u"t"_s);
+
+    QVERIFY(document->removeLayer(group));
+    QVERIFY(!document->removeLayer(group));
+
+    QVERIFY(!group->document() && !text->document());
+    QVERIFY(!document->layerWithID(u"t"_s));
+    QVERIFY(document->selection().isEmpty());
+    QCOMPARE(namesOf(document->allLayers()), QStringList{u"A"_s});
+}
+
+void tst_Document::movedLayersStayWithinTheirSiblings()
+{
+    const auto document = sampleDocument();
+    const auto a = document->layerWithID(u"a"_s);
+
+    document->moveLayer(a, 99);
+    QCOMPARE(namesOf(document->layers()), QStringList({u"G"_s, u"A"_s}));
+    document->moveLayer(a, -5);
+    QCOMPARE(namesOf(document->layers()), QStringList({u"A"_s, u"G"_s}));
+}
+
+void tst_Document::duplicatesAreWhole()
+{
+    const auto document = sampleDocument();
+    const auto copy = document->duplicateLayer(document->layerWithID(u"g"_s));
+
+    QCOMPARE(namesOf(document->layers()), QStringList({u"A"_s, u"G"_s, u"G"_s}));
+    QCOMPARE(document->layers().last(), copy);
+    QCOMPARE(namesOf(copy->layers()), QStringList({u"T"_s, u"N"_s}));
+    QCOMPARE(copy->layers().first()->parent(), copy);
+    QCOMPARE(copy->layers().first()->text(), std::optional(u"Hello"_s));
+    QCOMPARE(namesOf(document->layerWithID(u"g"_s)->layers()), QStringList({u"T"_s, u"N"_s}));
+    QStringList ids;
+    for (const auto &layer : document->allLayers())
+        ids.append(layer->id());
+    QCOMPARE(ids.removeDuplicates(), 0);
+}
+
+namespace {
+
+struct Printed final : COPrintController
+{
+    void print(const QVariant &value) override { values.append(value); }
+    void scriptEncounteredException(const ScriptException &exception) override { errors.append(exception.message()); }
+
+    QVariantList values;
+    QStringList errors;
+};
+
+std::shared_ptr<Printed> runScript(const std::shared_ptr<Document> &document, const QString &source)
+{
+    auto printed = std::make_shared<Printed>();
+    COScript session({}, u"test"_s);
+    session.setPrintController(printed);
+    session.pushObject(QVariant::fromValue(ScriptObjectPointer(document)), u"doc"_s);
+    session.executeString(source);
+    return printed;
+}
+
+} // namespace
+
+void tst_Document::scriptsWorkOnTheDocument()
+{
+    const auto document = sampleDocument();
+    const auto printed = runScript(document, uR"(
+        const group = doc.layerWithID('g');
+        const added = group.addLayer({name: 'New', type: 'oval', frame: {x: 1, y: 1, width: 2, height: 2}});
+        added.setFrame({width: 20});
+        added.setStyle({fill: '#FF0000'});
+        added.setText('words');
+        added.moveToIndex(0);
+        doc.setSelection([added]);
+        doc.setName('Changed');
+        print(added.parent() === group && added.document() === doc && doc.selection()[0] === added);
+        print([doc.name(), added.frame(), added.style(), added.text(), doc.layers().length, doc.allLayers().length]);
+        print(doc.layerWithID('a').text());
+        print(doc.layerWithID('t').userInfo());
+        print(doc.layerWithID('none'));
+        added.duplicate().remove();
+        doc.layerWithID('a').remove();
+    )"_s);
+
+    QCOMPARE(printed->errors, QStringList());
+    QCOMPARE(printed->values.value(0), QVariant(true));
+    const QVariantList expected{u"Changed"_s,
+        QVariantMap{{u"x"_s, 1LL}, {u"y"_s, 1LL}, {u"width"_s, 20LL}, {u"height"_s, 2LL}},
+        QVariantMap{{u"fill"_s, u"#FF0000"_s}}, u"words"_s, 2LL, 5LL};
+    QCOMPARE(printed->values.value(1), QVariant(expected));
+    QCOMPARE(printed->values.value(2), QVariant::fromValue(nullptr));
+    QVERIFY(printed->values.value(3).toMap().contains(u"com.example"_s));
+    QCOMPARE(printed->values.value(4), QVariant::fromValue(nullptr));
+    QCOMPARE(namesOf(document->allLayers()), QStringList({u"G"_s, u"New"_s, u"T"_s, u"N"_s}));
+}
+
+void tst_Document::scriptsAreToldWhatIsWrong()
+{
+    const auto document = sampleDocument();
+    const auto printed = runScript(document, uR"(
+        const attempt = (work) => { try { work(); } catch (error) { print(error.message); } };
+        const layer = doc.layerWithID('a');
+        attempt(() => layer.setFrame({width: 'wide'}));
+        attempt(() => layer.setFrame(5));
+        attempt(() => doc.setSelection('a'));
+        layer.remove();
+        attempt(() => layer.remove());
+        attempt(() => layer.duplicate());
+    )"_s);
+
+    QCOMPARE(printed->errors, QStringList());
+    const QVariantList expected{u"The frame's \"width\" has to be a number."_s,
+        u"Argument 1 of setFrame has to be a plain object."_s, u"Argument 1 of setSelection has to be an array."_s,
+        u"This Layer no longer exists."_s, u"This Layer no longer exists."_s};
+    QCOMPARE(printed->values, expected);
+}
+
+QTEST_GUILESS_MAIN(tst_Document)
+#include "tst_document.moc"
