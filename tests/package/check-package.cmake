@@ -1,0 +1,41 @@
+# Installs the build into an empty folder, builds the program outside against it, and runs what was installed and built.
+file(REMOVE_RECURSE ${SCRATCH})
+set(prefix ${SCRATCH}/installed)
+set(program ${SCRATCH}/program)
+
+function(run)
+    execute_process(COMMAND ${ARGV} OUTPUT_VARIABLE output ERROR_VARIABLE output RESULT_VARIABLE result)
+    if(NOT result EQUAL 0)
+        list(JOIN ARGV " " command)
+        message(FATAL_ERROR "${command}\n${output}\nfailed: ${result}")
+    endif()
+    set(output "${output}" PARENT_SCOPE)
+endfunction()
+
+function(expect what expected)
+    if(NOT output STREQUAL expected)
+        message(FATAL_ERROR "${what} printed\n${output}\ninstead of\n${expected}")
+    endif()
+endfunction()
+
+if(SANITIZE)
+    set(sanitize -DCMAKE_CXX_FLAGS=-fsanitize=${SANITIZE})
+endif()
+
+run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${prefix})
+run(${CMAKE_COMMAND} -G Ninja -S ${SOURCE}/program -B ${program}
+    -D CMAKE_PREFIX_PATH=${prefix}
+    -D KORVAN_HEADERS=${prefix}/${INCLUDEDIR}/KorvanPluginManager
+    -D CMAKE_CXX_COMPILER=${COMPILER}
+    -D CMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER}
+    ${sanitize})
+run(${CMAKE_COMMAND} --build ${program})
+
+run(${program}/host ${SOURCE}/plugins)
+expect(host "com.example.host Host Check\ngreet: hello, host\n")
+
+# Also where the program runs from a folder that the build never knew.
+file(RENAME ${prefix} ${SCRATCH}/moved)
+run(${SCRATCH}/moved/bin/korvan-plugins run com.example.host/greet --folder ${SOURCE}/plugins)
+expect(korvan-plugins "hello, nobody\n")
+run(${SCRATCH}/moved/bin/korvan-plugins demo)

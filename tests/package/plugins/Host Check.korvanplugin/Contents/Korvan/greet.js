@@ -1,0 +1,3 @@
+function onRun(context) {
+    print(`hello, ${context.who ?? 'nobody'}`);
+}
