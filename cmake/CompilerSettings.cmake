@@ -19,3 +19,7 @@ if(KORVAN_COVERAGE)
     target_compile_options(korvan_compiler_settings INTERFACE --coverage -O0)
     target_link_options(korvan_compiler_settings INTERFACE --coverage)
 endif()
+
+if(KORVAN_BUILD_FUZZ)
+    target_compile_options(korvan_compiler_settings INTERFACE -fsanitize=fuzzer-no-link) # what the search steers by
+endif()

@@ -8,6 +8,8 @@
 
 namespace {
 
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
 QString decimalText(double number)
 {
     return QString::number(number, 'f', QLocale::FloatingPointShortest);
@@ -82,7 +84,10 @@ QByteArray withLongIntegersAsFloats(std::string_view text)
 
 QString textFromUTF8(std::string_view utf8)
 {
-    return QString::fromUtf8(utf8.data(), qsizetype(utf8.size()));
+    auto text = QString::fromUtf8(utf8.data(), qsizetype(utf8.size()));
+    if (utf8.starts_with(byteOrderMark))
+        text.prepend(QChar(QChar::ByteOrderMark)); // taken for a mark above, but inside of a document it is a character
+    return text;
 }
 
 std::optional<std::string_view> JSONView::utf8() const
@@ -159,8 +164,8 @@ simdjson::error_code JSONParser::parseText(std::string_view text, bool isPadded,
 Result<JSONView> JSONParser::parse(const QByteArray &text)
 {
     std::string_view content(text.constData(), std::size_t(text.size()));
-    if (content.substr(0, 3) == "\xEF\xBB\xBF")
-        content.remove_prefix(3);
+    if (content.starts_with(byteOrderMark))
+        content.remove_prefix(byteOrderMark.size());
     const bool isPadded = spareRoomBehind(text) >= padding;
 
     simdjson::dom::element root;

@@ -30,6 +30,7 @@ void tst_JSONView::typedLookups_data()
     QTest::newRow("empty text is a text") << R"("")"_ba << u"string="_s;
     QTest::newRow("text of digits is no number") << R"("1")"_ba << u"string=1"_s;
     QTest::newRow("text true is no boolean") << R"("true")"_ba << u"string=true"_s;
+    QTest::newRow("byte-order mark inside is a character") << "\"\xEF\xBB\xBFx\""_ba << u"string=\uFEFFx"_s;
     QTest::newRow("integer") << "7"_ba << u"number=7"_s;
     QTest::newRow("1 is no boolean") << "1"_ba << u"number=1"_s;
     QTest::newRow("0 is no boolean") << "0"_ba << u"number=0"_s;
