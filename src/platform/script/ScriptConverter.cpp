@@ -281,9 +281,12 @@ QVariant ScriptConverter::convertTypedArray(JSObjectRef array, JSTypedArrayType 
         const auto size = JSObjectGetArrayBufferByteLength(context, array, traversal.exception);
         return bytes ? QByteArray(bytes, qsizetype(size)) : QByteArray("");
     }
-    const void *const bytes = JSObjectGetTypedArrayBytesPtr(context, array, traversal.exception);
-    const auto count = JSObjectGetTypedArrayLength(context, array, traversal.exception);
-    return elementsOf(type, bytes, bytes ? count : 0);
+    const auto *const buffer =
+        static_cast<const char *>(JSObjectGetTypedArrayBytesPtr(context, array, traversal.exception));
+    if (!buffer)
+        return elementsOf(type, nullptr, 0);
+    const auto offset = JSObjectGetTypedArrayByteOffset(context, array, traversal.exception);
+    return elementsOf(type, buffer + offset, JSObjectGetTypedArrayLength(context, array, traversal.exception));
 }
 
 bool ScriptConverter::isPlainPrototype(JSValueRef prototype)
