@@ -97,7 +97,7 @@ void addColumnToSyntaxError(
 {
     auto *const object = objectOf(error);
     const int line = numberProperty(context, object, "line");
-    if (line == 0 || numberProperty(context, object, "column") != 0)
+    if (line == 0)
         return;
     const auto message = context.textOf(error);
     const auto isSameError = [&](qsizetype length) {
@@ -110,9 +110,8 @@ void addColumnToSyntaxError(
     const auto [start, end] = lineRange(source, line);
     auto low = start;
     auto high = end;
-    if (isSameError(start) || !isSameError(end)) {
+    if (message.contains(u"end of script") || isSameError(start) || !isSameError(end))
         low = high = end; // the error is that the text ends
-    }
     while (low < high) {
         const auto middle = low + (high - low) / 2;
         if (isSameError(middle))
@@ -122,4 +121,9 @@ void addColumnToSyntaxError(
     }
     const auto column = high > start ? high - start - quotedLength(source, start, high, message) + 1 : 1;
     context.setProperty(object, "column", JSValueMakeNumber(context.ref(), double(column)));
+    // The stack only holds who asked for the text.
+    const auto place =
+        u'@' + textProperty(context, object, "sourceURL") + QStringLiteral(":%1:%2\n").arg(line).arg(column);
+    const ScriptString stack(QStringView(place + textProperty(context, object, "stack")));
+    context.setProperty(object, "stack", JSValueMakeString(context.ref(), stack.get()));
 }

@@ -10,7 +10,8 @@
 ScriptException readScriptException(ScriptContext &context, ScriptConverter &converter,
     const ScriptLocations &locations, JSValueRef thrown, const QString &sourceURL);
 
-/// Completes the engine's report of a text that is no script: it knows the line only. The column is found by asking
-/// how much of that line it takes to make the same error.
+/// Completes the engine's report of a text that is no script: of the place in it the engine knows the line only, the
+/// column and the stack are those of whoever asked for the text. The column is found by asking how much of that line it
+/// takes to make the same error.
 void addColumnToSyntaxError(
     ScriptContext &context, const QString &source, const ScriptString &sourceURL, JSValueRef error);
