@@ -39,6 +39,7 @@ const JavaScriptCorePrivate &JavaScriptCorePrivate::entryPoints()
         // A member function without arguments of the class that a context group is.
         find(library, result.runPromiseReactions, "_ZN3JSC2VM15drainMicrotasksEv");
         find(library, result.collectNow, "JSSynchronousGarbageCollectForDebugging");
+        find(library, result.memoryStatistics, "JSGetMemoryUsageStatistics");
         return result;
     }();
     return found;

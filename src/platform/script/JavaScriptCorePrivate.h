@@ -34,6 +34,8 @@ struct JavaScriptCorePrivate
 
     /// Collects everything that can be collected before it returns.
     void (*collectNow)(JSContextRef) = nullptr;
+    /// What the group holds: an object with "globalObjectCount" (contexts), "objectCount", "heapSize" and more.
+    JSObjectRef (*memoryStatistics)(JSContextRef) = nullptr;
 
     static const JavaScriptCorePrivate &entryPoints();
 };
