@@ -28,6 +28,7 @@ TemporaryFolder::~TemporaryFolder()
 
 void writeFileAt(const QByteArray &path, const QByteArray &content)
 {
+    makeFolderAt(path.left(path.lastIndexOf('/')));
     const int file = ::open(path.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
     require(file >= 0, "file", path);
     require(::write(file, content.constData(), std::size_t(content.size())) == content.size(), "file", path);
@@ -36,7 +37,9 @@ void writeFileAt(const QByteArray &path, const QByteArray &content)
 
 void makeFolderAt(const QByteArray &path)
 {
-    require(::mkdir(path.constData(), 0755) == 0, "folder", path);
+    std::error_code error;
+    std::filesystem::create_directories(path.toStdString(), error);
+    require(!error, "folder", path);
 }
 
 void makeLinkAt(const QByteArray &path, const QByteArray &target)

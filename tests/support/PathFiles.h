@@ -22,7 +22,9 @@ private:
     QTemporaryDir m_folder;
 };
 
+/// With the folders on the way to it.
 void writeFileAt(const QByteArray &path, const QByteArray &content);
+/// With the folders on the way to it; one that exists stays.
 void makeFolderAt(const QByteArray &path);
 /// A symbolic link at `path` that says `target`, whether or not that leads anywhere.
 void makeLinkAt(const QByteArray &path, const QByteArray &target);
