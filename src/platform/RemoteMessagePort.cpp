@@ -39,7 +39,8 @@ bool RemoteMessagePort::isValid() const
 
 bool RemoteMessagePort::sendRequest(quint32 messageID, const QByteArray &data, std::chrono::milliseconds sendTimeout)
 {
-    m_socket->write(bigEndian(messageID) + bigEndian(quint32(data.size())) + data);
+    if (m_socket->write(bigEndian(messageID) + bigEndian(quint32(data.size())) + data) < 0)
+        return false; // the other end has gone
     const QDeadlineTimer deadline(sendTimeout);
     while (m_socket->bytesToWrite() > 0) {
         if (!m_socket->waitForBytesWritten(int(deadline.remainingTime())))
