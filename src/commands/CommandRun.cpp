@@ -31,9 +31,14 @@ void CommandRun::begin()
 {
     m_started->setManager(m_manager);
     m_started->clearLog();
-    m_scriptURL = m_started->script()->URL();
-    if (m_scriptURL.isEmpty() && m_manager)
-        m_scriptURL = m_manager->urlForUnsavedPlugin();
+    m_scriptURL = scriptURLOf(*m_started);
+}
+
+QUrl CommandRun::scriptURLOf(const KRPluginCommand &command) const
+{
+    const auto script = command.script();
+    const auto url = script ? script->URL() : QUrl();
+    return url.isEmpty() && m_manager ? m_manager->urlForUnsavedPlugin() : url;
 }
 
 ScriptDictionaryPointer CommandRun::prepare(const QVariantMap &context)
@@ -62,7 +67,7 @@ void CommandRun::callHandler(const ScriptDictionaryPointer &context)
 void CommandRun::reportMissingHandler()
 {
     const auto name = textOrNull(m_running->name());
-    const auto path = displayPath(m_scriptURL);
+    const auto path = displayPath(scriptURLOf(*m_running));
     if (m_function) {
         m_running->error(QStringLiteral("Error in command %1 Script at path %2 does not contain a handler function "
                                         "named: %3.")

@@ -24,6 +24,8 @@ public:
 
 private:
     void begin();
+    /// Where the command's script lies, or would be saved.
+    QUrl scriptURLOf(const KRPluginCommand &command) const;
     ScriptDictionaryPointer prepare(const QVariantMap &context);
     void callHandler(const ScriptDictionaryPointer &context);
     void reportMissingHandler();

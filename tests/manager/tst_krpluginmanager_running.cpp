@@ -2,6 +2,7 @@
 
 #include "bundles/KRPluginBundle.h"
 #include "manager/KRPluginManager.h"
+#include "support/BundleBuilder.h"
 #include "support/NilableText.h"
 #include "support/TestCommand.h"
 #include "support/TestEnvironment.h"
@@ -32,6 +33,7 @@ private slots:
     void burstOfEventsIsOnePoll();
     void eventsOfScriptsPoll();
     void commandFromInsideACompletion();
+    void messagesNameTheScriptThatRuns();
     void managerThatGoesEndsItsCommands();
 
     void lookup_data();
@@ -212,6 +214,21 @@ void tst_KRPluginManager_Running::commandFromInsideACompletion()
     });
     QCOMPARE(m_ends, (QStringList{u"outer"_s, u"inner: "_s}));
     QCOMPARE(m_manager->lastTimerInterval(), 0.0);
+}
+
+void tst_KRPluginManager_Running::messagesNameTheScriptThatRuns()
+{
+    const auto running = runningFor(1000000);
+    const auto moved = KRPluginBundle::pluginBundleWithURL(
+        BundleBuilder(m_environment->path(u"Elsewhere"_s), u"Tidy"_s)
+            .manifest(R"({"identifier": "com.example.tidy", "commands": [{"identifier": "tidy", "script": "a.js"}]})")
+            .script(u"a.js"_s, "")
+            .url());
+    const auto log = moved->commands().at(u"tidy"_s)->runHandler(u"missing"_s, {}, m_manager.get());
+    QCOMPARE(log,
+        Text(
+            u"Error in command Tidy Layers Script at path %1 does not contain a handler function named: missing."_s.arg(
+                m_plugin->scriptPath())));
 }
 
 void tst_KRPluginManager_Running::managerThatGoesEndsItsCommands()
