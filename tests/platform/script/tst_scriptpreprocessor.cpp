@@ -98,7 +98,7 @@ void tst_ScriptPreprocessor::scriptsOfTheWorldAreLeft_data()
 void tst_ScriptPreprocessor::scriptsOfTheWorldAreLeft()
 {
     QFETCH(QString, file);
-    QFile source(QStringLiteral(KORVAN_SOURCE_DIR "/tests/data/npm/") + file);
+    QFile source(QStringLiteral(KORVAN_SOURCE_DIR "/tests/third_party/") + file);
     QVERIFY(source.open(QIODevice::ReadOnly));
     const auto text = QString::fromUtf8(source.readAll());
     QVERIFY(text.size() > 100000);
