@@ -7,7 +7,7 @@
 ScriptTimers::ScriptTimers(MainQueue &queue, std::function<void(int)> fire)
     : m_queue(queue)
     , m_fire(std::move(fire))
-    , m_self(std::make_shared<ScriptTimers *>(this))
+    , m_life(std::make_shared<char>())
 { }
 
 void ScriptTimers::start(int id, double milliseconds, bool repeats)
@@ -29,9 +29,9 @@ void ScriptTimers::schedule(int id)
 {
     auto &timer = m_timers.at(id);
     timer.call = m_queue.callAfter(timer.delay, [this, id] {
-        ScriptEngine::instance().whenLeft([self = std::weak_ptr(m_self), id] {
-            if (const auto timers = self.lock())
-                (*timers)->timeout(id);
+        ScriptEngine::instance().whenLeft([this, life = std::weak_ptr(m_life), id] {
+            if (!life.expired())
+                timeout(id);
         });
     });
 }
@@ -44,8 +44,9 @@ void ScriptTimers::timeout(int id)
     const bool repeats = found->second.repeats;
     if (!repeats)
         m_timers.erase(found);
-    const auto self = std::weak_ptr(m_self);
-    m_fire(id);
-    if (repeats && !self.expired() && m_timers.contains(id))
+    const auto life = std::weak_ptr(m_life);
+    const auto fire = m_fire; // which may end the session, and this object with it
+    fire(id);
+    if (repeats && !life.expired() && m_timers.contains(id))
         schedule(id);
 }

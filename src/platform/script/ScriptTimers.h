@@ -34,5 +34,5 @@ private:
     std::function<void(int)> m_fire;
     std::map<int, Timer> m_timers;
     /// Tells work that waits for the engine whether these timers still exist.
-    std::shared_ptr<ScriptTimers *> m_self;
+    std::shared_ptr<char> m_life;
 };
