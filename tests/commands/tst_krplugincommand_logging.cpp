@@ -183,7 +183,8 @@ void tst_KRPluginCommand_Logging::scriptCannotChangeWhatItPrinted()
 {
     m_command = commandWithSource(u"function onRun() { const a = [1, {b: 2}]; print(a); a.push(3); a[1].b = 4; }"_s);
     m_command->run({}, nullptr);
-    QCOMPARE(onlyEntry().value(u"payload"_s), QVariant(QVariantList{QVariantList{1LL, QVariantMap{{u"b"_s, 2LL}}}}));
+    const QVariant printed = QVariantList{1LL, QVariantMap{{u"b"_s, 2LL}}};
+    QCOMPARE(onlyEntry().value(u"payload"_s), QVariant(QVariantList{printed}));
     QCOMPARE(m_command->logString(), u"[1, {\"b\": 2}]"_s);
 }
 
