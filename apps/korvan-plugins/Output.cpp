@@ -3,14 +3,16 @@
 #include "platform/JSONText.h"
 
 #include <cstdio>
+#include <tuple>
 #include <unistd.h>
 
 namespace {
 
 void print(std::FILE *stream, const QByteArray &text)
 {
-    std::fwrite(text.constData(), 1, std::size_t(text.size()), stream);
-    std::fflush(stream);
+    // Nobody is left to be told that the output has nowhere to go.
+    std::ignore = std::fwrite(text.constData(), 1, std::size_t(text.size()), stream);
+    std::ignore = std::fflush(stream);
 }
 
 } // namespace

@@ -36,7 +36,7 @@ void CommandRun::begin()
 
 QUrl CommandRun::scriptURLOf(const KRPluginCommand &command) const
 {
-    const auto script = command.script();
+    const auto &script = command.script();
     const auto url = script ? script->URL() : QUrl();
     return url.isEmpty() && m_manager ? m_manager->urlForUnsavedPlugin() : url;
 }

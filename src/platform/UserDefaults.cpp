@@ -65,7 +65,7 @@ bool UserDefaults::boolForKey(const QString &key) const
     const auto stored = value(key);
     if (stored.typeId() == QMetaType::QString) {
         const auto text = stored.toString().toLower();
-        return text == u"true" || text == u"yes" || text.toLongLong() != 0;
+        return text == u"true" || text == u"yes" || numberForKey(key).value_or(0) != 0;
     }
     return stored.toBool();
 }

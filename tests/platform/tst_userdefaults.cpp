@@ -61,9 +61,7 @@ void tst_UserDefaults::valuesOfTheFile()
     const UserDefaults defaults(m_file);
     QTEST(defaults.stringForKey(u"key"_s).value_or(u"nil"_s), "string");
     QTEST(defaults.numberForKey(u"key"_s).value_or(0), "number");
-    QFETCH(bool, boolean);
-    if (text != "1.5" && text != "inf")
-        QCOMPARE(defaults.boolForKey(u"key"_s), boolean);
+    QTEST(defaults.boolForKey(u"key"_s), "boolean");
     QVERIFY(!defaults.value(u"other"_s).isValid());
     QVERIFY(!defaults.stringForKey(u"other"_s));
     QVERIFY(!defaults.numberForKey(u"other"_s));

@@ -129,7 +129,7 @@ QVariant ScriptSession::callFunctionNamed(const QString &name, const QVariantLis
             signal(*error);
     });
     if (error)
-        throw *error;
+        throw ScriptException(*error);
     return value;
 }
 
@@ -146,7 +146,7 @@ QVariant ScriptSession::callFunction(JSObjectRef function, const QVariantList &a
             report(*error);
     });
     if (error && !isEvent)
-        throw *error;
+        throw ScriptException(*error);
     if (isEvent)
         tellFlowDelegate();
     return value;
