@@ -4,6 +4,7 @@
 
 RunningCommands::RunningCommands(MainQueue &queue)
     : m_queue(queue)
+    , m_life(std::make_shared<char>())
 { }
 
 RunningCommands::~RunningCommands()
@@ -61,8 +62,11 @@ void RunningCommands::finish(int serial)
     if (entry == m_entries.end())
         return;
     const auto command = entry->command;
+    const auto life = std::weak_ptr(m_life);
     if (const auto onComplete = std::exchange(entry->onComplete, nullptr))
         onComplete(command->logString());
+    if (life.expired())
+        return;
     if (const auto finished = find(serial); finished != m_entries.end())
         m_entries.erase(finished);
 }
@@ -72,12 +76,17 @@ void RunningCommands::cleanupFinished()
     // A handler that is called here may itself begin and end commands.
     std::vector<int> finished;
     const auto asked = m_entries;
+    const auto life = std::weak_ptr(m_life);
     for (const auto &entry : asked) {
         if (entry.command->tearDownIfFinished())
             finished.push_back(entry.serial);
     }
-    for (const int serial : finished)
-        finish(serial);
+    for (const int serial : finished) {
+        if (!life.expired())
+            finish(serial);
+    }
+    if (life.expired())
+        return; // a handler or a completion has ended the manager
 
     if (m_entries.empty())
         m_lastTimerInterval = 0;
@@ -105,11 +114,13 @@ void RunningCommands::wait()
 void RunningCommands::pollDue()
 {
     const auto now = m_queue.now();
-    while (!m_plannedPolls.empty() && *m_plannedPolls.begin() <= now) {
+    const auto life = std::weak_ptr(m_life);
+    while (!life.expired() && !m_plannedPolls.empty() && *m_plannedPolls.begin() <= now) {
         m_plannedPolls.erase(m_plannedPolls.begin());
         cleanupFinished();
     }
-    wait();
+    if (!life.expired())
+        wait();
 }
 
 void RunningCommands::pollSoon()

@@ -66,4 +66,6 @@ private:
     std::set<std::chrono::milliseconds> m_plannedPolls;
     std::unique_ptr<ScheduledCall> m_nextPoll;
     std::unique_ptr<ScheduledCall> m_soonPoll;
+    /// Tells the polls, after each call of somebody else's code, whether this object still exists.
+    std::shared_ptr<char> m_life;
 };

@@ -10,6 +10,7 @@
 #include <QtTest>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -65,6 +66,7 @@ private slots:
     void twinsInTwoFolders();
     void bundlesThatFailAreSkipped();
 
+    void manyBundlesAtOnce();
     void copiesOutliveAReload();
     void registrySetToNilIsReadAgain();
     void notificationAfterAReload();
@@ -226,7 +228,6 @@ void tst_KRPluginManager_Discovery::folderReachedTwiceIsWalkedOnce()
     makeLinkAt(path("link"), "Plugins");
     KRPluginManager manager(
         {url("Plugins"), url("Plugins"), url("link"), QUrl(url("Plugins").toString().chopped(1))}, nullptr, nullptr);
-    StateStore store;
     manager.reloadPlugins();
     QCOMPARE(manager.plugins().size(), 1);
     QCOMPARE(m_environment->systemLogLines, QStringList()); // no twin of itself
@@ -266,7 +267,7 @@ void tst_KRPluginManager_Discovery::namesOfAnyBytes()
     const auto plugins = manager.plugins();
     QCOMPARE(plugins.size(), int(std::size(names)));
     for (const auto &bundle : plugins)
-        QVERIFY(QFileInfo::exists(QString::fromUtf8(path("Plugins"))) && !pathFromFileURL(bundle->url()).isEmpty());
+        QCOMPARE(::access(pathFromFileURL(bundle->url()).constData(), R_OK), 0);
     QVERIFY(plugins.contains(QString::fromLatin1(url("Plugins/caf\xE9/caf\xE9.korvanplugin").toEncoded())));
 }
 
@@ -324,6 +325,32 @@ void tst_KRPluginManager_Discovery::bundlesThatFailAreSkipped()
     makeFolderAt(path("Plugins/Empty.korvanplugin"));
     QCOMPARE(found(), QStringList{u"a"_s});
     QCOMPARE(m_environment->systemLogLines.size(), 2); // what their manifests lack
+}
+
+void tst_KRPluginManager_Discovery::manyBundlesAtOnce()
+{
+    // Enough for several threads, in loading as in freeing.
+    for (int i = 0; i < 300; ++i) {
+        plugin(u"Plugins/%1/P%2"_s.arg(i % 7).arg(i), "p" + QByteArray::number(i));
+        if (i % 10 == 0)
+            writeFileAt(
+                path("Plugins/Bad" + QByteArray::number(i) + ".korvanplugin/Contents/Korvan/manifest.json"), "{");
+    }
+    KRPluginManager manager({url("Plugins")}, nullptr, nullptr);
+    manager.reloadPlugins();
+    QCOMPARE(manager.plugins().size(), 300);
+    const auto lines = std::exchange(m_environment->systemLogLines, {});
+    QCOMPARE(lines.size(), 30);
+
+    auto held = manager.plugins();
+    manager.reloadPlugins();
+    QCOMPARE(m_environment->systemLogLines, lines); // in the order of the walk, whichever thread was first
+    QCOMPARE(held.size(), 300);
+    for (const auto &bundle : held)
+        QVERIFY(bundle->menuDescription().contains(u"items"_s));
+    held.clear();
+    manager.reloadPlugins();
+    QCOMPARE(manager.plugins().size(), 300);
 }
 
 void tst_KRPluginManager_Discovery::copiesOutliveAReload()

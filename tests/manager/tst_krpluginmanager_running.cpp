@@ -35,6 +35,8 @@ private slots:
     void commandFromInsideACompletion();
     void messagesNameTheScriptThatRuns();
     void managerThatGoesEndsItsCommands();
+    void managerThatGoesInsideACompletion_data();
+    void managerThatGoesInsideACompletion();
 
     void lookup_data();
     void lookup();
@@ -239,6 +241,28 @@ void tst_KRPluginManager_Running::managerThatGoesEndsItsCommands()
     QVERIFY(!session->shouldKeepRunning());
     m_environment->queue.advance(100s);
     QCOMPARE(m_ends, QStringList());
+    QCOMPARE(m_environment->queue.scheduledCount(), std::size_t(0));
+}
+
+void tst_KRPluginManager_Running::managerThatGoesInsideACompletion_data()
+{
+    QTest::addColumn<bool>("isPolled");
+    QTest::newRow("in a poll") << true;
+    QTest::newRow("when stopped") << false;
+}
+
+void tst_KRPluginManager_Running::managerThatGoesInsideACompletion()
+{
+    const auto command = runningFor(500);
+    m_manager->trackLongRunningCommand(command, [this](const QString &) {
+        m_manager.reset();
+        m_ends.append(u"gone"_s);
+    });
+    QFETCH(bool, isPolled);
+    if (!isPolled)
+        m_manager->stopTrackingLongRunningCommandWithSpecifier(command->commandSpecifier());
+    m_environment->queue.advance(100s);
+    QCOMPARE(m_ends, QStringList{u"gone"_s});
     QCOMPARE(m_environment->queue.scheduledCount(), std::size_t(0));
 }
 
