@@ -86,9 +86,8 @@ void tst_FileReading::hugeSparseFileIsRefusedUnread()
     const TemporaryFolder folder;
     const auto path = folder.path("file");
     writeFileAt(path, {});
-    constexpr off_t terabyte = off_t(1) << 40;
-    if (::truncate(path.constData(), terabyte) != 0)
-        QSKIP("the file system has no files of this size");
+    constexpr off_t gigabytes = off_t(1) << 33;
+    QCOMPARE(::truncate(path.constData(), gigabytes), 0);
 
     const auto bytes = readFile(path, largestTextFile);
     QVERIFY(!bytes.isOk());
