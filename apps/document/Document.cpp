@@ -148,21 +148,29 @@ void Document::moveLayer(const LayerPointer &layer, qsizetype index)
     siblings.move(siblings.indexOf(layer), std::clamp<qsizetype>(index, 0, siblings.size() - 1));
 }
 
+/// A copy of the layer with everything in it, without identifiers and in no document.
+LayerPointer Document::detachedCopy(const Layer &layer)
+{
+    auto values = layer.values();
+    values.remove(QStringLiteral("id"));
+    auto copy = std::make_shared<Layer>(values);
+    for (const auto &inner : layer.layers()) {
+        const auto innerCopy = detachedCopy(*inner);
+        innerCopy->m_parent = copy;
+        copy->m_layers.append(innerCopy);
+    }
+    return copy;
+}
+
 LayerPointer Document::duplicateLayer(const LayerPointer &layer)
 {
     if (!contains(layer))
         return nullptr;
-    auto values = layer->values();
-    values.remove(QStringLiteral("id"));
-    auto copy = std::make_shared<Layer>(values);
+    // Before the list of siblings grows: `layer` may be one of its elements.
+    const auto index = siblingsOf(layer).indexOf(layer) + 1;
+    auto copy = detachedCopy(*layer);
     addLayer(copy, layer->parent());
-    moveLayer(copy, siblingsOf(layer).indexOf(layer) + 1);
-    for (const auto &inner : layer->layers()) {
-        const auto innerCopy = duplicateLayer(inner);
-        siblingsOf(inner).removeAll(innerCopy);
-        innerCopy->m_parent = copy;
-        copy->m_layers.append(innerCopy);
-    }
+    moveLayer(copy, index);
     return copy;
 }
 

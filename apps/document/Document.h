@@ -59,6 +59,7 @@ private:
     void attach(const LayerPointer &layer);
     void detach(const LayerPointer &layer);
     QString unusedID() const;
+    static LayerPointer detachedCopy(const Layer &layer);
 
     QVariantMap m_values;
     QList<LayerPointer> m_layers;

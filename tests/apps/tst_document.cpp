@@ -52,6 +52,7 @@ private slots:
     void removedLayersAreInNoDocument();
     void movedLayersStayWithinTheirSiblings();
     void duplicatesAreWhole();
+    void duplicatesOfCrowdedGroupsAreWhole();
     void scriptsWorkOnTheDocument();
     void scriptsAreToldWhatIsWrong();
 };
@@ -191,6 +192,21 @@ void tst_Document::duplicatesAreWhole()
     for (const auto &layer : document->allLayers())
         ids.append(layer->id());
     QCOMPARE(ids.removeDuplicates(), 0);
+}
+
+void tst_Document::duplicatesOfCrowdedGroupsAreWhole()
+{
+    const auto document = std::make_shared<Document>();
+    const auto group = std::make_shared<Layer>(QVariantMap{{u"name"_s, u"Crowd"_s}});
+    document->addLayer(group, nullptr);
+    for (int number = 0; number < 100; ++number)
+        document->addLayer(std::make_shared<Layer>(QVariantMap{{u"name"_s, QString::number(number)}}), group);
+
+    const auto copy = document->duplicateLayer(document->layers().first());
+
+    QCOMPARE(namesOf(copy->layers()), namesOf(group->layers()));
+    QCOMPARE(group->layers().size(), 100);
+    QCOMPARE(document->allLayers().size(), 202);
 }
 
 namespace {
