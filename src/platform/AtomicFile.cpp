@@ -1,0 +1,66 @@
+#include "platform/AtomicFile.h"
+
+#include "platform/FileReading.h"
+#include "platform/FileURL.h"
+
+#include <QFile>
+#include <QSaveFile>
+
+#include <cerrno>
+#include <filesystem>
+#include <unistd.h>
+
+namespace {
+
+KRError writingError(const QSaveFile &file)
+{
+    return {QStringLiteral("posix"), 0, file.errorString()};
+}
+
+/// Another name for the file; it works for a file that this process may not read. A copy where the file system knows no
+/// second names.
+int giveSecondName(const QByteArray &path, const QByteArray &name)
+{
+    if (::link(path.constData(), name.constData()) == 0)
+        return 0;
+    if (errno == EEXIST || errno == ENOENT)
+        return errno;
+    std::error_code error;
+    std::filesystem::copy_file(path.toStdString(), name.toStdString(), error);
+    return error.value();
+}
+
+} // namespace
+
+std::optional<KRError> writeFileAtomically(const QByteArray &path, const QByteArray &bytes)
+{
+    if (path.isEmpty() || path.contains('\0'))
+        return systemError(EINVAL);
+    std::error_code ignored; // opening the file tells it better
+    std::filesystem::create_directories(pathWithoutLastComponent(path).toStdString(), ignored);
+    QSaveFile file(QFile::decodeName(path));
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush())
+        return writingError(file);
+    // Asked for here since commit() does not tell of its failure: a disk may turn out to be full only now.
+    if (::fsync(file.handle()) != 0) {
+        const auto error = systemError(errno);
+        file.cancelWriting();
+        return error;
+    }
+    return file.commit() ? std::nullopt : std::optional(writingError(file));
+}
+
+std::optional<KRError> keepUnreadableFile(const QByteArray &path)
+{
+    constexpr int mostNames = 1000;
+    auto name = path + ".unreadable";
+    for (int number = 2; number <= mostNames; ++number) {
+        const int failure = giveSecondName(path, name);
+        if (failure == 0 || failure == ENOENT)
+            return std::nullopt;
+        if (failure != EEXIST)
+            return systemError(failure);
+        name = path + ".unreadable-" + QByteArray::number(number);
+    }
+    return systemError(EEXIST);
+}

@@ -1,0 +1,103 @@
+#include "support/ChildProcess.h"
+
+#include <QFile>
+
+#include <csignal>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+bool writeText(const char *path, const QByteArray &text)
+{
+    QFile file(QString::fromLatin1(path));
+    return file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush();
+}
+
+/// Mounts nothing outside of this process. Somebody who is not root becomes it, in a world of its own.
+bool enterOwnWorld()
+{
+    const auto user = QByteArray::number(::getuid());
+    const auto group = QByteArray::number(::getgid());
+    const bool isRoot = ::getuid() == 0;
+    if (isRoot && ::unshare(CLONE_NEWNS) == 0)
+        return true;
+    return ::unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0 && writeText("/proc/self/setgroups", "deny")
+        && writeText("/proc/self/uid_map", "0 " + user + " 1") && writeText("/proc/self/gid_map", "0 " + group + " 1");
+}
+
+bool mountSmallDisk(const QByteArray &folder, int size)
+{
+    return ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0
+        && ::mount("none", folder.constData(), "tmpfs", 0, ("size=" + QByteArray::number(size)).constData()) == 0;
+}
+
+QByteArray readAll(int descriptor)
+{
+    QByteArray text;
+    char buffer[4096];
+    for (ssize_t count = 0; (count = ::read(descriptor, buffer, sizeof buffer)) > 0;)
+        text.append(buffer, qsizetype(count));
+    return text;
+}
+
+} // namespace
+
+ChildProcess::ChildProcess(const std::function<void()> &work)
+    : m_process(::fork())
+{
+    if (m_process < 0)
+        qFatal("cannot start a child process");
+    if (m_process == 0) {
+        work();
+        ::_exit(0);
+    }
+}
+
+ChildProcess::~ChildProcess()
+{
+    kill();
+    wait();
+}
+
+void ChildProcess::kill()
+{
+    if (!m_hasEnded)
+        ::kill(m_process, SIGKILL);
+}
+
+int ChildProcess::wait()
+{
+    int status = 0;
+    if (!m_hasEnded)
+        ::waitpid(m_process, &status, 0);
+    m_hasEnded = true;
+    return status;
+}
+
+QByteArray resultOnSmallDisk(const QString &folder, int size, const std::function<QByteArray()> &work)
+{
+    int ends[2];
+    if (::pipe(ends) != 0)
+        qFatal("cannot make a pipe");
+    ChildProcess child([&] {
+        ::close(ends[0]);
+        const bool isReady = enterOwnWorld() && mountSmallDisk(QFile::encodeName(folder), size);
+        const auto result = isReady ? work() : QByteArray("no file system of its own");
+        if (::write(ends[1], result.constData(), size_t(result.size())) != result.size())
+            ::_exit(1);
+    });
+    ::close(ends[1]);
+    auto result = readAll(ends[0]);
+    ::close(ends[0]);
+    const int status = child.wait();
+    return status == 0 ? result : "the child has failed: " + QByteArray::number(status);
+}
+
+void makeSmallDiskReadOnly(const QString &folder)
+{
+    if (::mount("none", QFile::encodeName(folder).constData(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr) != 0)
+        qFatal("cannot make the disk read-only");
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <functional>
+#include <sys/types.h>
+
+/// A child process that runs one function of the test, as a copy of this process with one thread. It ends with the
+/// object.
+class ChildProcess
+{
+public:
+    explicit ChildProcess(const std::function<void()> &work);
+    ~ChildProcess();
+    ChildProcess(const ChildProcess &) = delete;
+    ChildProcess &operator=(const ChildProcess &) = delete;
+
+    /// Ends it at once, wherever it is.
+    void kill();
+    /// Waits for its end. 0: the function has returned.
+    int wait();
+
+private:
+    pid_t m_process;
+    bool m_hasEnded = false;
+};
+
+/// Runs the work in a child process that sees a file system of its own, `size` bytes large, in the folder. Answers what
+/// the work has answered, in a text; tells in the text when there cannot be such a file system.
+QByteArray resultOnSmallDisk(const QString &folder, int size, const std::function<QByteArray()> &work);
+
+/// Makes the small file system of the calling child process read-only.
+void makeSmallDiskReadOnly(const QString &folder);
