@@ -34,7 +34,10 @@ set(korvan_public_headers
     platform/MenuItem.h
     platform/NotificationCenter.h
     platform/OrderedDictionary.h
+    platform/PropertyList.h
+    platform/QZHardwareInfo.h
     platform/Result.h
+    platform/Snapshot.h
     platform/UserDefaults.h
     platform/script/CODebugController.h
     platform/script/COFlowDelegate.h
@@ -49,6 +52,7 @@ set(korvan_public_headers
     platform/script/ScriptValue.h
     platform/script/SourceOffset.h
     platform/script/ValueText.h
+    state/Blocklist.h
     state/KRPluginManagingState.h)
 
 install(TARGETS KorvanPluginManager EXPORT KorvanPluginManagerTargets)

@@ -2,6 +2,7 @@
 
 #include "commands/KRPluginDebugController.h"
 #include "manager/BundleDisposal.h"
+#include "manager/IncompatiblePlugins.h"
 #include "manager/PluginDiscovery.h"
 #include "manager/PluginFolders.h"
 #include "manager/RunningCommands.h"
@@ -9,12 +10,9 @@
 #include "platform/LTAppEnvironment.h"
 #include "platform/MainQueue.h"
 #include "platform/NotificationCenter.h"
-#include "platform/UserDefaults.h"
 #include "platform/script/COScript.h"
 
 namespace {
-
-const auto disabledCountKey = QStringLiteral("KRPluginManagerNumberOfIncompatiblePluginsDisabled");
 
 /// Stands for the manager where the script engine wants a shared owner.
 class FlowDelegate final : public COFlowDelegate
@@ -28,6 +26,14 @@ public:
 private:
     KRPluginManager &m_manager; // which owns this object
 };
+
+InstalledVersions versionsOf(const PluginTable &plugins)
+{
+    InstalledVersions versions;
+    for (auto plugin = plugins.begin(); plugin != plugins.end(); ++plugin)
+        versions.insert(versions.end(), plugin.key(), plugin.value()->version());
+    return versions;
+}
 
 QSet<QByteArray> pathsOf(const QSet<QUrl> &urls)
 {
@@ -61,7 +67,7 @@ KRPluginManager::KRPluginManager(const QList<QUrl> &pluginsFolderURLs, std::shar
 {
     auto &environment = LTAppEnvironment::current();
     m_runningCommands = std::make_unique<RunningCommands>(environment.mainQueue());
-    m_numberOfIncompatiblePluginsDisabled = environment.userDefaults().integerForKey(disabledCountKey);
+    m_incompatiblePlugins = std::make_shared<IncompatiblePlugins>(m_pluginStateManager, environment.userDefaults());
     m_flowDelegate = std::make_shared<FlowDelegate>(*this);
     COScript::setFlowDelegate(m_flowDelegate);
     CODebugController::setDelegate(std::make_shared<KRPluginDebugController>());
@@ -99,6 +105,7 @@ PluginTable KRPluginManager::plugins()
 void KRPluginManager::setPlugins(const std::optional<PluginTable> &plugins)
 {
     auto replaced = std::exchange(m_plugins, plugins);
+    m_incompatiblePlugins->setInstalled(versionsOf(plugins.value_or(PluginTable())));
     if (replaced && replaced->isDetached()) // else somebody still holds a copy
         disposeOf(std::move(*replaced));
 }
@@ -156,31 +163,6 @@ PluginTable KRPluginManager::pluginsFromResolvedFolderAtURL(
     walk.walkResolved(pathFromFileURL(url));
     visitedURLs = folderURLs(walk.visitedFolders());
     return pluginsOf(walk);
-}
-
-bool KRPluginManager::shouldEnablePluginIdentifier(
-    const QString &identifier, const std::optional<QString> &withVersion) const
-{
-    if (m_disableAllPlugins)
-        return false;
-    return !m_pluginStateManager || m_pluginStateManager->shouldEnablePluginIdentifier(identifier, withVersion);
-}
-
-bool KRPluginManager::isPluginWithIdentifier(
-    const QString &identifier, const std::optional<QString> &incompatibleWithVersion) const
-{
-    return m_pluginStateManager && m_pluginStateManager->isPluginWithIdentifier(identifier, incompatibleWithVersion);
-}
-
-bool KRPluginManager::isIncompatiblePlugin(const std::shared_ptr<KRPluginBundle> &bundle) const
-{
-    return isPluginWithIdentifier(bundle->identifier().value_or(QString()), bundle->version());
-}
-
-void KRPluginManager::setNumberOfIncompatiblePluginsDisabled(qint64 number)
-{
-    LTAppEnvironment::current().userDefaults().setValue(disabledCountKey, number);
-    m_numberOfIncompatiblePluginsDisabled = number;
 }
 
 std::shared_ptr<KRPluginCommand> KRPluginManager::commandWithSpecifier(const KRPluginCommandSpecifier &specifier)

@@ -20,12 +20,18 @@
 class COFlowDelegate;
 class COScript;
 class FolderWalk;
+class IncompatiblePlugins;
 class KRPluginUpdater;
 class RunningCommands;
 
 /// Posted on the environment's notification centre, by the manager, after each reload.
 inline const QString KRPluginManagerDidReloadPluginsNotification =
     QStringLiteral("KRPluginManagerDidReloadPluginsNotification");
+
+/// Posted on the environment's notification centre, by the manager, after a plug-in was enabled or disabled and the
+/// reload that this takes.
+inline const QString KRPluginManagerPluginDidChangeEnabledStateNotification =
+    QStringLiteral("KRPluginManagerPluginDidChangeEnabledStateNotification");
 
 /// The registry of installed plug-ins, and what a host asks of it. Main thread only; needs a running event loop for
 /// commands that stay running and for runs by identifier.
@@ -91,12 +97,36 @@ public:
     void setDisableAllPlugins(bool disable) { m_disableAllPlugins = disable; }
     /// `shouldEnablePluginIdentifier:withVersion:`. Whether a plug-in that a reload finds is enabled.
     bool shouldEnablePluginIdentifier(const QString &identifier, const std::optional<QString> &withVersion) const;
+    /// Keeps the user's choice, reloads, and posts KRPluginManagerPluginDidChangeEnabledStateNotification. While all
+    /// plug-ins are switched off, this ends and every other plug-in is disabled by itself; each of them is a reload and
+    /// a notification of its own. Without a state store nothing is kept.
+    /// A null bundle only reloads and notifies.
+    void enablePlugin(const std::shared_ptr<KRPluginBundle> &bundle);
+    /// Keeps the user's choice, reloads, and posts KRPluginManagerPluginDidChangeEnabledStateNotification.
+    void disablePlugin(const std::shared_ptr<KRPluginBundle> &bundle);
+    /// Disables every plug-in by itself; each is a reload and a notification of its own.
+    void resetAllPluginMetadataToBeDisabled();
+    void postPluginDidChangeEnabledStateNotification();
+    QList<std::shared_ptr<KRPluginBundle>> enabledPlugins();
+    QList<std::shared_ptr<KRPluginBundle>> disabledPlugins();
+
+    // Incompatibility
+
+    /// Identifiers of the installed plug-ins whose version is known not to work.
+    QStringList incompatiblePlugins();
+    bool isIncompatiblePlugin(const std::shared_ptr<KRPluginBundle> &bundle) const;
     /// `isPluginWithIdentifier:incompatibleWithVersion:`. False without a state store.
     bool isPluginWithIdentifier(const QString &identifier, const std::optional<QString> &incompatibleWithVersion) const;
-    bool isIncompatiblePlugin(const std::shared_ptr<KRPluginBundle> &bundle) const;
-    /// How many plug-ins were disabled for incompatibility; kept in the user defaults.
-    qint64 numberOfIncompatiblePluginsDisabled() const { return m_numberOfIncompatiblePluginsDisabled; }
+    /// Registers the installed versions that do not work in the state store and counts those met for the first time.
+    /// Does not reload: plug-ins stay as they are until the next one.
+    void registerIncompatiblePlugins();
+    /// How many plug-ins were disabled for incompatibility, as counted since a host set the number last; kept in the
+    /// user defaults.
+    qint64 numberOfIncompatiblePluginsDisabled() const;
     void setNumberOfIncompatiblePluginsDisabled(qint64 number);
+
+    // What it was made with
+
     bool monitorForChanges() const { return m_monitorForChanges; }
     const std::shared_ptr<KRPluginManagingState> &pluginStateManager() const { return m_pluginStateManager; }
     const std::shared_ptr<KRPluginUpdater> &updater() const { return m_updater; }
@@ -128,15 +158,16 @@ public:
 
 private:
     PluginTable pluginsOf(const FolderWalk &walk) const;
+    void changeEnabledState(const std::shared_ptr<KRPluginBundle> &bundle, bool enabled);
 
     std::optional<PluginTable> m_plugins;
     bool m_disableAllPlugins = false;
     bool m_monitorForChanges;
     QList<QUrl> m_pluginsFolderURLs;
-    qint64 m_numberOfIncompatiblePluginsDisabled = 0;
     std::weak_ptr<KRPluginLogAction> m_logAction;
     std::shared_ptr<KRPluginUpdater> m_updater;
     std::shared_ptr<KRPluginManagingState> m_pluginStateManager;
+    std::shared_ptr<IncompatiblePlugins> m_incompatiblePlugins;
     std::unique_ptr<RunningCommands> m_runningCommands;
     std::shared_ptr<COFlowDelegate> m_flowDelegate;
 };

@@ -87,6 +87,7 @@ public:
     /// stopped. Other scripts' timers wait while the answer is awaited.
     virtual ScriptTimeLimitDecision scriptExceededTimeLimit(const QString &name, double seconds);
 
+    /// Thread-safe, and the same for as long as the environment lives.
     virtual UserDefaults &userDefaults();
     virtual NotificationCenter &notificationCenter();
     /// Thread-safe.

@@ -29,6 +29,7 @@ UserDefaults::~UserDefaults() = default;
 
 QVariant UserDefaults::value(const QString &key) const
 {
+    const std::lock_guard lock(m_mutex);
     const auto override = m_overrides.constFind(key);
     return override != m_overrides.constEnd() ? *override : m_settings->value(key);
 }
@@ -47,7 +48,7 @@ std::optional<QStringList> UserDefaults::stringArrayForKey(const QString &key) c
     if (stored.typeId() == QMetaType::QStringList)
         return stored.toStringList();
     // The file's notation does not tell an array of one text from a text.
-    if (stored.typeId() == QMetaType::QString && !m_overrides.contains(key))
+    if (stored.typeId() == QMetaType::QString && !isOverridden(key))
         return stored.toString().isEmpty() ? QStringList() : QStringList{stored.toString()};
     if (stored.typeId() != QMetaType::QVariantList)
         return std::nullopt;
@@ -91,6 +92,7 @@ std::optional<double> UserDefaults::numberForKey(const QString &key) const
 
 void UserDefaults::setValue(const QString &key, const QVariant &value)
 {
+    const std::lock_guard lock(m_mutex);
     m_overrides.remove(key);
     if (value.isValid())
         m_settings->setValue(key, value);
@@ -100,5 +102,12 @@ void UserDefaults::setValue(const QString &key, const QVariant &value)
 
 void UserDefaults::setOverrides(const QVariantMap &overrides)
 {
+    const std::lock_guard lock(m_mutex);
     m_overrides = overrides;
+}
+
+bool UserDefaults::isOverridden(const QString &key) const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_overrides.contains(key);
 }

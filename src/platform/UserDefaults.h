@@ -8,11 +8,12 @@
 #include <QVariantMap>
 
 #include <memory>
+#include <mutex>
 #include <optional>
 
 class QSettings;
 
-/// The user's settings, by key. Main thread only.
+/// The user's settings, by key. Thread-safe.
 ///
 /// Values come from a settings file, under values given for this process only. The typed lookups read what the file
 /// holds as text ("true", "7") as the type asked for; a value of another type counts as absent.
@@ -45,6 +46,9 @@ public:
     void setOverrides(const QVariantMap &overrides);
 
 private:
+    bool isOverridden(const QString &key) const;
+
+    mutable std::mutex m_mutex;
     std::unique_ptr<QSettings> m_settings;
     QVariantMap m_overrides;
 };

@@ -14,29 +14,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-class StateStore final : public KRPluginManagingState
-{
-public:
-    bool shouldEnablePluginIdentifier(const QString &identifier, const std::optional<QString> &version) override
-    {
-        asked.append(identifier + u' ' + version.value_or(u"nil"_s));
-        return !disabled.contains(identifier);
-    }
-    bool isPluginWithIdentifier(const QString &identifier, const std::optional<QString> &) const override
-    {
-        return disabled.contains(identifier);
-    }
-    void updateMetadataWithPluginIndentifiers(const QStringList &identifiers) override { kept = identifiers; }
-
-    QStringList disabled;
-    QStringList asked;
-    QStringList kept;
-};
-
-} // namespace
-
 class tst_KRPluginManager_Discovery : public QObject
 {
     Q_OBJECT
@@ -394,17 +371,19 @@ void tst_KRPluginManager_Discovery::storeDecidesAndForgets()
 {
     plugin(u"Plugins/A"_s, "a", ", \"version\": \"2\"");
     plugin(u"Plugins/B"_s, "b");
-    const auto store = std::make_shared<StateStore>();
+    const auto store =
+        std::make_shared<KRPluginManagingState>(QUrl::fromLocalFile(m_environment->path(u"metadata.plist"_s)));
+    store->setIncompatiblePluginVersions(IncompatibleVersions{{u"a"_s, u"1.9"_s}, {u"b"_s, u"0.0.1"_s}});
+    QVERIFY(store->setMetadataValue(true, u"disabled"_s, u"gone"_s));
     KRPluginManager manager({url("Plugins")}, nullptr, store);
     QVERIFY(manager.monitorForChanges());
-    store->disabled = {u"b"_s};
+
     manager.reloadPlugins();
-    QVERIFY(manager.plugins().value(u"a"_s)->isEnabled());
-    QVERIFY(!manager.plugins().value(u"b"_s)->isEnabled());
-    store->asked.sort();
-    QCOMPARE(store->asked, (QStringList{u"a 2"_s, u"b 0.0.1"_s}));
-    QCOMPARE(store->kept, (QStringList{u"a"_s, u"b"_s}));
-    store->disabled.clear();
+
+    QVERIFY(manager.plugins().value(u"a"_s)->isEnabled()); // it has version 2
+    QVERIFY(!manager.plugins().value(u"b"_s)->isEnabled()); // it has none, which is 0.0.1
+    QCOMPARE(store->metadata(), std::optional(QVariantMap()));
+    store->setIncompatiblePluginVersions(std::nullopt);
     manager.reloadPlugins();
     QVERIFY(manager.plugins().value(u"b"_s)->isEnabled());
 }
