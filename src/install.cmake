@@ -20,6 +20,7 @@ set(korvan_public_headers
     commands/KRPluginPortMessaging.h
     commands/KRPluginScript.h
     commands/KRPluginStandaloneScript.h
+    commands/UserInfoOwner.h
     localization/KorvanPluginManagerLocalization.h
     manager/KRPluginManager.h
     manager/PluginTable.h

@@ -130,7 +130,7 @@ bool Document::addLayer(const LayerPointer &layer, const LayerPointer &parent)
     return true;
 }
 
-bool Document::removeLayer(const LayerPointer &layer)
+bool Document::removeLayer(LayerPointer layer) // by value: it may be an element of the list that it leaves
 {
     if (!contains(layer))
         return false;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "document/Layer.h"
-#include "platform/script/ScriptObject.h"
+#include "commands/UserInfoOwner.h"
 
 #include <QHash>
 #include <QList>
@@ -14,7 +14,7 @@
 #include <optional>
 
 /// A design: a tree of layers, some of them selected. Held by shared pointers. Main thread only.
-class Document final : public ScriptObject
+class Document final : public UserInfoOwner
 {
 public:
     /// `values` are the document's keys as its file holds them, but for "layers" and "selection".
@@ -23,8 +23,8 @@ public:
     QString name() const;
     void setName(const QString &name);
     /// What plug-ins keep on the document; nil when there is nothing.
-    std::optional<QVariantMap> userInfo() const;
-    void setUserInfo(const std::optional<QVariantMap> &userInfo);
+    std::optional<QVariantMap> userInfo() const override;
+    void setUserInfo(const std::optional<QVariantMap> &userInfo) override;
     /// All keys as they are saved, but for "layers" and "selection".
     const QVariantMap &values() const { return m_values; }
 
@@ -45,7 +45,7 @@ public:
     /// or the parent is not in this one.
     bool addLayer(const LayerPointer &layer, const LayerPointer &parent);
     /// Takes the layer out, with everything in it. False when it is not in this document.
-    bool removeLayer(const LayerPointer &layer);
+    bool removeLayer(LayerPointer layer);
     /// Moves the layer among its siblings; an index beyond the end counts as the end.
     void moveLayer(const LayerPointer &layer, qsizetype index);
     /// A copy of the layer with everything in it, right above it. Null when it is not in this document.

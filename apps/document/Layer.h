@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/script/ScriptObject.h"
+#include "commands/UserInfoOwner.h"
 
 #include <QList>
 #include <QString>
@@ -20,7 +20,7 @@ QVariantList scriptList(const QList<LayerPointer> &layers);
 
 /// One layer of a document: a group with layers of its own, or a leaf. Owned by its parent layer or its document. Main
 /// thread only.
-class Layer final : public ScriptObject
+class Layer final : public UserInfoOwner
 {
 public:
     /// `values` are the layer's keys as its file holds them, but for "layers". A missing "id" has to be given later.
@@ -42,8 +42,8 @@ public:
     std::optional<QString> text() const;
     void setText(const std::optional<QString> &text);
     /// What plug-ins keep on the layer; nil when there is nothing.
-    std::optional<QVariantMap> userInfo() const;
-    void setUserInfo(const std::optional<QVariantMap> &userInfo);
+    std::optional<QVariantMap> userInfo() const override;
+    void setUserInfo(const std::optional<QVariantMap> &userInfo) override;
     /// All keys as they are saved, but for "layers".
     const QVariantMap &values() const { return m_values; }
 

@@ -7,6 +7,7 @@
 #include "commands/KRPluginCommandManager.h"
 #include "commands/KRPluginCommandSpecifier.h"
 #include "commands/KRPluginScript.h"
+#include "commands/UserInfoOwner.h"
 #include "platform/Export.h"
 #include "platform/MenuItem.h"
 #include "platform/script/COScript.h"
@@ -161,6 +162,34 @@ public:
     void setLogsWhenRunViaTests(const QVariantList &logs) { runState().logsWhenRunViaTests = logs; }
     /// Empties the log, wherever it is kept.
     void clearLog();
+
+    // Data that the plug-in keeps on layers and documents of the host, where no other plug-in sees it. The forms
+    // without an identifier work for this command's own plug-in.
+
+    /// Nil when the plug-in keeps no such value, or anything that is asked with is nil.
+    QVariant valueForKeyOnLayer(const std::optional<QString> &key, const std::shared_ptr<UserInfoOwner> &layer,
+        const std::optional<QString> &forPluginIdentifier) const;
+    QVariant valueForKeyOnDocument(const std::optional<QString> &key, const std::shared_ptr<UserInfoOwner> &document,
+        const std::optional<QString> &forPluginIdentifier) const;
+    QVariant valueForKeyOnLayer(const std::optional<QString> &key, const std::shared_ptr<UserInfoOwner> &layer) const;
+    QVariant valueForKeyOnDocument(
+        const std::optional<QString> &key, const std::shared_ptr<UserInfoOwner> &document) const;
+
+    /// Keeps a copy of a value that JSON can hold; nil (invalid) removes it. Anything else, or nil for one of the
+    /// others, is logged as an error and changes nothing.
+    void setValueForKeyOnObject(const QVariant &value, const std::optional<QString> &key,
+        const std::shared_ptr<UserInfoOwner> &object, const std::optional<QString> &forPluginIdentifier);
+    void setValueForKeyOnLayer(const QVariant &value, const std::optional<QString> &key,
+        const std::shared_ptr<UserInfoOwner> &layer, const std::optional<QString> &forPluginIdentifier);
+    void setValueForKeyOnDocument(const QVariant &value, const std::optional<QString> &key,
+        const std::shared_ptr<UserInfoOwner> &document, const std::optional<QString> &forPluginIdentifier);
+    void setValueForKeyOnLayer(
+        const QVariant &value, const std::optional<QString> &key, const std::shared_ptr<UserInfoOwner> &layer);
+    void setValueForKeyOnDocument(
+        const QVariant &value, const std::optional<QString> &key, const std::shared_ptr<UserInfoOwner> &document);
+    /// Under which the command's plug-in keeps its data: the plug-in's identifier, or the command's specifier as text
+    /// when it belongs to no plug-in.
+    std::optional<QString> pluginBundleIdentifierForMetadata() const;
 
     const ScriptClass &scriptClass() const override;
 

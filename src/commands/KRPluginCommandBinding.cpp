@@ -3,6 +3,7 @@
 #include "commands/KRPluginCommand.h"
 
 #include "platform/script/ScriptClass.h"
+#include "platform/script/ScriptValue.h"
 
 namespace {
 
@@ -14,6 +15,40 @@ QVariant handlersForScript(const KRPluginCommand &command)
 std::optional<QString> specifierForScript(const KRPluginCommand &command)
 {
     return command.commandSpecifier().stringValue();
+}
+
+using OptionalText = std::optional<QString>;
+using OwnerPointer = std::shared_ptr<UserInfoOwner>;
+
+/// Null removes a value, as nil does. Undefined, the usual sign of a misspelt name, is no value at all: it must not
+/// remove anything.
+QVariant valueFromScript(const QVariant &value)
+{
+    if (value.typeId() == QMetaType::Nullptr)
+        return {};
+    return value.isValid() ? value : QVariant::fromValue(ScriptValue());
+}
+
+QVariant valueForKeyOfPlugin(
+    const KRPluginCommand &command, const OptionalText &key, const OwnerPointer &owner, const OptionalText &identifier)
+{
+    return command.valueForKeyOnLayer(key, owner, identifier);
+}
+
+QVariant valueForKey(const KRPluginCommand &command, const OptionalText &key, const OwnerPointer &owner)
+{
+    return command.valueForKeyOnLayer(key, owner);
+}
+
+void setValueOfPlugin(KRPluginCommand &command, const QVariant &value, const OptionalText &key,
+    const OwnerPointer &owner, const OptionalText &identifier)
+{
+    command.setValueForKeyOnObject(valueFromScript(value), key, owner, identifier);
+}
+
+void setValue(KRPluginCommand &command, const QVariant &value, const OptionalText &key, const OwnerPointer &owner)
+{
+    command.setValueForKeyOnLayer(valueFromScript(value), key, owner);
 }
 
 } // namespace
@@ -39,6 +74,16 @@ const ScriptClass &KRPluginCommand::scriptClass() const
         scriptOperation<&KRPluginCommand::error>("error"),
         scriptOperation<&KRPluginCommand::log>("log_atLevel"),
         scriptOperation<&KRPluginCommand::logString>("logString"),
+        scriptOperation<&valueForKeyOfPlugin>("valueForKey_onLayer_forPluginIdentifier"),
+        scriptOperation<&valueForKeyOfPlugin>("valueForKey_onDocument_forPluginIdentifier"),
+        scriptOperation<&valueForKey>("valueForKey_onLayer"),
+        scriptOperation<&valueForKey>("valueForKey_onDocument"),
+        scriptOperation<&setValueOfPlugin>("setValue_forKey_onLayer_forPluginIdentifier"),
+        scriptOperation<&setValueOfPlugin>("setValue_forKey_onDocument_forPluginIdentifier"),
+        scriptOperation<&setValueOfPlugin>("setValue_forKey_onObject_forPluginIdentifier"),
+        scriptOperation<&setValue>("setValue_forKey_onLayer"),
+        scriptOperation<&setValue>("setValue_forKey_onDocument"),
+        scriptOperation<&KRPluginCommand::pluginBundleIdentifierForMetadata>("pluginBundleIdentifierForMetadata"),
     };
     static constexpr ScriptClass scriptClass{"KRPluginCommand", operations};
     return scriptClass;

@@ -1,0 +1,3 @@
+#include "commands/UserInfoOwner.h"
+
+UserInfoOwner::~UserInfoOwner() = default;
