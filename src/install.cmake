@@ -29,6 +29,7 @@ set(korvan_public_headers
     platform/KRError.h
     platform/KRImageData.h
     platform/LTAppEnvironment.h
+    platform/LocalMessagePort.h
     platform/LogMessages.h
     platform/LTCompareVersions.h
     platform/MainQueue.h
