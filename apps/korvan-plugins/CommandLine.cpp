@@ -18,6 +18,9 @@ struct RawOptions
     std::string resourcesFolder;
     std::string hostVersion;
     std::string plugin;
+    std::vector<std::string> plugins;
+    std::string port;
+    std::string message;
     std::string specifier;
     std::string standaloneFile;
     std::string documentFile;
@@ -89,6 +92,11 @@ public:
         addList();
         addInfo();
         addRun();
+        addEnabling("enable", "Enable plug-ins", true);
+        addEnabling("disable", "Disable plug-ins", false);
+        addState();
+        addBlocklist();
+        addPorts();
         addCompareVersions();
         addDemo();
     }
@@ -127,7 +135,13 @@ private:
 
     CLI::App *addCommand(const char *name, const char *description, std::function<ExitCode(Output &)> command)
     {
-        auto *const subcommand = m_app.add_subcommand(name, description);
+        return addCommand(m_app, name, description, std::move(command));
+    }
+
+    CLI::App *addCommand(
+        CLI::App &parent, const char *name, const char *description, std::function<ExitCode(Output &)> command)
+    {
+        auto *const subcommand = parent.add_subcommand(name, description);
         subcommand->fallthrough();
         subcommand->callback([this, command = std::move(command)] { m_command = command; });
         return subcommand;
@@ -168,6 +182,43 @@ private:
             ->check(CLI::Range(0.0, 1e6));
         m_run->add_option("--dump-document", m_raw.dumpDocumentFile, "Where to write the document afterwards")
             ->type_name("FILE");
+    }
+
+    void addEnabling(const char *name, const char *description, bool enabled)
+    {
+        auto *const command = addCommand(name, description, [this, enabled](Output &output) {
+            return enablePlugins(m_globalOptions, {texts(m_raw.plugins), enabled}, output);
+        });
+        command->add_option("plugins", m_raw.plugins, "Identifiers of plug-ins")->type_name("ID")->required();
+    }
+
+    void addState()
+    {
+        addCommand("state", "Show what is remembered of the plug-ins",
+            [this](Output &output) { return showState(m_globalOptions, output); });
+    }
+
+    void addBlocklist()
+    {
+        auto *const blocklist = m_app.add_subcommand("blocklist", "The versions of plug-ins that do not work");
+        blocklist->require_subcommand(1);
+        blocklist->fallthrough();
+        addCommand(*blocklist, "show", "Show the list in force",
+            [this](Output &output) { return showBlocklist(m_globalOptions, output); });
+    }
+
+    void addPorts()
+    {
+        auto *const listen =
+            addCommand("listen", "Show what is sent to a message port, until interrupted", [this](Output &output) {
+                return listenOnPort({text(m_raw.port), {}}, output);
+            });
+        listen->add_option("port", m_raw.port, "Name of the port")->type_name("PORT")->required();
+        auto *const send = addCommand("send", "Send a text to a message port", [this](Output &output) {
+            return sendToPort({text(m_raw.port), text(m_raw.message)}, output);
+        });
+        send->add_option("port", m_raw.port, "Name of the port")->type_name("PORT")->required();
+        send->add_option("message", m_raw.message, "The text")->type_name("MESSAGE")->required();
     }
 
     void addCompareVersions()

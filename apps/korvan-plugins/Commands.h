@@ -9,5 +9,10 @@
 ExitCode listPlugins(const GlobalOptions &options, Output &output);
 ExitCode showPlugin(const GlobalOptions &options, const InfoOptions &info, Output &output);
 ExitCode runCommand(const GlobalOptions &options, const RunOptions &run, Output &output);
+ExitCode enablePlugins(const GlobalOptions &options, const EnablingOptions &enabling, Output &output);
+ExitCode showState(const GlobalOptions &options, Output &output);
+ExitCode showBlocklist(const GlobalOptions &options, Output &output);
+ExitCode listenOnPort(const PortOptions &port, Output &output);
+ExitCode sendToPort(const PortOptions &port, Output &output);
 ExitCode compareVersions(const CompareVersionsOptions &versions, Output &output);
 ExitCode showDemo(const GlobalOptions &options, Output &output);

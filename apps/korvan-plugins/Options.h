@@ -36,6 +36,19 @@ struct RunOptions
     std::optional<QString> dumpDocumentFile;
 };
 
+struct EnablingOptions
+{
+    QStringList identifiers;
+    bool enabled = true;
+};
+
+struct PortOptions
+{
+    QString port;
+    /// To send.
+    QString message;
+};
+
 struct CompareVersionsOptions
 {
     QString first;

@@ -28,6 +28,12 @@ void Output::document(const OrderedVariantDictionary &document)
         print(stdout, jsonFromVariant(QVariant::fromValue(document), JSONStyle::Indented));
 }
 
+void Output::documentLine(const OrderedVariantDictionary &document)
+{
+    if (isJSON())
+        print(stdout, jsonFromVariant(QVariant::fromValue(document), JSONStyle::Compact) + '\n');
+}
+
 void Output::line(const QString &text)
 {
     if (!isJSON())

@@ -19,6 +19,8 @@ public:
 
     /// The one document; only as JSON.
     void document(const OrderedVariantDictionary &document);
+    /// One of many documents, on a line of its own; only as JSON.
+    void documentLine(const OrderedVariantDictionary &document);
     /// A line for people; only as text.
     void line(const QString &text = {});
     /// The failure of the operation, in either form.

@@ -1,5 +1,7 @@
 #include "PluginSession.h"
 
+#include "platform/LTAppEnvironment.h"
+
 #include <QDir>
 
 namespace {
@@ -14,12 +16,23 @@ QList<QUrl> pluginFolders(const GlobalOptions &options)
     return urls;
 }
 
+/// What is remembered of the plug-ins, with the blocklist in force.
+std::shared_ptr<KRPluginManagingState> makeState()
+{
+    const QDir folder(LTAppEnvironment::current().applicationSupportFolder().toLocalFile());
+    const auto file = QUrl::fromLocalFile(folder.filePath(QStringLiteral("PluginMetadata.plist")));
+    auto state = std::make_shared<KRPluginManagingState>(file);
+    state->setIncompatiblePluginVersions(KRPluginManagingState::incompatiblePlugins());
+    return state;
+}
+
 } // namespace
 
 PluginSession::PluginSession(const GlobalOptions &options)
     : m_environment(options)
     , m_installation(m_environment)
-    , m_manager(pluginFolders(options), nullptr, nullptr)
+    , m_state(makeState())
+    , m_manager(pluginFolders(options), nullptr, m_state)
 {
     m_manager.setDisableAllPlugins(options.safeMode);
     m_manager.reloadPlugins();

@@ -13,6 +13,7 @@ public:
     explicit PluginSession(const GlobalOptions &options);
 
     KRPluginManager &manager() { return m_manager; }
+    KRPluginManagingState &state() { return *m_state; }
 
     /// The command that a text "plug-in/command" names: of all plug-ins whose identifier it begins with, the one with
     /// the longest. Nil when there is no such plug-in or command.
@@ -21,5 +22,6 @@ public:
 private:
     CommandLineEnvironment m_environment;
     LTAppEnvironment::Installation m_installation;
+    std::shared_ptr<KRPluginManagingState> m_state;
     KRPluginManager m_manager;
 };
