@@ -23,11 +23,12 @@ void start(const QStringList &arguments)
 void listBesideVersion(benchmark::State &state)
 {
     const QTemporaryDir folder;
-    generateBundles(folder.path(), int(state.range(0)));
+    generateBundles(folder.filePath(QStringLiteral("plugins")), int(state.range(0)));
     measureInterleaved(
         state, [] { start({QStringLiteral("--version")}); },
         [&folder] {
-            start({QStringLiteral("--folder"), folder.path(), QStringLiteral("list")});
+            start({QStringLiteral("--folder"), folder.filePath(QStringLiteral("plugins")),
+                QStringLiteral("--support-dir"), folder.filePath(QStringLiteral("support")), QStringLiteral("list")});
         });
     state.counters["more_ms"] = (double(state.counters["ours_us"]) - double(state.counters["floor_us"])) / 1000;
 }

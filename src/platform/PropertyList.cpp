@@ -1,239 +1,28 @@
 #include "platform/PropertyList.h"
 
-#include "platform/PropertyListBounds.h"
-
-#include <QDateTime>
-#include <QStringList>
-#include <plist/plist.h>
-
-#include <cstdlib>
-#include <limits>
-#include <memory>
-#include <type_traits>
+#include "platform/PropertyListNodes.h"
 
 namespace {
-
-struct NodeReleaser
-{
-    void operator()(void *node) const { ::plist_free(node); }
-};
-using NodePointer = std::unique_ptr<std::remove_pointer_t<plist_t>, NodeReleaser>;
-
-struct MemoryReleaser
-{
-    void operator()(void *memory) const { std::free(memory); }
-};
-using TextPointer = std::unique_ptr<char, MemoryReleaser>;
-
-/// Seconds from 1970 to the first moment of 2001, from which property lists count.
-constexpr qint64 referenceDate = 978307200;
 
 KRError propertyListError(const QString &text)
 {
     return {QStringLiteral("propertylist"), 0, text};
 }
 
-// Reading
-
-QString takeText(char *text)
-{
-    const TextPointer owned(text);
-    return QString::fromUtf8(text);
-}
-
-QByteArray bytesOf(plist_t node)
-{
-    char *bytes = nullptr;
-    uint64_t length = 0;
-    ::plist_get_data_val(node, &bytes, &length);
-    const TextPointer owned(bytes);
-    return QByteArray(bytes, qsizetype(length));
-}
-
-QDateTime dateOf(plist_t node)
-{
-    int32_t seconds = 0;
-    int32_t microseconds = 0;
-    ::plist_get_date_val(node, &seconds, &microseconds);
-    return QDateTime::fromMSecsSinceEpoch((referenceDate + seconds) * 1000 + microseconds / 1000, Qt::UTC);
-}
-
-QVariant variantOf(plist_t node);
-
-QVariantMap mapOf(plist_t node)
-{
-    QVariantMap map;
-    plist_dict_iter iterator = nullptr;
-    ::plist_dict_new_iter(node, &iterator);
-    const std::unique_ptr<void, MemoryReleaser> owned(iterator);
-    for (;;) {
-        char *key = nullptr;
-        plist_t value = nullptr;
-        ::plist_dict_next_item(node, iterator, &key, &value);
-        if (!value)
-            return map;
-        const auto name = takeText(key);
-        if (const auto content = variantOf(value); content.isValid())
-            map.insert(name, content);
-    }
-}
-
-QVariantList listOf(plist_t node)
-{
-    QVariantList list;
-    plist_array_iter iterator = nullptr;
-    ::plist_array_new_iter(node, &iterator);
-    const std::unique_ptr<void, MemoryReleaser> owned(iterator);
-    for (;;) {
-        plist_t element = nullptr;
-        ::plist_array_next_item(node, iterator, &element);
-        if (!element)
-            return list;
-        if (const auto content = variantOf(element); content.isValid())
-            list.append(content);
-    }
-}
-
-QVariant variantOf(plist_t node)
-{
-    switch (::plist_get_node_type(node)) {
-    case PLIST_DICT:
-        return mapOf(node);
-    case PLIST_ARRAY:
-        return listOf(node);
-    case PLIST_STRING: {
-        char *text = nullptr;
-        ::plist_get_string_val(node, &text);
-        return takeText(text);
-    }
-    case PLIST_BOOLEAN: {
-        uint8_t value = 0;
-        ::plist_get_bool_val(node, &value);
-        return value != 0;
-    }
-    case PLIST_UINT: {
-        uint64_t value = 0;
-        ::plist_get_uint_val(node, &value);
-        return qlonglong(value); // a negative number is kept as its two's complement
-    }
-    case PLIST_UID: {
-        uint64_t value = 0;
-        ::plist_get_uid_val(node, &value);
-        return qlonglong(value);
-    }
-    case PLIST_REAL: {
-        double value = 0;
-        ::plist_get_real_val(node, &value);
-        return value;
-    }
-    case PLIST_DATA:
-        return bytesOf(node);
-    case PLIST_DATE:
-        return dateOf(node);
-    default:
-        return {}; // of no type; it is left out
-    }
-}
-
-// Writing
-
-/// A text as property lists keep it. They hold C strings: what follows a zero would get lost.
-std::optional<QByteArray> textForList(const QString &text)
-{
-    return text.contains(QChar::Null) ? std::nullopt : std::optional(text.toUtf8());
-}
-
-NodePointer nodeOf(const QVariant &value);
-
-NodePointer dictionaryNode(const QVariantMap &map)
-{
-    NodePointer dictionary(::plist_new_dict());
-    for (auto entry = map.begin(); entry != map.end(); ++entry) {
-        const auto key = textForList(entry.key());
-        auto value = nodeOf(entry.value());
-        if (!key || !value)
-            return nullptr;
-        ::plist_dict_set_item(dictionary.get(), key->constData(), value.release());
-    }
-    return dictionary;
-}
-
-NodePointer arrayNode(const QVariantList &list)
-{
-    NodePointer array(::plist_new_array());
-    for (const auto &element : list) {
-        auto value = nodeOf(element);
-        if (!value)
-            return nullptr;
-        ::plist_array_append_item(array.get(), value.release());
-    }
-    return array;
-}
-
-NodePointer dateNode(const QDateTime &date)
-{
-    const auto milliseconds = date.toMSecsSinceEpoch() - referenceDate * 1000;
-    const auto seconds = milliseconds >= 0 ? milliseconds / 1000 : (milliseconds - 999) / 1000;
-    constexpr qint64 latest = std::numeric_limits<int32_t>::max();
-    if (!date.isValid() || seconds > latest || seconds < -latest)
-        return nullptr;
-    return NodePointer(::plist_new_date(int32_t(seconds), int32_t((milliseconds - seconds * 1000) * 1000)));
-}
-
-NodePointer nodeOf(const QVariant &value)
-{
-    switch (value.typeId()) {
-    case QMetaType::QVariantMap:
-        return dictionaryNode(value.toMap());
-    case QMetaType::QVariantList:
-    case QMetaType::QStringList:
-        return arrayNode(value.toList());
-    case QMetaType::QString: {
-        const auto text = textForList(value.toString());
-        return NodePointer(text ? ::plist_new_string(text->constData()) : nullptr);
-    }
-    case QMetaType::Bool:
-        return NodePointer(::plist_new_bool(value.toBool() ? 1 : 0));
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::LongLong:
-        return NodePointer(::plist_new_uint(uint64_t(value.toLongLong())));
-    case QMetaType::Double:
-        return NodePointer(::plist_new_real(value.toDouble()));
-    case QMetaType::QByteArray: {
-        const auto bytes = value.toByteArray();
-        return NodePointer(::plist_new_data(bytes.constData(), uint64_t(bytes.size())));
-    }
-    case QMetaType::QDateTime:
-        return dateNode(value.toDateTime());
-    default:
-        return nullptr;
-    }
-}
-
 } // namespace
 
 Result<QVariant> variantFromPropertyList(const QByteArray &bytes)
 {
-    const bool isParsable = bytes.size() <= qsizetype(std::numeric_limits<uint32_t>::max());
-    if (bytes.isEmpty() || !isParsable || !isPropertyListWithinBounds(bytes))
-        return propertyListError(QStringLiteral("This is no property list that can be read."));
-    plist_t parsed = nullptr;
-    ::plist_from_memory(bytes.constData(), uint32_t(bytes.size()), &parsed);
-    const NodePointer root(parsed);
+    const auto root = nodeFromBytes(bytes);
     if (!root)
         return propertyListError(QStringLiteral("This is no property list."));
-    return variantOf(root.get());
+    return variantFromNode(root.get());
 }
 
 Result<QByteArray> propertyListFromVariant(const QVariant &value)
 {
-    const auto root = nodeOf(value);
+    const auto root = nodeFromVariant(value);
     if (!root)
         return propertyListError(QStringLiteral("The value holds something that a property list cannot."));
-    char *text = nullptr;
-    uint32_t length = 0;
-    ::plist_to_xml(root.get(), &text, &length);
-    const TextPointer owned(text);
-    return QByteArray(text, qsizetype(length));
+    return xmlFromNode(root.get());
 }

@@ -16,7 +16,8 @@ bool startsWithAt(QByteArrayView bytes, qsizetype position, QByteArrayView text)
     return bytes.sliced(position).startsWith(text);
 }
 
-/// Where the construct that begins here ends, if it is one whose inside looks like markup but is none.
+/// Where a comment, character data or an instruction ends, whose inside looks like markup but is none; the position
+/// itself for anything else.
 qsizetype endOfOpaquePart(QByteArrayView bytes, qsizetype position)
 {
     struct Part
@@ -31,7 +32,7 @@ qsizetype endOfOpaquePart(QByteArrayView bytes, qsizetype position)
         const auto end = bytes.indexOf(part.end, position + part.begin.size());
         return end < 0 ? bytes.size() : end + part.end.size();
     }
-    return position;
+    return position + 1;
 }
 
 bool opensContainer(QByteArrayView bytes, qsizetype position)
@@ -50,16 +51,24 @@ bool closesContainer(QByteArrayView bytes, qsizetype position)
 bool isXMLWithinBounds(QByteArrayView bytes)
 {
     int depth = 0;
-    for (auto position = bytes.indexOf('<'); position >= 0; position = bytes.indexOf('<', position)) {
-        const auto end = endOfOpaquePart(bytes, position);
-        if (end != position) {
-            position = end;
+    for (qsizetype position = 0; (position = bytes.indexOf('<', position)) >= 0 && position + 1 < bytes.size();) {
+        switch (bytes[position + 1]) {
+        case '!':
+        case '?':
+            position = endOfOpaquePart(bytes, position);
             continue;
+        case 'd':
+        case 'a':
+            depth += opensContainer(bytes, position) ? 1 : 0;
+            break;
+        case '/':
+            depth -= depth > 0 && closesContainer(bytes, position) ? 1 : 0;
+            break;
+        default:
+            break;
         }
-        if (opensContainer(bytes, position) && ++depth > deepestNesting)
+        if (depth > deepestNesting)
             return false;
-        if (closesContainer(bytes, position) && depth > 0)
-            --depth;
         ++position;
     }
     return true;

@@ -18,16 +18,32 @@ public:
         const std::lock_guard lock(m_mutex);
         return m_value;
     }
-    void set(Value value) { replace(std::make_shared<const Value>(std::move(value))); }
+    /// Answers what was set, whatever other threads set meanwhile.
+    Pointer set(Value value)
+    {
+        auto pointer = std::make_shared<Value>(std::move(value));
+        replace(pointer);
+        return pointer;
+    }
     void clear() { replace(nullptr); }
+    /// Takes the value out, to be changed, when it is still the known one and nobody but the caller has it; null
+    /// otherwise.
+    std::shared_ptr<Value> take(Pointer &known)
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_value != known || m_value.use_count() != 2)
+            return nullptr;
+        known.reset();
+        return std::move(m_value);
+    }
 
 private:
-    void replace(Pointer value)
+    void replace(std::shared_ptr<Value> value)
     {
         const std::lock_guard lock(m_mutex);
         m_value.swap(value); // the old one ends outside of the lock, with the argument
     }
 
     mutable std::mutex m_mutex;
-    Pointer m_value;
+    std::shared_ptr<Value> m_value;
 };

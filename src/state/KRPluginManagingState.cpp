@@ -2,6 +2,7 @@
 
 #include "platform/FileURL.h"
 #include "platform/LTCompareVersions.h"
+#include "platform/PropertyListDictionary.h"
 #include "state/MetadataFile.h"
 
 #include <QSet>
@@ -11,12 +12,6 @@ namespace {
 const auto disabledKey = QStringLiteral("disabled");
 const auto overriddenKey = QStringLiteral("IncompatibleDisableOverridden");
 const auto registeredKey = QStringLiteral("PluginIncompatibleRegistered");
-
-QVariantMap dictionaryIn(const QVariantMap *metadata, const QString &identifier)
-{
-    const auto value = metadata ? metadata->value(identifier) : QVariant();
-    return value.typeId() == QMetaType::QVariantMap ? value.toMap() : QVariantMap();
-}
 
 bool isTrue(const QVariant &value)
 {
@@ -40,6 +35,8 @@ QVariantMap dictionaryForChoice(bool enabled, bool incompatible, const QString &
 KRPluginManagingState::KRPluginManagingState(const QUrl &metadataURL)
     : m_metadataURL(metadataURL)
 { }
+
+KRPluginManagingState::~KRPluginManagingState() = default;
 
 std::optional<IncompatibleVersions> KRPluginManagingState::incompatiblePluginVersions() const
 {
@@ -71,32 +68,37 @@ bool KRPluginManagingState::isPluginVersion(
     return LTCompareVersions(version, incompatibleWithVersion) <= 0;
 }
 
-std::shared_ptr<const QVariantMap> KRPluginManagingState::currentMetadata() const
+std::shared_ptr<const PropertyListDictionary> KRPluginManagingState::currentMetadata() const
 {
     if (auto cached = m_metadata.get())
         return cached;
     auto read = readMetadata(pathFromFileURL(m_metadataURL));
-    if (!read)
-        return nullptr;
-    m_metadata.set(*read);
-    return std::make_shared<const QVariantMap>(std::move(*read));
+    return read ? m_metadata.set(std::move(*read)) : nullptr;
+}
+
+QVariantMap KRPluginManagingState::dictionaryFor(const QString &identifier) const
+{
+    const auto current = currentMetadata();
+    const auto value = current ? current->value(identifier) : QVariant();
+    return value.typeId() == QMetaType::QVariantMap ? value.toMap() : QVariantMap();
 }
 
 std::optional<QVariantMap> KRPluginManagingState::metadata() const
 {
     const auto current = currentMetadata();
-    return current ? std::optional(*current) : std::nullopt;
+    return current ? std::optional(current->toVariantMap()) : std::nullopt;
 }
 
 void KRPluginManagingState::setMetadata(const std::optional<QVariantMap> &metadata)
 {
-    if (metadata)
-        m_metadata.set(*metadata);
+    auto kept = metadata ? PropertyListDictionary::fromVariantMap(*metadata) : std::nullopt;
+    if (kept)
+        m_metadata.set(std::move(*kept));
     else
         m_metadata.clear();
 }
 
-bool KRPluginManagingState::write(const QVariantMap &metadata, bool wasRead) const
+bool KRPluginManagingState::write(const Metadata &metadata, bool wasRead) const
 {
     const auto before = wasRead ? FileContent::Known : FileContent::Unread;
     return !writeMetadata(pathFromFileURL(m_metadataURL), metadata, before);
@@ -104,12 +106,12 @@ bool KRPluginManagingState::write(const QVariantMap &metadata, bool wasRead) con
 
 QVariant KRPluginManagingState::metadataValueForKey(const QString &key, const QString &identifier) const
 {
-    return dictionaryIn(currentMetadata().get(), identifier).value(key);
+    return dictionaryFor(identifier).value(key);
 }
 
 bool KRPluginManagingState::setMetadataValue(const QVariant &value, const QString &forKey, const QString &identifier)
 {
-    auto dictionary = dictionaryIn(currentMetadata().get(), identifier);
+    auto dictionary = dictionaryFor(identifier);
     if (value.isValid())
         dictionary.insert(forKey, value);
     else
@@ -120,16 +122,29 @@ bool KRPluginManagingState::setMetadataValue(const QVariant &value, const QStrin
 bool KRPluginManagingState::setPluginMetadaDictionary(
     const std::optional<QVariantMap> &dictionary, const QString &forIdentifier)
 {
-    const auto current = currentMetadata();
-    auto changed = current ? *current : QVariantMap();
-    if (dictionary && !dictionary->isEmpty())
-        changed.insert(forIdentifier, *dictionary);
-    else
-        changed.remove(forIdentifier);
-    if (!write(changed, current != nullptr))
-        return false;
-    m_metadata.clear();
-    return true;
+    auto read = currentMetadata();
+    const bool wasRead = read != nullptr;
+    auto changed = takeMetadata(std::move(read));
+    const auto before = changed.value(forIdentifier);
+    const bool isKept = dictionary && !dictionary->isEmpty();
+    if (changed.setValue(forIdentifier, isKept ? QVariant(*dictionary) : QVariant()) && write(changed, wasRead)) {
+        m_metadata.clear();
+        return true;
+    }
+    changed.setValue(forIdentifier, before);
+    if (wasRead)
+        m_metadata.set(std::move(changed));
+    return false;
+}
+
+/// What was read, to be changed: the kept one itself where nobody else has it, since a copy of many entries costs as
+/// much as writing them.
+PropertyListDictionary KRPluginManagingState::takeMetadata(std::shared_ptr<const Metadata> read)
+{
+    if (!read)
+        return {};
+    const auto taken = m_metadata.take(read);
+    return taken ? std::move(*taken) : read->copy();
 }
 
 void KRPluginManagingState::setEnabled(
@@ -144,8 +159,7 @@ bool KRPluginManagingState::shouldEnablePluginIdentifier(
     const QString &identifier, const std::optional<QString> &withVersion)
 {
     const bool isIncompatible = isPluginWithIdentifier(identifier, withVersion);
-    const auto current = currentMetadata();
-    const auto dictionary = dictionaryIn(current.get(), identifier);
+    const auto dictionary = dictionaryFor(identifier);
     const bool isOverridden = isTrue(dictionary.value(overriddenKey));
     if (isOverridden && !isIncompatible)
         setMetadataValue({}, overriddenKey, identifier);
@@ -155,7 +169,7 @@ bool KRPluginManagingState::shouldEnablePluginIdentifier(
 bool KRPluginManagingState::registerIncompatibilityForPluginIdentifier(
     const QString &identifier, const std::optional<QString> &withVersion)
 {
-    const auto dictionary = dictionaryIn(currentMetadata().get(), identifier);
+    const auto dictionary = dictionaryFor(identifier);
     const auto registered = dictionary.value(registeredKey);
     if (!isPluginWithIdentifier(identifier, withVersion)) {
         if (registered.isValid())
@@ -186,10 +200,13 @@ void KRPluginManagingState::updateMetadataWithPluginIndentifiers(const QStringLi
     if (!current)
         return;
     const QSet<QString> kept(identifiers.begin(), identifiers.end());
-    auto changed = *current;
-    const auto removed = changed.removeIf([&kept](const auto &entry) { return !kept.contains(entry.key()); });
-    if (removed == 0)
+    auto gone = current->keys();
+    gone.removeIf([&kept](const QString &identifier) { return kept.contains(identifier); });
+    if (gone.isEmpty())
         return;
+    auto changed = current->copy();
+    for (const auto &identifier : std::as_const(gone))
+        changed.setValue(identifier, {});
     write(changed, true);
     m_metadata.clear();
 }
@@ -197,13 +214,13 @@ void KRPluginManagingState::updateMetadataWithPluginIndentifiers(const QStringLi
 void KRPluginManagingState::removeEverywhere(const QString &key)
 {
     const auto current = currentMetadata();
-    QVariantMap changed;
+    Metadata changed;
     const auto identifiers = current ? current->keys() : QStringList();
     for (const auto &identifier : identifiers) {
-        auto dictionary = dictionaryIn(current.get(), identifier);
+        auto dictionary = current->value(identifier).toMap();
         dictionary.remove(key);
         if (!dictionary.isEmpty())
-            changed.insert(identifier, dictionary);
+            changed.setValue(identifier, dictionary);
     }
     write(changed, current != nullptr);
     m_metadata.clear();

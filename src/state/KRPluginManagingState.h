@@ -14,6 +14,8 @@
 #include <memory>
 #include <optional>
 
+class PropertyListDictionary;
+
 /// What is remembered of each plug-in over the end of the application: whether the user disabled it, whether the user
 /// insists on it although its version is known not to work, and which version was last counted as not working. It also
 /// knows the list of versions that do not work.
@@ -29,6 +31,7 @@ class KORVAN_EXPORT KRPluginManagingState final
 public:
     /// `initWithMetadataURL:`. Reads and writes nothing yet.
     explicit KRPluginManagingState(const QUrl &metadataURL);
+    ~KRPluginManagingState();
     KRPluginManagingState(const KRPluginManagingState &) = delete;
     KRPluginManagingState &operator=(const KRPluginManagingState &) = delete;
 
@@ -95,11 +98,15 @@ public:
     static std::optional<IncompatibleVersions> incompatiblePlugins();
 
 private:
-    std::shared_ptr<const QVariantMap> currentMetadata() const;
-    bool write(const QVariantMap &metadata, bool wasRead) const;
+    using Metadata = PropertyListDictionary;
+
+    std::shared_ptr<const Metadata> currentMetadata() const;
+    Metadata takeMetadata(std::shared_ptr<const Metadata> read);
+    QVariantMap dictionaryFor(const QString &identifier) const;
+    bool write(const Metadata &metadata, bool wasRead) const;
     void removeEverywhere(const QString &key);
 
     Snapshot<IncompatibleVersions> m_incompatiblePluginVersions;
     QUrl m_metadataURL;
-    mutable Snapshot<QVariantMap> m_metadata;
+    mutable Snapshot<Metadata> m_metadata;
 };
