@@ -23,6 +23,7 @@ set(korvan_public_headers
     commands/UserInfoOwner.h
     localization/KorvanPluginManagerLocalization.h
     manager/KRPluginManager.h
+    manager/PluginFolderMonitoring.h
     manager/PluginTable.h
     platform/Export.h
     platform/JSONText.h
@@ -41,6 +42,8 @@ set(korvan_public_headers
     platform/Result.h
     platform/Snapshot.h
     platform/UserDefaults.h
+    platform/monitoring/FolderMonitorOptions.h
+    platform/monitoring/KRFolderMonitor.h
     platform/script/CODebugController.h
     platform/script/COFlowDelegate.h
     platform/script/COPrintController.h

@@ -29,7 +29,10 @@ Target targetOf(const QByteArray &folder, const FolderEntry &entry)
 
 } // namespace
 
-FolderWalk::FolderWalk(const QStringList &ignoredNames)
+FolderWalkObserver::~FolderWalkObserver() = default;
+
+FolderWalk::FolderWalk(const QStringList &ignoredNames, FolderWalkObserver *observer)
+    : m_observer(observer)
 {
     for (const auto &name : ignoredNames)
         m_ignoredNames.insert(name.toUtf8());
@@ -50,6 +53,8 @@ void FolderWalk::walkResolved(const QByteArray &folder)
     if (m_visited.contains(folder))
         return;
     m_visited.insert(folder);
+    if (m_observer)
+        m_observer->willVisit(folder);
     if (isIgnored(folder)) {
         m_steps.push_back({Step::Kind::Ignored, folder});
         return;
@@ -61,11 +66,18 @@ void FolderWalk::walkResolved(const QByteArray &folder)
         if (kind != FolderEntry::Kind::Folder)
             continue; // a plain file with the extension holds no bundle
         if (hasExtension(path, "korvanplugin"))
-            m_steps.push_back({Step::Kind::Bundle, path});
+            foundBundle(path, folder);
         else
             walkResolved(path);
     }
     m_steps.push_back({Step::Kind::Leave, folder});
+}
+
+void FolderWalk::foundBundle(const QByteArray &bundle, const QByteArray &inFolder)
+{
+    m_steps.push_back({Step::Kind::Bundle, bundle});
+    if (m_observer)
+        m_observer->didFindBundle(bundle, inFolder);
 }
 
 bool FolderWalk::isIgnored(const QByteArray &folder) const

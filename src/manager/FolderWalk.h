@@ -6,6 +6,16 @@
 
 #include <vector>
 
+/// Hears of what a walk is about to read, before it does.
+class FolderWalkObserver
+{
+public:
+    virtual ~FolderWalkObserver();
+    /// The folder is listed next, or passed over because of its name.
+    virtual void willVisit(const QByteArray &folder) = 0;
+    virtual void didFindBundle(const QByteArray &bundle, const QByteArray &inFolder) = 0;
+};
+
 /// Walks folders for plug-ins, without opening any. What it meets comes out as a list of steps, in the order of the
 /// walk; a folder that it reaches twice, through links or because it was named twice, is walked once.
 ///
@@ -29,7 +39,8 @@ public:
         QByteArray path;
     };
 
-    explicit FolderWalk(const QStringList &ignoredNames);
+    /// The observer may be null; it outlives the walk.
+    explicit FolderWalk(const QStringList &ignoredNames, FolderWalkObserver *observer = nullptr);
 
     /// Walks a folder and everything below it.
     void walk(const QByteArray &folder);
@@ -43,9 +54,11 @@ public:
     void setVisitedFolders(const QSet<QByteArray> &folders) { m_visited = folders; }
 
 private:
+    void foundBundle(const QByteArray &bundle, const QByteArray &inFolder);
     bool isIgnored(const QByteArray &folder) const;
 
     QSet<QByteArray> m_ignoredNames;
+    FolderWalkObserver *m_observer;
     QSet<QByteArray> m_visited;
     std::vector<Step> m_steps;
 };

@@ -3,6 +3,7 @@
 #include "commands/KRPluginDebugController.h"
 #include "manager/BundleDisposal.h"
 #include "manager/IncompatiblePlugins.h"
+#include "manager/MonitoredWalk.h"
 #include "manager/PluginDiscovery.h"
 #include "manager/PluginFolders.h"
 #include "manager/RunningCommands.h"
@@ -106,20 +107,52 @@ void KRPluginManager::setPlugins(const std::optional<PluginTable> &plugins)
 {
     auto replaced = std::exchange(m_plugins, plugins);
     m_incompatiblePlugins->setInstalled(versionsOf(plugins.value_or(PluginTable())));
+    if (!plugins)
+        clearFolderMonitors();
     if (replaced && replaced->isDetached()) // else somebody still holds a copy
         disposeOf(std::move(*replaced));
 }
 
-void KRPluginManager::reloadPlugins()
+void KRPluginManager::rebuildRegistry()
 {
-    FolderWalk walk(folderNamesToIgnore());
+    const auto ignoredNames = folderNamesToIgnore();
+    std::optional<MonitoredWalk> monitored;
+    if (m_monitorForChanges)
+        monitored.emplace(pluginMonitorOptions(ignoredNames));
+    FolderWalk walk(ignoredNames, monitored ? &*monitored : nullptr);
     for (const auto &url : m_pluginsFolderURLs)
         walk.walk(pathFromFileURL(url));
     const auto found = pluginsOf(walk);
     setPlugins(found);
     if (m_pluginStateManager)
         m_pluginStateManager->updateMetadataWithPluginIndentifiers(found.keys());
+    setupFolderMonitoringWithVisitedURLs(monitored ? folderURLs(walk.visitedFolders()) : QSet<QUrl>());
+}
+
+void KRPluginManager::reloadPlugins()
+{
+    rebuildRegistry();
     LTAppEnvironment::current().notificationCenter().post({KRPluginManagerDidReloadPluginsNotification, this});
+}
+
+void KRPluginManager::setupFolderMonitoringWithVisitedURLs(const QSet<QUrl> &visitedURLs)
+{
+    clearFolderMonitors();
+    if (!m_monitorForChanges)
+        return;
+    const auto changeBlock = [weak = QPointer(this), owner = weak_from_this().lock()] {
+        if (weak)
+            weak->reloadPlugins();
+        if (weak)
+            weak->registerIncompatiblePlugins();
+    };
+    m_folderMonitors = monitorsForFolders(visitedURLs, pluginMonitorOptions(folderNamesToIgnore()), changeBlock);
+}
+
+void KRPluginManager::clearFolderMonitors()
+{
+    // Out of reach first: the last one may take this manager along.
+    const auto cleared = std::exchange(m_folderMonitors, {});
 }
 
 QUrl KRPluginManager::firstPluginsFolderURL() const

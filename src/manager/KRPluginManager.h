@@ -3,6 +3,7 @@
 #include "commands/KRPluginCommandManager.h"
 #include "commands/KRPluginCommandSpecifier.h"
 #include "commands/KRPluginLogAction.h"
+#include "manager/PluginFolderMonitoring.h"
 #include "manager/PluginTable.h"
 #include "platform/Export.h"
 #include "state/KRPluginManagingState.h"
@@ -41,7 +42,12 @@ inline const QString KRPluginManagerPluginDidChangeEnabledStateNotification =
 ///     KRPluginManager::initialisePlugins();
 ///     KRPluginManager manager(KRPluginManager::pluginsURLs(), nullptr, nullptr);
 ///     manager.reloadPlugins();
-class KORVAN_EXPORT KRPluginManager final : public KRPluginCommandManager
+///
+/// With a state store it watches its folders from the first reload on, and reloads after changes. A manager that is
+/// owned by shared pointers is then kept alive by that: clear the monitors, or set the registry to nil, before letting
+/// it go. One that is owned in another way just ends.
+class KORVAN_EXPORT KRPluginManager final : public KRPluginCommandManager,
+                                            public std::enable_shared_from_this<KRPluginManager>
 {
 public:
     /// No folders, no updater, no state store.
@@ -68,7 +74,7 @@ public:
 
     /// As of the latest reload. Reloads first when it was set to nil.
     PluginTable plugins();
-    /// Replaces the registry; nil empties it until the next request.
+    /// Replaces the registry; nil empties it until the next request, and ends the watching of folders.
     void setPlugins(const std::optional<PluginTable> &plugins);
     /// Walks all folders anew, decides which plug-ins are enabled, replaces the registry and posts
     /// KRPluginManagerDidReloadPluginsNotification.
@@ -110,6 +116,17 @@ public:
     QList<std::shared_ptr<KRPluginBundle>> enabledPlugins();
     QList<std::shared_ptr<KRPluginBundle>> disabledPlugins();
 
+    // Folder monitoring
+
+    /// Whether folders are watched at all.
+    bool monitorForChanges() const { return m_monitorForChanges; }
+    /// One for each watched folder; empty when nothing is watched.
+    const FolderMonitors &folderMonitors() const { return m_folderMonitors; }
+    /// Watches these folders, and the plug-ins in them, in place of those before: any change reloads and registers the
+    /// incompatible plug-ins. Nothing when monitorForChanges() is false.
+    void setupFolderMonitoringWithVisitedURLs(const QSet<QUrl> &visitedURLs);
+    void clearFolderMonitors();
+
     // Incompatibility
 
     /// Identifiers of the installed plug-ins whose version is known not to work.
@@ -127,7 +144,6 @@ public:
 
     // What it was made with
 
-    bool monitorForChanges() const { return m_monitorForChanges; }
     const std::shared_ptr<KRPluginManagingState> &pluginStateManager() const { return m_pluginStateManager; }
     const std::shared_ptr<KRPluginUpdater> &updater() const { return m_updater; }
 
@@ -157,6 +173,7 @@ public:
     QUrl urlForUnsavedPlugin() const override { return defaultPluginURL(); }
 
 private:
+    void rebuildRegistry();
     PluginTable pluginsOf(const FolderWalk &walk) const;
     void changeEnabledState(const std::shared_ptr<KRPluginBundle> &bundle, bool enabled);
 
@@ -170,4 +187,5 @@ private:
     std::shared_ptr<IncompatiblePlugins> m_incompatiblePlugins;
     std::unique_ptr<RunningCommands> m_runningCommands;
     std::shared_ptr<COFlowDelegate> m_flowDelegate;
+    FolderMonitors m_folderMonitors;
 };

@@ -73,6 +73,14 @@ FolderEntry::Kind kindOfTarget(const QByteArray &path)
     return kindOfMode(status.st_mode);
 }
 
+QByteArray targetOfEntry(const QByteArray &path)
+{
+    struct stat status;
+    const bool isLink = !path.contains('\0') && ::lstat(path.constData(), &status) == 0 && S_ISLNK(status.st_mode);
+    const auto target = isLink ? resolvedPath(path) : QByteArray();
+    return target.isEmpty() ? path : target;
+}
+
 bool itemExists(const QByteArray &path)
 {
     struct stat status;

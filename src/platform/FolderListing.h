@@ -20,6 +20,9 @@ std::vector<FolderEntry> visibleEntries(const QByteArray &folderPath);
 /// What a path leads to after all links: Folder, File, or Other for anything else and when it leads nowhere.
 FolderEntry::Kind kindOfTarget(const QByteArray &path);
 
+/// Where a path leads after all links when it is a link itself; the path otherwise, and when it leads nowhere.
+QByteArray targetOfEntry(const QByteArray &path);
+
 /// Whether a path leads to anything, of whatever kind.
 bool itemExists(const QByteArray &path);
 
