@@ -16,16 +16,20 @@ bool writeText(const char *path, const QByteArray &text)
     return file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush();
 }
 
-/// Mounts nothing outside of this process. Somebody who is not root becomes it, in a world of its own.
-bool enterOwnWorld()
+/// Whoever this is becomes root, in a world of its own.
+bool becomeRootOfOwnWorld()
 {
     const auto user = QByteArray::number(::getuid());
     const auto group = QByteArray::number(::getgid());
-    const bool isRoot = ::getuid() == 0;
-    if (isRoot && ::unshare(CLONE_NEWNS) == 0)
-        return true;
     return ::unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0 && writeText("/proc/self/setgroups", "deny")
         && writeText("/proc/self/uid_map", "0 " + user + " 1") && writeText("/proc/self/gid_map", "0 " + group + " 1");
+}
+
+/// Mounts nothing outside of this process.
+bool enterOwnWorld()
+{
+    const bool isRoot = ::getuid() == 0;
+    return (isRoot && ::unshare(CLONE_NEWNS) == 0) || becomeRootOfOwnWorld();
 }
 
 bool mountSmallDisk(const QByteArray &folder, int size)
@@ -41,6 +45,24 @@ QByteArray readAll(int descriptor)
     for (ssize_t count = 0; (count = ::read(descriptor, buffer, sizeof buffer)) > 0;)
         text.append(buffer, qsizetype(count));
     return text;
+}
+
+QByteArray resultOfChild(const std::function<QByteArray()> &work)
+{
+    int ends[2];
+    if (::pipe(ends) != 0)
+        qFatal("cannot make a pipe");
+    ChildProcess child([&] {
+        ::close(ends[0]);
+        const auto result = work();
+        if (::write(ends[1], result.constData(), size_t(result.size())) != result.size())
+            ::_exit(1);
+    });
+    ::close(ends[1]);
+    auto result = readAll(ends[0]);
+    ::close(ends[0]);
+    const int status = child.wait();
+    return status == 0 ? result : "the child has failed: " + QByteArray::number(status);
 }
 
 } // namespace
@@ -79,21 +101,19 @@ int ChildProcess::wait()
 
 QByteArray resultOnSmallDisk(const QString &folder, int size, const std::function<QByteArray()> &work)
 {
-    int ends[2];
-    if (::pipe(ends) != 0)
-        qFatal("cannot make a pipe");
-    ChildProcess child([&] {
-        ::close(ends[0]);
+    return resultOfChild([&] {
         const bool isReady = enterOwnWorld() && mountSmallDisk(QFile::encodeName(folder), size);
-        const auto result = isReady ? work() : QByteArray("no file system of its own");
-        if (::write(ends[1], result.constData(), size_t(result.size())) != result.size())
-            ::_exit(1);
+        return isReady ? work() : QByteArray("no file system of its own");
     });
-    ::close(ends[1]);
-    auto result = readAll(ends[0]);
-    ::close(ends[0]);
-    const int status = child.wait();
-    return status == 0 ? result : "the child has failed: " + QByteArray::number(status);
+}
+
+QByteArray resultWithFewWatches(int watches, const std::function<QByteArray()> &work)
+{
+    return resultOfChild([&] {
+        const bool isReady =
+            becomeRootOfOwnWorld() && writeText("/proc/sys/user/max_inotify_watches", QByteArray::number(watches));
+        return isReady ? work() : QByteArray("no limit of its own");
+    });
 }
 
 void makeSmallDiskReadOnly(const QString &folder)
