@@ -126,7 +126,7 @@ void KRPluginManager::rebuildRegistry()
     setPlugins(found);
     if (m_pluginStateManager)
         m_pluginStateManager->updateMetadataWithPluginIndentifiers(found.keys());
-    setupFolderMonitoringWithVisitedURLs(monitored ? folderURLs(walk.visitedFolders()) : QSet<QUrl>());
+    watchFolders(walk.visitedFolders());
 }
 
 void KRPluginManager::reloadPlugins()
@@ -137,6 +137,11 @@ void KRPluginManager::reloadPlugins()
 
 void KRPluginManager::setupFolderMonitoringWithVisitedURLs(const QSet<QUrl> &visitedURLs)
 {
+    watchFolders(pathsOf(visitedURLs));
+}
+
+void KRPluginManager::watchFolders(const QSet<QByteArray> &paths)
+{
     clearFolderMonitors();
     if (!m_monitorForChanges)
         return;
@@ -146,7 +151,7 @@ void KRPluginManager::setupFolderMonitoringWithVisitedURLs(const QSet<QUrl> &vis
         if (weak)
             weak->registerIncompatiblePlugins();
     };
-    m_folderMonitors = monitorsForFolders(visitedURLs, pluginMonitorOptions(folderNamesToIgnore()), changeBlock);
+    m_folderMonitors = monitorsForFolders(paths, pluginMonitorOptions(folderNamesToIgnore()), changeBlock);
 }
 
 void KRPluginManager::clearFolderMonitors()

@@ -174,6 +174,7 @@ public:
 
 private:
     void rebuildRegistry();
+    void watchFolders(const QSet<QByteArray> &paths);
     PluginTable pluginsOf(const FolderWalk &walk) const;
     void changeEnabledState(const std::shared_ptr<KRPluginBundle> &bundle, bool enabled);
 

@@ -23,11 +23,11 @@ void MonitoredWalk::willVisit(const QByteArray &folder)
     if (!m_hub)
         return;
     if (auto watch = m_hub->watchFrom(folder, m_options, FolderWatchHub::Packages::AddedByCaller))
-        m_watches.insert(folder, std::move(watch));
+        m_watches.push_back(std::move(watch));
 }
 
 void MonitoredWalk::didFindBundle(const QByteArray &bundle, const QByteArray &inFolder)
 {
-    if (const auto watch = m_watches.value(inFolder))
+    if (const auto watch = m_hub ? m_hub->existing(inFolder, m_options) : nullptr)
         watch->addPackage(bundle);
 }

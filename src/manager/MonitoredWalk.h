@@ -4,10 +4,9 @@
 #include "platform/monitoring/FolderMonitorOptions.h"
 
 #include <QByteArray>
-#include <QHash>
 
 #include <memory>
-#include <optional>
+#include <vector>
 
 class FolderWatch;
 class FolderWatchHub;
@@ -30,5 +29,5 @@ private:
     FolderMonitorOptions m_options;
     /// Null when the system has no watches to spare.
     std::shared_ptr<FolderWatchHub> m_hub;
-    QHash<QByteArray, std::shared_ptr<FolderWatch>> m_watches;
+    std::vector<std::shared_ptr<FolderWatch>> m_watches;
 };

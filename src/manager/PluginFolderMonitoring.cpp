@@ -9,12 +9,13 @@ FolderMonitorOptions pluginMonitorOptions(const QStringList &ignoredNames)
 }
 
 FolderMonitors monitorsForFolders(
-    const QSet<QUrl> &folders, const FolderMonitorOptions &options, const std::function<void()> &changeBlock)
+    const QSet<QByteArray> &paths, const FolderMonitorOptions &options, const std::function<void()> &changeBlock)
 {
     FolderMonitors monitors;
-    monitors.reserve(std::size_t(folders.size()));
-    for (const auto &folder : folders) {
-        if (auto monitor = KRFolderMonitor::initWithURL(folder, changeBlock, options))
+    monitors.reserve(std::size_t(paths.size()));
+    const auto block = std::make_shared<const std::function<void()>>(changeBlock);
+    for (const auto &path : paths) {
+        if (auto monitor = KRFolderMonitor::initWithPath(path, block, options))
             monitors.push_back(std::move(monitor));
     }
     return monitors;

@@ -2,9 +2,9 @@
 
 #include "platform/monitoring/KRFolderMonitor.h"
 
+#include <QByteArray>
 #include <QSet>
 #include <QStringList>
-#include <QUrl>
 
 #include <functional>
 #include <memory>
@@ -17,4 +17,4 @@ using FolderMonitors = std::vector<std::unique_ptr<KRFolderMonitor>>;
 
 /// One monitor for each folder, all with the same block; folders that cannot be watched are left out.
 FolderMonitors monitorsForFolders(
-    const QSet<QUrl> &folders, const FolderMonitorOptions &options, const std::function<void()> &changeBlock);
+    const QSet<QByteArray> &paths, const FolderMonitorOptions &options, const std::function<void()> &changeBlock);

@@ -153,10 +153,29 @@ bool FolderWatch::isLookedInto(const QByteArray &name) const
     return !name.startsWith('.') && !m_options.ignoredNames.contains(withoutExtension(name));
 }
 
-std::vector<std::weak_ptr<FolderWatch::Callback>> FolderWatch::callbacks()
+void FolderWatch::subscribe(const void *subscriber, const std::shared_ptr<const Callback> &callback)
 {
-    std::erase_if(m_callbacks, [](const auto &callback) { return callback.expired(); });
-    return m_callbacks;
+    m_subscriptions.push_back({subscriber, callback});
+}
+
+void FolderWatch::unsubscribe(const void *subscriber)
+{
+    std::erase_if(m_subscriptions, [subscriber](const auto &each) { return each.subscriber == subscriber; });
+}
+
+std::vector<const void *> FolderWatch::subscribers() const
+{
+    std::vector<const void *> subscribers;
+    for (const auto &each : m_subscriptions)
+        subscribers.push_back(each.subscriber);
+    return subscribers;
+}
+
+std::shared_ptr<const FolderWatch::Callback> FolderWatch::callbackOf(const void *subscriber) const
+{
+    const auto found = std::find_if(m_subscriptions.begin(), m_subscriptions.end(),
+        [subscriber](const auto &each) { return each.subscriber == subscriber; });
+    return found == m_subscriptions.end() ? nullptr : found->callback;
 }
 
 void FolderWatch::changed()

@@ -60,18 +60,26 @@ public:
     /// Anew from what is on disk, after changes were lost.
     void rearm();
 
-    /// Calls back after changes for as long as somebody holds the callback.
-    void subscribe(const std::shared_ptr<Callback> &callback) { m_callbacks.push_back(callback); }
+    /// Calls back after changes until `subscriber`, which is only compared by address, is unsubscribed.
+    void subscribe(const void *subscriber, const std::shared_ptr<const Callback> &callback);
+    void unsubscribe(const void *subscriber);
+    std::vector<const void *> subscribers() const;
+    /// Null for somebody who is not subscribed any more.
+    std::shared_ptr<const Callback> callbackOf(const void *subscriber) const;
 
     bool hasChanged() const { return m_hasChanged; }
     void markUnchanged() { m_hasChanged = false; }
-    /// Those that are still held.
-    std::vector<std::weak_ptr<Callback>> callbacks();
 
     using Role = WatchedRole;
     void handle(Role role, const QByteArray &folder, const Inotify::Event &event);
 
 private:
+    struct Subscription
+    {
+        const void *subscriber;
+        std::shared_ptr<const Callback> callback;
+    };
+
     void changed();
     bool armFolder(int *error);
     bool armAncestor();
@@ -92,6 +100,6 @@ private:
     bool m_isFolderThere = false;
     /// The folders of packages, with their numbers.
     std::map<QByteArray, int> m_packageFolders;
-    std::vector<std::weak_ptr<Callback>> m_callbacks;
+    std::vector<Subscription> m_subscriptions;
     bool m_hasChanged = false;
 };

@@ -4,6 +4,7 @@
 #include "platform/MainQueue.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 std::shared_ptr<FolderWatchHub> FolderWatchHub::shared()
@@ -28,11 +29,9 @@ FolderWatchHub::~FolderWatchHub() = default;
 
 std::shared_ptr<FolderWatch> FolderWatchHub::existing(const QByteArray &path, const FolderMonitorOptions &options)
 {
-    const auto watches = m_watches.find(path);
-    if (watches == m_watches.end())
-        return nullptr;
-    for (const auto &candidate : watches->second) {
-        if (auto watch = candidate.lock(); watch && watch->options() == options)
+    const auto [begin, end] = m_watches.equal_range(path);
+    for (auto candidate = begin; candidate != end; ++candidate) {
+        if (auto watch = candidate->second.lock(); watch && watch->options() == options)
             return watch;
     }
     return nullptr;
@@ -46,7 +45,7 @@ std::shared_ptr<FolderWatch> FolderWatchHub::makeWatch(
         return nullptr;
     if (packages == Packages::Search)
         watch->addPackages();
-    m_watches[path].push_back(watch);
+    m_watches.emplace(path, watch);
     return watch;
 }
 
@@ -72,20 +71,19 @@ std::optional<int> FolderWatchHub::watch(const QByteArray &folder, FolderWatch &
 {
     const auto number = m_inotify.add(folder, error);
     if (number)
-        m_places[*number].push_back({&owner, role, folder});
+        m_places.emplace(*number, Place{&owner, role, folder});
     return number;
 }
 
 void FolderWatchHub::forget(int number, const FolderWatch &owner)
 {
-    const auto places = m_places.find(number);
-    if (places == m_places.end())
+    auto [place, end] = m_places.equal_range(number);
+    if (place == end)
         return;
-    std::erase_if(places->second, [&owner](const Place &place) { return place.owner == &owner; });
-    if (!places->second.empty())
-        return;
-    m_places.erase(places);
-    m_inotify.remove(number);
+    while (place != end)
+        place = place->second.owner == &owner ? m_places.erase(place) : std::next(place);
+    if (!m_places.contains(number))
+        m_inotify.remove(number);
 }
 
 void FolderWatchHub::noteChange(const std::weak_ptr<FolderWatch> &watch)
@@ -97,12 +95,9 @@ void FolderWatchHub::noteChange(const std::weak_ptr<FolderWatch> &watch)
 
 void FolderWatchHub::noteEnd(const FolderWatch &watch)
 {
-    const auto watches = m_watches.find(watch.path());
-    if (watches == m_watches.end())
-        return;
-    std::erase_if(watches->second, [](const auto &candidate) { return candidate.expired(); });
-    if (watches->second.empty())
-        m_watches.erase(watches);
+    auto [candidate, end] = m_watches.equal_range(watch.path());
+    while (candidate != end)
+        candidate = candidate->second.expired() ? m_watches.erase(candidate) : std::next(candidate);
 }
 
 void FolderWatchHub::readEvents()
@@ -121,12 +116,13 @@ void FolderWatchHub::handle(const Inotify::Event &event)
         rearmEverything();
         return;
     }
-    const auto found = m_places.find(event.number);
-    if (found == m_places.end())
-        return; // of a folder that is not watched any more
-    const auto places = found->second;
+    // None for a folder that is not watched any more. Copied: they may change what is watched.
+    std::vector<Place> places;
+    const auto [begin, end] = m_places.equal_range(event.number);
+    for (auto place = begin; place != end; ++place)
+        places.push_back(place->second);
     if (event.isDropped())
-        m_places.erase(found);
+        m_places.erase(event.number);
     for (const auto &place : places)
         place.owner->handle(place.role, place.folder, event);
 }
@@ -134,11 +130,9 @@ void FolderWatchHub::handle(const Inotify::Event &event)
 void FolderWatchHub::rearmEverything()
 {
     std::vector<std::shared_ptr<FolderWatch>> watches;
-    for (const auto &[path, candidates] : m_watches) {
-        for (const auto &candidate : candidates) {
-            if (auto watch = candidate.lock())
-                watches.push_back(std::move(watch));
-        }
+    for (const auto &[path, candidate] : m_watches) {
+        if (auto watch = candidate.lock())
+            watches.push_back(std::move(watch));
     }
     for (const auto &watch : watches)
         watch->rearm();
@@ -163,18 +157,19 @@ void FolderWatchHub::tell()
     if (m_silences > 0)
         return; // comes again when it ends
     m_firstChange.reset();
-    std::vector<std::weak_ptr<FolderWatch::Callback>> callbacks;
+    std::vector<std::pair<std::weak_ptr<FolderWatch>, const void *>> calls;
     for (const auto &candidate : std::exchange(m_changed, {})) {
         const auto watch = candidate.lock();
         if (!watch || !watch->hasChanged())
             continue;
         watch->markUnchanged();
-        const auto own = watch->callbacks();
-        callbacks.insert(callbacks.end(), own.begin(), own.end());
+        for (const auto *const subscriber : watch->subscribers())
+            calls.emplace_back(candidate, subscriber);
     }
-    for (const auto &candidate : callbacks) {
+    for (const auto &[candidate, subscriber] : calls) {
         // Whoever was called before may have ended this one.
-        if (const auto callback = candidate.lock())
+        const auto watch = candidate.lock();
+        if (const auto callback = watch ? watch->callbackOf(subscriber) : nullptr)
             (*callback)();
     }
 }

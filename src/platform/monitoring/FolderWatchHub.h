@@ -42,6 +42,8 @@ public:
     /// The watch of that path, which counts as unchanged from now on. Null when it cannot be watched.
     std::shared_ptr<FolderWatch> watchFrom(
         const QByteArray &path, const FolderMonitorOptions &options, Packages packages);
+    /// Null when there is none.
+    std::shared_ptr<FolderWatch> existing(const QByteArray &path, const FolderMonitorOptions &options);
     /// The watch of that path as it is, changes included; a new one where there is none.
     std::shared_ptr<FolderWatch> watchOf(const QByteArray &path, const FolderMonitorOptions &options);
 
@@ -69,7 +71,6 @@ private:
         QByteArray folder;
     };
 
-    std::shared_ptr<FolderWatch> existing(const QByteArray &path, const FolderMonitorOptions &options);
     std::shared_ptr<FolderWatch> makeWatch(
         const QByteArray &path, const FolderMonitorOptions &options, Packages packages);
     void rearmEverything();
@@ -79,8 +80,9 @@ private:
 
     Inotify m_inotify;
     std::unique_ptr<QSocketNotifier> m_notifier;
-    std::unordered_map<int, std::vector<Place>> m_places;
-    std::unordered_map<QByteArray, std::vector<std::weak_ptr<FolderWatch>>> m_watches;
+    /// Several for a folder that is watched by several paths.
+    std::unordered_multimap<int, Place> m_places;
+    std::unordered_multimap<QByteArray, std::weak_ptr<FolderWatch>> m_watches;
     /// What has changed and was not told yet.
     std::vector<std::weak_ptr<FolderWatch>> m_changed;
     bool m_hasNews = false;

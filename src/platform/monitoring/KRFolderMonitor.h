@@ -3,6 +3,7 @@
 #include "platform/Export.h"
 #include "platform/monitoring/FolderMonitorOptions.h"
 
+#include <QByteArray>
 #include <QUrl>
 
 #include <functional>
@@ -29,12 +30,15 @@ public:
     KRFolderMonitor(const KRFolderMonitor &) = delete;
     KRFolderMonitor &operator=(const KRFolderMonitor &) = delete;
 
-    const QUrl &url() const { return m_url; }
+    /// The same by the folder's path, with a block that many monitors share.
+    static std::unique_ptr<KRFolderMonitor> initWithPath(const QByteArray &path,
+        const std::shared_ptr<const std::function<void()>> &contentsChangedBlock, const FolderMonitorOptions &options);
+
+    /// Ends in "/".
+    QUrl url() const;
 
 private:
-    KRFolderMonitor(const QUrl &url, std::shared_ptr<FolderWatch> watch, std::function<void()> block);
+    explicit KRFolderMonitor(std::shared_ptr<FolderWatch> watch);
 
-    QUrl m_url;
     std::shared_ptr<FolderWatch> m_watch;
-    std::shared_ptr<std::function<void()>> m_block;
 };
