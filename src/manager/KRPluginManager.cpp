@@ -2,8 +2,11 @@
 
 #include "commands/KRPluginDebugController.h"
 #include "manager/BundleDisposal.h"
+#include "manager/MenuSorting.h"
 #include "manager/PluginDiscovery.h"
+#include "manager/PluginEditor.h"
 #include "manager/PluginFolders.h"
+#include "manager/PluginsMenu.h"
 #include "manager/RunningCommands.h"
 #include "platform/FileURL.h"
 #include "platform/LTAppEnvironment.h"
@@ -181,6 +184,28 @@ void KRPluginManager::setNumberOfIncompatiblePluginsDisabled(qint64 number)
 {
     LTAppEnvironment::current().userDefaults().setValue(disabledCountKey, number);
     m_numberOfIncompatiblePluginsDisabled = number;
+}
+
+void KRPluginManager::addPluginsToMenu(Menu &menu, const MenuAction &selector)
+{
+    ::addPluginsToMenu(plugins(), menu, selector);
+}
+
+void KRPluginManager::addCommands(
+    const CommandTable &commands, Menu &toMenu, const QVariantMap &fromDescription, const MenuAction &selector) const
+{
+    addCommandsToMenu(commands, toMenu, fromDescription, selector);
+}
+
+void KRPluginManager::sortMenu(Menu &menu, bool recursively) const
+{
+    ::sortMenu(menu, recursively ? SortExtent::Submenus : SortExtent::TopLevel);
+}
+
+bool KRPluginManager::editBundle(const std::shared_ptr<KRPluginBundle> &bundle) const
+{
+    const auto url = bundle ? bundle->url() : QUrl();
+    return openInPluginEditor(url.isEmpty() ? firstPluginsFolderURL() : url) == EditorStart::Started;
 }
 
 std::shared_ptr<KRPluginCommand> KRPluginManager::commandWithSpecifier(const KRPluginCommandSpecifier &specifier)
