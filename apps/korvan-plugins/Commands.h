@@ -8,6 +8,8 @@
 
 ExitCode listPlugins(const GlobalOptions &options, Output &output);
 ExitCode showPlugin(const GlobalOptions &options, const InfoOptions &info, Output &output);
+ExitCode showMenu(const GlobalOptions &options, Output &output);
+ExitCode editPlugin(const GlobalOptions &options, const EditOptions &edit, Output &output);
 ExitCode runCommand(const GlobalOptions &options, const RunOptions &run, Output &output);
 ExitCode compareVersions(const CompareVersionsOptions &versions, Output &output);
 ExitCode showDemo(const GlobalOptions &options, Output &output);
