@@ -35,7 +35,9 @@ run(${CMAKE_COMMAND} --build ${program})
 run(${program}/host ${SOURCE}/plugins)
 expect(host "com.example.host Host Check\ngreet: hello, host\n")
 if(WIDGETS)
-    run(${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen ${program}/widgets-host ${SOURCE}/plugins)
+    # Qt warns about what a machine without a user logged in does not have.
+    run(${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen QT_LOGGING_RULES=*.warning=false
+        ${program}/widgets-host ${SOURCE}/plugins)
     expect(widgets-host "com.example.host/greet\n")
 endif()
 
