@@ -79,6 +79,7 @@ private slots:
     void hostsActionsStayWhereTheyAre();
     void whatTheHostHasDeleted();
     void whatIsReplacedIsDeleted();
+    void showingAgainFromAnAction_data();
     void showingAgainFromAnAction();
     void endOfTheMirror();
     void endOfTheMenuFromAnAction();
@@ -319,19 +320,33 @@ void tst_MenuMirror::whatIsReplacedIsDeleted()
     QVERIFY(!action && !submenu && !inner);
 }
 
+void tst_MenuMirror::showingAgainFromAnAction_data()
+{
+    QTest::addColumn<bool>("isInSubmenu");
+    QTest::newRow("in the menu itself") << false;
+    QTest::newRow("in a submenu") << true;
+}
+
 void tst_MenuMirror::showingAgainFromAnAction()
 {
-    const auto inner = std::make_shared<Menu>();
-    inner->addItem(itemOf(u"again"_s, [this](const MenuItem &item) {
+    QFETCH(bool, isInSubmenu);
+
+    QPointer<QAction> triggered;
+    auto inner = std::make_shared<Menu>();
+    inner->addItem(itemOf(u"again"_s, [&](const MenuItem &item) {
         m_mirror->show(menuOf({u"new"_s}));
-        m_chosen.append(item.title); // which is still there
+        m_chosen.append(triggered ? item.title : u"gone too soon"_s);
     }));
-    Menu menu;
-    menu.addItemWithTitle(u"Sub"_s, nullptr, inner);
-    m_mirror->show(menu);
-    m_menu->actions()[0]->menu()->actions()[0]->trigger();
-    deleteDeferred();
+    Menu outer;
+    outer.addItemWithTitle(u"Sub"_s, nullptr, inner);
+    m_mirror->show(isInSubmenu ? outer : *inner);
+    triggered = m_menu->actions()[0];
+    if (isInSubmenu)
+        triggered = triggered->menu()->actions()[0];
+    triggered->trigger();
     QCOMPARE(m_chosen, QStringList{u"again"_s});
+    deleteDeferred();
+    QVERIFY(!triggered);
     QCOMPARE(textOf(*m_menu), u"new"_s);
 }
 
