@@ -101,9 +101,8 @@ void MenuMirror::clear()
 QAction *MenuMirror::actionBehind() const
 {
     const auto actions = m_menu->actions();
-    for (auto last = m_shown.rbegin(); last != m_shown.rend(); ++last) {
-        const auto index = actions.indexOf(*last);
-        if (index >= 0)
+    for (auto index = actions.size() - 1; index >= 0; --index) {
+        if (m_shown.contains(actions[index]))
             return actions.value(index + 1);
     }
     return nullptr;
