@@ -34,7 +34,9 @@ set(korvan_public_headers
     platform/LogMessages.h
     platform/LTCompareVersions.h
     platform/MainQueue.h
+    platform/Menu.h
     platform/MenuItem.h
+    platform/MenuShortcut.h
     platform/NotificationCenter.h
     platform/OrderedDictionary.h
     platform/PropertyList.h

@@ -91,6 +91,8 @@ public:
         addGlobalOptions();
         addList();
         addInfo();
+        addMenu();
+        addEdit();
         addRun();
         addEnabling("enable", "Enable plug-ins", true);
         addEnabling("disable", "Disable plug-ins", false);
@@ -120,12 +122,14 @@ private:
         m_app.add_option("--folder", m_raw.folders, "A plug-in folder; may be repeated, replaces the usual ones")
             ->type_name("DIR")
             ->expected(1)
+            ->allow_extra_args(false)
             ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
         m_app.add_option("--support-dir", m_raw.supportFolder, "The application's support folder")->type_name("DIR");
         m_app.add_option("--defaults", m_raw.defaultsFile, "The file of the user's settings")->type_name("FILE");
         m_app.add_option("--default", m_raw.defaults, "One setting for this call; may be repeated")
             ->type_name("KEY=JSON")
             ->expected(1)
+            ->allow_extra_args(false)
             ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
         m_app.add_flag("--safe-mode", m_raw.safeMode, "Load every plug-in disabled");
         m_app.add_option("--resources", m_raw.resourcesFolder, "The application's resources")->type_name("DIR");
@@ -162,6 +166,19 @@ private:
             ->required();
     }
 
+    void addMenu()
+    {
+        addCommand("menu", "Show the plug-ins menu, filled and sorted",
+            [this](Output &output) { return showMenu(m_globalOptions, output); });
+    }
+
+    void addEdit()
+    {
+        auto *const edit = addCommand("edit", "Open a plug-in in the editor of the setting \"Plugin Editor\"",
+            [this](Output &output) { return editPlugin(m_globalOptions, {text(m_raw.plugin)}, output); });
+        edit->add_option("plugin", m_raw.plugin, "Identifier of a plug-in")->type_name("ID")->required();
+    }
+
     void addRun()
     {
         m_run = addCommand("run", "Run a command and show what it logs",
@@ -174,6 +191,7 @@ private:
         m_run->add_option("--handler", m_raw.handlers, "Handler key to run; may be repeated (run)")
             ->type_name("KEY")
             ->expected(1)
+            ->allow_extra_args(false)
             ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
         m_run->add_option("--document", m_raw.documentFile, "Document to work on")->type_name("FILE");
         m_run->add_option("--context", m_raw.context, "Further keys of the context")->type_name("JSON");

@@ -8,6 +8,8 @@
 
 ExitCode listPlugins(const GlobalOptions &options, Output &output);
 ExitCode showPlugin(const GlobalOptions &options, const InfoOptions &info, Output &output);
+ExitCode showMenu(const GlobalOptions &options, Output &output);
+ExitCode editPlugin(const GlobalOptions &options, const EditOptions &edit, Output &output);
 ExitCode runCommand(const GlobalOptions &options, const RunOptions &run, Output &output);
 ExitCode enablePlugins(const GlobalOptions &options, const EnablingOptions &enabling, Output &output);
 ExitCode showState(const GlobalOptions &options, Output &output);

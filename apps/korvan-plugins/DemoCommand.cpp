@@ -4,9 +4,11 @@
 #include "DocumentChanges.h"
 #include "DocumentContext.h"
 #include "Examples.h"
+#include "MenuReport.h"
 #include "PluginSession.h"
 #include "TextTable.h"
 #include "document/DocumentFile.h"
+#include "platform/Menu.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -43,6 +45,7 @@ public:
     ExitCode perform()
     {
         showPlugins();
+        showTheirMenu();
         showDocument();
         runStep(QStringLiteral("com.example.rename-layers/number"));
         runStep(QStringLiteral("com.example.tidy-layers/round"));
@@ -81,6 +84,14 @@ private:
                 names.join(QStringLiteral(", "))});
         }
         table.print(m_output);
+    }
+
+    void showTheirMenu()
+    {
+        heading(QStringLiteral("Their menu"));
+        Menu menu;
+        m_session.manager().addPluginsToMenu(menu, nullptr);
+        printMenu(menu, m_output);
     }
 
     void showDocument()

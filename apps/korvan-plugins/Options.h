@@ -25,6 +25,11 @@ struct InfoOptions
     QString plugin;
 };
 
+struct EditOptions
+{
+    QString plugin;
+};
+
 struct RunOptions
 {
     std::optional<QString> specifier;

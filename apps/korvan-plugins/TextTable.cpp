@@ -12,6 +12,8 @@ QString padded(const QStringList &cells, const QList<qsizetype> &widths)
             line += QStringLiteral("  ");
         line += i + 1 < cells.size() ? cells[i].leftJustified(widths[i]) : cells[i];
     }
+    while (line.endsWith(u' ')) // cells that are empty
+        line.chop(1);
     return line;
 }
 

@@ -3,9 +3,12 @@
 #include "commands/KRPluginDebugController.h"
 #include "manager/BundleDisposal.h"
 #include "manager/IncompatiblePlugins.h"
+#include "manager/MenuSorting.h"
 #include "manager/MonitoredWalk.h"
 #include "manager/PluginDiscovery.h"
+#include "manager/PluginEditor.h"
 #include "manager/PluginFolders.h"
+#include "manager/PluginsMenu.h"
 #include "manager/RunningCommands.h"
 #include "platform/FileURL.h"
 #include "platform/LTAppEnvironment.h"
@@ -201,6 +204,28 @@ PluginTable KRPluginManager::pluginsFromResolvedFolderAtURL(
     walk.walkResolved(pathFromFileURL(url));
     visitedURLs = folderURLs(walk.visitedFolders());
     return pluginsOf(walk);
+}
+
+void KRPluginManager::addPluginsToMenu(Menu &menu, const MenuAction &selector)
+{
+    ::addPluginsToMenu(plugins(), menu, selector);
+}
+
+void KRPluginManager::addCommands(
+    const CommandTable &commands, Menu &toMenu, const QVariantMap &fromDescription, const MenuAction &selector) const
+{
+    addCommandsToMenu(commands, toMenu, fromDescription, selector);
+}
+
+void KRPluginManager::sortMenu(Menu &menu, bool recursively) const
+{
+    ::sortMenu(menu, recursively ? SortExtent::Submenus : SortExtent::TopLevel);
+}
+
+bool KRPluginManager::editBundle(const std::shared_ptr<KRPluginBundle> &bundle) const
+{
+    const auto url = bundle ? bundle->url() : QUrl();
+    return openInPluginEditor(url.isEmpty() ? firstPluginsFolderURL() : url) == EditorStart::Started;
 }
 
 std::shared_ptr<KRPluginCommand> KRPluginManager::commandWithSpecifier(const KRPluginCommandSpecifier &specifier)

@@ -23,6 +23,7 @@ class COScript;
 class FolderWalk;
 class IncompatiblePlugins;
 class KRPluginUpdater;
+class Menu;
 class RunningCommands;
 
 /// Posted on the environment's notification centre, by the manager, after each reload.
@@ -146,6 +147,24 @@ public:
 
     const std::shared_ptr<KRPluginManagingState> &pluginStateManager() const { return m_pluginStateManager; }
     const std::shared_ptr<KRPluginUpdater> &updater() const { return m_updater; }
+
+    // The menu
+
+    /// `addPluginsToMenu:selector:`. Appends a submenu for each enabled plug-in (the items themselves where a plug-in
+    /// says so), then sorts the menu's own level by title, what was in it before included. Each command's item has its
+    /// KRPluginCommandSpecifier as represented object and `selector` as action.
+    void addPluginsToMenu(Menu &menu, const MenuAction &selector);
+    /// `addCommands:toMenu:fromDescription:selector:`. Appends what a menu description lists. Elements that mean
+    /// nothing, and identifiers that name no command, are skipped.
+    void addCommands(const CommandTable &commands, Menu &toMenu, const QVariantMap &fromDescription,
+        const MenuAction &selector) const;
+    /// `sortMenu:recursively:`. Orders the items by title, whatever their case, as the language of QLocale() does;
+    /// equal titles keep their order, and separators come first.
+    void sortMenu(Menu &menu, bool recursively) const;
+    /// Starts the program of the user default "Plugin Editor" on the plug-in's folder, or on the first of the plug-in
+    /// folders for one that has none (a null bundle too). Answers whether it was started: not without that setting or
+    /// a folder; a failure is said in the system log. Nothing waits for the program.
+    bool editBundle(const std::shared_ptr<KRPluginBundle> &bundle) const;
 
     // Running commands
 

@@ -1,44 +1,18 @@
-#include <QDir>
-#include <QFile>
+#include "CommandLineFixture.h"
+
 #include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QProcess>
 #include <QRegularExpression>
-#include <QTemporaryDir>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-struct Finished
-{
-    int exitCode = -1;
-    QByteArray output;
-    QStringList errors;
-
-    QJsonObject json() const { return QJsonDocument::fromJson(output).object(); }
-};
-
-const auto examples = QStringLiteral(KORVAN_SOURCE_DIR "/examples");
-
-void writeFile(const QString &path, const QByteArray &content)
-{
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    QVERIFY2(file.open(QIODevice::WriteOnly) && file.write(content) == content.size(), qPrintable(path));
-}
-
-} // namespace
-
 /// The program as it is started from a shell, on the shared library.
-class tst_CommandLine : public QObject
+class tst_CommandLine : public QObject, private CommandLineFixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
+    void init() { makeFolder(); }
     void exitCodes_data();
     void exitCodes();
     void listSortsByIdentifierAndDescribesEverything();
@@ -68,41 +42,7 @@ private slots:
     void demoShowsTheMainJob();
     void noColoursWithoutATerminal();
     void helpManualAndCompletionsKnowEveryOption();
-
-private:
-    Finished run(const QStringList &arguments);
-    void plugin(const QString &name, const QByteArray &manifest, const QByteArray &script = "function onRun() {}");
-
-    std::unique_ptr<QTemporaryDir> m_folder;
 };
-
-void tst_CommandLine::init()
-{
-    m_folder = std::make_unique<QTemporaryDir>();
-}
-
-Finished tst_CommandLine::run(const QStringList &arguments)
-{
-    QProcess process;
-    auto environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"HOME"_s, m_folder->path());
-    environment.insert(u"XDG_DATA_HOME"_s, m_folder->filePath(u"data"_s));
-    environment.insert(u"XDG_CONFIG_HOME"_s, m_folder->filePath(u"config"_s));
-    process.setProcessEnvironment(environment);
-    process.setWorkingDirectory(m_folder->path());
-    process.start(QStringLiteral(KORVAN_PLUGINS_PROGRAM), arguments);
-    if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit)
-        return {};
-    return {process.exitCode(), process.readAllStandardOutput(),
-        QString::fromUtf8(process.readAllStandardError()).split(u'\n', Qt::SkipEmptyParts)};
-}
-
-void tst_CommandLine::plugin(const QString &name, const QByteArray &manifest, const QByteArray &script)
-{
-    const auto scripts = m_folder->filePath(u"plugins/%1.korvanplugin/Contents/Korvan/"_s.arg(name));
-    writeFile(scripts + u"manifest.json"_s, manifest);
-    writeFile(scripts + u"script.js"_s, script);
-}
 
 void tst_CommandLine::exitCodes_data()
 {
@@ -127,6 +67,8 @@ void tst_CommandLine::exitCodes_data()
     QTest::newRow("help") << QStringList{u"--help"_s} << 0 << QString();
     QTest::newRow("help of a command") << QStringList{u"run"_s, u"--help"_s} << 0 << QString();
     QTest::newRow("version") << QStringList{u"--version"_s} << 0 << QString();
+    QTest::newRow("an argument behind an option that may be repeated") << QStringList{u"info"_s, u"--folder"_s,
+        examples + u"/plugins"_s, u"com.example.tidy-layers"_s} << 0 << QString();
     QTest::newRow("no plug-ins") << QStringList{u"list"_s} << 0 << QString();
     QTest::newRow("unknown plug-in") << QStringList{u"info"_s, u"none"_s} << 1
                                      << u"korvan-plugins: There is no plug-in \"none\"."_s;
@@ -488,8 +430,9 @@ void tst_CommandLine::demoShowsTheMainJob()
 {
     const auto finished = run({u"demo"_s});
     QCOMPARE(finished.exitCode, 0);
-    for (const auto *const text : {"9 plug-ins were found", "Sun → 01 Sun", "+ Note on 01 Sun",
-             "Renamed: 01 Sun → Renamed by the user", "SyntaxError", "The document was saved and read again"})
+    for (const auto *const text :
+        {"9 plug-ins were found", "Report Colours              Ctrl+Shift+P", "Sun → 01 Sun", "+ Note on 01 Sun",
+            "Renamed: 01 Sun → Renamed by the user", "SyntaxError", "The document was saved and read again"})
         QVERIFY2(finished.output.contains(text), text);
 
     const auto json = run({u"demo"_s, u"--json"_s});

@@ -26,6 +26,7 @@ run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${prefix})
 run(${CMAKE_COMMAND} -G Ninja -S ${SOURCE}/program -B ${program}
     -D CMAKE_PREFIX_PATH=${prefix}
     -D KORVAN_HEADERS=${prefix}/${INCLUDEDIR}/KorvanPluginManager
+    -D WITH_WIDGETS=${WIDGETS}
     -D CMAKE_CXX_COMPILER=${COMPILER}
     -D CMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER}
     ${sanitize})
@@ -33,6 +34,12 @@ run(${CMAKE_COMMAND} --build ${program})
 
 run(${program}/host ${SOURCE}/plugins)
 expect(host "com.example.host Host Check\ngreet: hello, host\n")
+if(WIDGETS)
+    # Qt warns about what a machine without a user logged in does not have.
+    run(${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen QT_LOGGING_RULES=*.warning=false
+        ${program}/widgets-host ${SOURCE}/plugins)
+    expect(widgets-host "com.example.host/greet\n")
+endif()
 
 # Also where the program runs from a folder that the build never knew.
 file(RENAME ${prefix} ${SCRATCH}/moved)

@@ -3,7 +3,7 @@
 _korvan_plugins() {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} command='' word
     local options='--folder --support-dir --defaults --default --safe-mode --resources --host-version --json --help --version'
-    local commands='list info run compare-versions demo'
+    local commands='list info menu edit run compare-versions demo'
 
     for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
         case " $commands " in *" $word "*) command=$word ;; esac

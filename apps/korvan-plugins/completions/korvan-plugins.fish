@@ -1,6 +1,6 @@
 # Completion of korvan-plugins for fish.
 
-set -l commands list info run compare-versions demo
+set -l commands list info menu edit run compare-versions demo
 complete -c korvan-plugins -l folder -x -a '(__fish_complete_directories)' -d 'A plug-in folder'
 complete -c korvan-plugins -l support-dir -x -a '(__fish_complete_directories)' -d 'The support folder of the application'
 complete -c korvan-plugins -l defaults -r -d "The file of the user's settings"
@@ -15,6 +15,8 @@ complete -c korvan-plugins -l version -d 'Show the version'
 set -l none "not __fish_seen_subcommand_from $commands"
 complete -c korvan-plugins -f -n $none -a list -d 'List the installed plug-ins'
 complete -c korvan-plugins -f -n $none -a info -d 'Show one plug-in'
+complete -c korvan-plugins -f -n $none -a menu -d 'Show the plug-ins menu'
+complete -c korvan-plugins -f -n $none -a edit -d 'Open a plug-in in the editor'
 complete -c korvan-plugins -f -n $none -a run -d 'Run a command and show what it logs'
 complete -c korvan-plugins -f -n $none -a compare-versions -d 'Tell which of two versions is newer'
 complete -c korvan-plugins -f -n $none -a demo -d 'Show the library at work on the example plug-ins'

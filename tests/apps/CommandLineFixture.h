@@ -1,0 +1,71 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <memory>
+
+/// How a run of the program has ended.
+struct Finished
+{
+    /// -1: it did not end by itself.
+    int exitCode = -1;
+    QByteArray output;
+    /// The lines on standard error.
+    QStringList errors;
+
+    QJsonObject json() const { return QJsonDocument::fromJson(output).object(); }
+};
+
+/// The folder of the example plug-ins and documents.
+inline const QString examples = QStringLiteral(KORVAN_SOURCE_DIR "/examples");
+
+/// Writes a file and the folders on the way to it.
+inline void writeFile(const QString &path, const QByteArray &content)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    QVERIFY2(file.open(QIODevice::WriteOnly) && file.write(content) == content.size(), qPrintable(path));
+}
+
+/// Runs the program as a shell starts it, in a folder that is the user's home and everything that the user has.
+class CommandLineFixture
+{
+protected:
+    void makeFolder() { m_folder = std::make_unique<QTemporaryDir>(); }
+
+    Finished run(const QStringList &arguments) const
+    {
+        QProcess process;
+        auto environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("HOME"), m_folder->path());
+        environment.insert(QStringLiteral("XDG_DATA_HOME"), m_folder->filePath(QStringLiteral("data")));
+        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), m_folder->filePath(QStringLiteral("config")));
+        process.setProcessEnvironment(environment);
+        process.setWorkingDirectory(m_folder->path());
+        process.start(QStringLiteral(KORVAN_PLUGINS_PROGRAM), arguments);
+        if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit)
+            return {};
+        return {process.exitCode(), process.readAllStandardOutput(),
+            QString::fromUtf8(process.readAllStandardError()).split(u'\n', Qt::SkipEmptyParts)};
+    }
+
+    /// A plug-in in the folder "plugins", with one script "script.js".
+    void plugin(const QString &name, const QByteArray &manifest, const QByteArray &script = "function onRun() {}") const
+    {
+        const auto scripts = m_folder->filePath(QStringLiteral("plugins/%1.korvanplugin/Contents/Korvan/").arg(name));
+        writeFile(scripts + QStringLiteral("manifest.json"), manifest);
+        writeFile(scripts + QStringLiteral("script.js"), script);
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+};

@@ -1,0 +1,26 @@
+// A host with a menu: shows the plug-ins of the folder that it is given, and chooses the first command.
+
+#include <commands/KRPluginCommandSpecifier.h>
+#include <manager/KRPluginManager.h>
+#include <platform/Menu.h>
+#include <widgets/MenuMirror.h>
+
+#include <QApplication>
+#include <QMenu>
+#include <QTextStream>
+
+int main(int argc, char **argv)
+{
+    const QApplication application(argc, argv);
+    KRPluginManager manager({QUrl::fromLocalFile(QApplication::arguments().at(1) + "/")}, nullptr, nullptr);
+    manager.reloadPlugins();
+    Menu plugins;
+    manager.addPluginsToMenu(plugins, [](const MenuItem &item) {
+        const auto specifier = item.representedObject.value<KRPluginCommandSpecifier>();
+        QTextStream(stdout) << specifier.stringValue().value_or("(none)") << Qt::endl;
+    });
+    QMenu menu;
+    MenuMirror mirror(&menu);
+    mirror.show(plugins);
+    menu.actions().first()->menu()->actions().first()->trigger();
+}
