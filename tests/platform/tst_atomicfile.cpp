@@ -2,7 +2,7 @@
 
 #include "platform/AtomicFile.h"
 #include "platform/FileReading.h"
-#include "support/ChildProcess.h"
+#include "support/ForkedProcess.h"
 
 #include <QDir>
 #include <QTemporaryDir>

@@ -3,7 +3,7 @@
 #include "platform/PropertyList.h"
 #include "state/KRPluginManagingState.h"
 #include "support/BundleBuilder.h"
-#include "support/ChildProcess.h"
+#include "support/ForkedProcess.h"
 
 #include <QDir>
 #include <QRandomGenerator>
@@ -269,7 +269,7 @@ void tst_KRPluginManagingState_File::killedAtAnyMoment()
     for (int written = 0; written < writes;) {
         int ends[2];
         QCOMPARE(::pipe(ends), 0);
-        ChildProcess writer([&] { writeForEver(url(), generation + 1, ends[1]); });
+        ForkedProcess writer([&] { writeForEver(url(), generation + 1, ends[1]); });
         ::close(ends[1]);
         const int count = 1 + int(random.bounded(mostPerProcess));
         int reported = 0;
@@ -298,8 +298,8 @@ void tst_KRPluginManagingState_File::twoProcessesAtOnce()
         for (int generation = 1; generation <= 500; ++generation)
             writeGeneration(state, generation);
     };
-    ChildProcess first(writeMany);
-    ChildProcess second(writeMany);
+    ForkedProcess first(writeMany);
+    ForkedProcess second(writeMany);
     for (int reads = 0; reads < 1000; ++reads)
         QVERIFY(readGeneration(url()) >= 0);
     QCOMPARE(first.wait(), 0);

@@ -2,7 +2,7 @@
 
 #include "platform/monitoring/KRFolderMonitor.h"
 #include "support/BundleBuilder.h"
-#include "support/ChildProcess.h"
+#include "support/ForkedProcess.h"
 #include "support/TestEnvironment.h"
 
 #include <QDir>

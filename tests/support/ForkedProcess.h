@@ -8,13 +8,13 @@
 
 /// A child process that runs one function of the test, as a copy of this process with one thread. It ends with the
 /// object.
-class ChildProcess
+class ForkedProcess
 {
 public:
-    explicit ChildProcess(const std::function<void()> &work);
-    ~ChildProcess();
-    ChildProcess(const ChildProcess &) = delete;
-    ChildProcess &operator=(const ChildProcess &) = delete;
+    explicit ForkedProcess(const std::function<void()> &work);
+    ~ForkedProcess();
+    ForkedProcess(const ForkedProcess &) = delete;
+    ForkedProcess &operator=(const ForkedProcess &) = delete;
 
     /// Ends it at once, wherever it is.
     void kill();

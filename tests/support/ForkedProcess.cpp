@@ -1,4 +1,4 @@
-#include "support/ChildProcess.h"
+#include "support/ForkedProcess.h"
 
 #include <QFile>
 
@@ -52,7 +52,7 @@ QByteArray resultOfChild(const std::function<QByteArray()> &work)
     int ends[2];
     if (::pipe(ends) != 0)
         qFatal("cannot make a pipe");
-    ChildProcess child([&] {
+    ForkedProcess child([&] {
         ::close(ends[0]);
         const auto result = work();
         if (::write(ends[1], result.constData(), size_t(result.size())) != result.size())
@@ -67,7 +67,7 @@ QByteArray resultOfChild(const std::function<QByteArray()> &work)
 
 } // namespace
 
-ChildProcess::ChildProcess(const std::function<void()> &work)
+ForkedProcess::ForkedProcess(const std::function<void()> &work)
     : m_process(::fork())
 {
     if (m_process < 0)
@@ -78,19 +78,19 @@ ChildProcess::ChildProcess(const std::function<void()> &work)
     }
 }
 
-ChildProcess::~ChildProcess()
+ForkedProcess::~ForkedProcess()
 {
     kill();
     wait();
 }
 
-void ChildProcess::kill()
+void ForkedProcess::kill()
 {
     if (!m_hasEnded)
         ::kill(m_process, SIGKILL);
 }
 
-int ChildProcess::wait()
+int ForkedProcess::wait()
 {
     int status = 0;
     if (!m_hasEnded)
