@@ -118,14 +118,12 @@ void DownloadBatch::cancel(Key key)
 void DownloadBatch::taskEnded(
     Key key, const QUrl &file, const URLResponse &response, const std::optional<KRError> &error)
 {
-    {
-        std::unique_lock lock(m_mutex);
-        const auto task = m_tasks.extract(key);
-        lock.unlock();
-        if (task && task.mapped().completionHandler)
-            task.mapped().completionHandler(file, response, error);
-    }
-    completeIfDone();
+    std::unique_lock lock(m_mutex);
+    const auto task = m_tasks.extract(key);
+    lock.unlock();
+    if (task && task.mapped().completionHandler)
+        task.mapped().completionHandler(file, response, error);
+    m_thread->post([self = shared_from_this()] { self->completeIfDone(); }); // when the file has been removed
 }
 
 void DownloadBatch::completeIfDone()

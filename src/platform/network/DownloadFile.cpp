@@ -37,7 +37,8 @@ void DownloadFile::finish(const URLResponse &response, const std::optional<KRErr
     if (!failure)
         failure = openFile(); // an empty body makes a file too
     if (failure) {
-        m_file.remove();
+        if (m_file.isOpen())
+            m_file.remove();
         m_completion({}, response, failure);
         return;
     }

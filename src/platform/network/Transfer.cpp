@@ -50,6 +50,7 @@ bool Transfer::prepare()
     }
     m_stallWatch.pause();
     m_skipped = 0;
+    m_headIsWhole = false;
     setRules();
     setCallbacks();
     return true;
@@ -102,10 +103,16 @@ int Transfer::connected(void *transfer, char *, char *, int, int)
     return CURL_PREREQFUNC_OK;
 }
 
-std::size_t Transfer::headerArrives(char *, std::size_t size, std::size_t count, void *transfer)
+std::size_t Transfer::headerArrives(char *bytes, std::size_t size, std::size_t count, void *transfer)
 {
-    static_cast<Transfer *>(transfer)->m_stallWatch.received(static_cast<qint64>(size * count), now());
+    static_cast<Transfer *>(transfer)->takeHeader({bytes, static_cast<qsizetype>(size * count)});
     return size * count;
+}
+
+void Transfer::takeHeader(QByteArrayView line)
+{
+    m_stallWatch.received(line.size(), now());
+    m_headIsWhole = line == "\r\n" || line == "\n"; // false again when another head follows, after a provisional one
 }
 
 std::size_t Transfer::bodyArrives(char *bytes, std::size_t size, std::size_t count, void *transfer)
@@ -175,6 +182,8 @@ std::optional<QByteArray> Transfer::redirectLocation() const
 
 Transfer::Next Transfer::requestEnded(CURLcode code)
 {
+    if (code == CURLE_OK && !m_headIsWhole) // which the transfer library takes for an answer without body
+        code = CURLE_PARTIAL_FILE;
     m_response = {m_url, statusCode()};
     if (m_error)
         return Next::Finish;

@@ -60,6 +60,7 @@ private:
     void setRules();
     void setCallbacks();
     bool takeBody(QByteArrayView bytes);
+    void takeHeader(QByteArrayView line);
     bool skipRedirectBody(QByteArrayView bytes);
     qint64 contentLength() const;
     int statusCode() const;
@@ -75,6 +76,8 @@ private:
     std::optional<KRError> m_error;
     URLResponse m_response;
     int m_redirects = 0;
+    /// Whether the head of the answer has come to its end.
+    bool m_headIsWhole = false;
     qint64 m_received = 0;
     /// Bytes of the redirect's body that this request has brought.
     qint64 m_skipped = 0;

@@ -1,0 +1,180 @@
+#include "support/servers/NginxServer.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcessEnvironment>
+#include <QStandardPaths>
+#include <QTcpSocket>
+
+#include <csignal>
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/prctl.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString program(const QString &name)
+{
+    QString path = QStandardPaths::findExecutable(name);
+    if (path.isEmpty()) // where it is for users who may not start servers usually
+        path = QStandardPaths::findExecutable(name, {u"/usr/sbin"_s, u"/usr/local/sbin"_s, u"/sbin"_s});
+    if (path.isEmpty())
+        qFatal("%s is not installed.", qPrintable(name));
+    return path;
+}
+
+void runOpenSSL(const QString &folder, const QString &arguments)
+{
+    QProcess process;
+    process.setWorkingDirectory(folder);
+    process.start(program(u"openssl"_s), arguments.split(u' '));
+    if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
+        qFatal("openssl %s: %s", qPrintable(arguments), process.readAllStandardError().constData());
+}
+
+void writeTextFile(const QString &path, const QByteArray &text)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
+        qFatal("%s cannot be written.", qPrintable(path));
+}
+
+constexpr char configuration[] = R"(
+daemon off;
+master_process off;
+pid nginx.pid;
+error_log stderr error;
+events { worker_connections 1024; }
+http {
+    access_log off;
+    client_body_temp_path body;
+    proxy_temp_path proxy;
+    fastcgi_temp_path fastcgi;
+    uwsgi_temp_path uwsgi;
+    scgi_temp_path scgi;
+    default_type application/octet-stream;
+    server {
+        listen 127.0.0.1:%SECURE% ssl http2 backlog=%BACKLOG%;
+        listen 127.0.0.1:%PLAIN% backlog=%BACKLOG%;
+        server_name localhost;
+        ssl_certificate server.pem;
+        ssl_certificate_key server.key;
+        root "%ROOT%";
+        location = /.protocol { return 200 "$server_protocol"; }
+        %DIRECTIVES%
+    }
+}
+)";
+
+} // namespace
+
+/// A socket that listens before the server runs, which inherits it: nobody else can take the port meanwhile, and who
+/// connects early waits for the server.
+class NginxServer::Listener
+{
+public:
+    static constexpr int backlog = 511;
+
+    Listener()
+        : m_socket(socket(AF_INET, SOCK_STREAM, 0)) // passed on to programs
+    {
+        sockaddr_in address = {};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t size = sizeof address;
+        auto *general = reinterpret_cast<sockaddr *>(&address);
+        if (bind(m_socket, general, size) != 0 || listen(m_socket, backlog) != 0
+            || getsockname(m_socket, general, &size) != 0)
+            qFatal("No port for nginx.");
+        m_port = ntohs(address.sin_port);
+    }
+    ~Listener() { close(m_socket); }
+    Listener(const Listener &) = delete;
+    Listener &operator=(const Listener &) = delete;
+
+    int number() const { return m_socket; }
+    quint16 port() const { return m_port; }
+
+private:
+    int m_socket;
+    quint16 m_port = 0;
+};
+
+NginxServer::NginxServer(const QByteArray &directives)
+{
+    const Listener secure;
+    const Listener plain;
+    m_securePort = secure.port();
+    m_plainPort = plain.port();
+    QDir(m_folder.path()).mkdir(u"root"_s);
+    makeCertificates();
+    writeConfiguration(directives);
+    start(secure, plain);
+}
+
+NginxServer::~NginxServer()
+{
+    m_process.terminate();
+    m_process.waitForFinished();
+}
+
+QUrl NginxServer::baseUrl() const
+{
+    return QUrl(u"https://localhost:%1/"_s.arg(m_securePort));
+}
+
+QUrl NginxServer::plainBaseUrl() const
+{
+    return QUrl(u"http://localhost:%1/"_s.arg(m_plainPort));
+}
+
+void NginxServer::makeCertificates()
+{
+    const QString key = u"-newkey ec -pkeyopt ec_paramgen_curve:P-256 -nodes"_s;
+    const QString folder = m_folder.path();
+    runOpenSSL(folder, u"req -x509 %1 -keyout ca.key -out ca.pem -subj /CN=Throwaway -days 2"_s.arg(key));
+    runOpenSSL(folder, u"req %1 -keyout server.key -out server.csr -subj /CN=localhost"_s.arg(key));
+    writeTextFile(m_folder.filePath(u"names.cnf"_s), "subjectAltName=DNS:localhost,IP:127.0.0.1\n");
+    runOpenSSL(folder,
+        u"x509 -req -in server.csr -CA ca.pem -CAkey ca.key -CAcreateserial -out server.pem -days 2 -extfile names.cnf"_s);
+}
+
+void NginxServer::writeConfiguration(const QByteArray &directives)
+{
+    QByteArray text = configuration;
+    text.replace("%SECURE%", QByteArray::number(m_securePort));
+    text.replace("%PLAIN%", QByteArray::number(m_plainPort));
+    text.replace("%BACKLOG%", QByteArray::number(Listener::backlog));
+    text.replace("%ROOT%", QFile::encodeName(documentRoot()));
+    text.replace("%DIRECTIVES%", directives);
+    writeTextFile(m_folder.filePath(u"nginx.conf"_s), text);
+}
+
+void NginxServer::start(const Listener &secure, const Listener &plain)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"NGINX"_s, u"%1;%2;"_s.arg(secure.number()).arg(plain.number()));
+    m_process.setProcessEnvironment(environment);
+    m_process.setProcessChannelMode(QProcess::ForwardedChannels);
+    m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGTERM); });
+    m_process.start(program(u"nginx"_s),
+        {u"-p"_s, m_folder.path(), u"-c"_s, m_folder.filePath(u"nginx.conf"_s), u"-e"_s, u"stderr"_s});
+    if (!m_process.waitForStarted())
+        qFatal("nginx: %s", qPrintable(m_process.errorString()));
+    waitUntilReady();
+}
+
+/// Asks for something and waits for the first byte of the answer; an nginx that cannot start hangs up.
+void NginxServer::waitUntilReady()
+{
+    QTcpSocket socket;
+    socket.connectToHost(u"127.0.0.1"_s, m_plainPort);
+    socket.write("GET /.protocol HTTP/1.0\r\n\r\n");
+    if (!socket.waitForReadyRead(30'000))
+        qFatal("nginx does not answer: %s", qPrintable(socket.errorString()));
+}
