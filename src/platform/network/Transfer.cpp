@@ -112,7 +112,10 @@ std::size_t Transfer::headerArrives(char *bytes, std::size_t size, std::size_t c
 void Transfer::takeHeader(QByteArrayView line)
 {
     m_stallWatch.received(line.size(), now());
-    m_headIsWhole = line == "\r\n" || line == "\n"; // false again when another head follows, after a provisional one
+    if (line.startsWith("HTTP/")) // also after a provisional head
+        m_headIsWhole = false;
+    else if (line == "\r\n" || line == "\n")
+        m_headIsWhole = true;
 }
 
 std::size_t Transfer::bodyArrives(char *bytes, std::size_t size, std::size_t count, void *transfer)

@@ -44,11 +44,18 @@ void writeTextFile(const QString &path, const QByteArray &text)
         qFatal("%s cannot be written.", qPrintable(path));
 }
 
+QByteArray readTextFile(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 constexpr char configuration[] = R"(
+%USER%
 daemon off;
-master_process off;
+worker_processes 1;
 pid nginx.pid;
-error_log stderr error;
+error_log error.log error;
 events { worker_connections 1024; }
 http {
     access_log off;
@@ -81,7 +88,7 @@ public:
     static constexpr int backlog = 511;
 
     Listener()
-        : m_socket(socket(AF_INET, SOCK_STREAM, 0)) // passed on to programs
+        : m_socket(socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0)) // passed on to programs
     {
         sockaddr_in address = {};
         address.sin_family = AF_INET;
@@ -107,14 +114,10 @@ private:
 
 NginxServer::NginxServer(const QByteArray &directives)
 {
-    const Listener secure;
-    const Listener plain;
-    m_securePort = secure.port();
-    m_plainPort = plain.port();
     QDir(m_folder.path()).mkdir(u"root"_s);
     makeCertificates();
-    writeConfiguration(directives);
-    start(secure, plain);
+    start(directives);
+    waitUntilReady();
 }
 
 NginxServer::~NginxServer()
@@ -139,7 +142,7 @@ void NginxServer::makeCertificates()
     const QString folder = m_folder.path();
     runOpenSSL(folder, u"req -x509 %1 -keyout ca.key -out ca.pem -subj /CN=Throwaway -days 2"_s.arg(key));
     runOpenSSL(folder, u"req %1 -keyout server.key -out server.csr -subj /CN=localhost"_s.arg(key));
-    writeTextFile(m_folder.filePath(u"names.cnf"_s), "subjectAltName=DNS:localhost,IP:127.0.0.1\n");
+    writeTextFile(m_folder.filePath(u"names.cnf"_s), "subjectAltName=DNS:localhost\n");
     runOpenSSL(folder,
         u"x509 -req -in server.csr -CA ca.pem -CAkey ca.key -CAcreateserial -out server.pem -days 2 -extfile names.cnf"_s);
 }
@@ -147,6 +150,8 @@ void NginxServer::makeCertificates()
 void NginxServer::writeConfiguration(const QByteArray &directives)
 {
     QByteArray text = configuration;
+    // As root its workers would change to a user who may not read the temporary folder.
+    text.replace("%USER%", getuid() == 0 ? "user root;" : "");
     text.replace("%SECURE%", QByteArray::number(m_securePort));
     text.replace("%PLAIN%", QByteArray::number(m_plainPort));
     text.replace("%BACKLOG%", QByteArray::number(Listener::backlog));
@@ -155,18 +160,22 @@ void NginxServer::writeConfiguration(const QByteArray &directives)
     writeTextFile(m_folder.filePath(u"nginx.conf"_s), text);
 }
 
-void NginxServer::start(const Listener &secure, const Listener &plain)
+void NginxServer::start(const QByteArray &directives)
 {
+    const Listener secure; // which are the server's alone after this: when it ends, they do
+    const Listener plain;
+    m_securePort = secure.port();
+    m_plainPort = plain.port();
+    writeConfiguration(directives);
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"NGINX"_s, u"%1;%2;"_s.arg(secure.number()).arg(plain.number()));
     m_process.setProcessEnvironment(environment);
     m_process.setProcessChannelMode(QProcess::ForwardedChannels);
     m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGTERM); });
     m_process.start(program(u"nginx"_s),
-        {u"-p"_s, m_folder.path(), u"-c"_s, m_folder.filePath(u"nginx.conf"_s), u"-e"_s, u"stderr"_s});
+        {u"-p"_s, m_folder.path(), u"-c"_s, m_folder.filePath(u"nginx.conf"_s), u"-e"_s, u"error.log"_s});
     if (!m_process.waitForStarted())
         qFatal("nginx: %s", qPrintable(m_process.errorString()));
-    waitUntilReady();
 }
 
 /// Asks for something and waits for the first byte of the answer; an nginx that cannot start hangs up.
@@ -176,5 +185,5 @@ void NginxServer::waitUntilReady()
     socket.connectToHost(u"127.0.0.1"_s, m_plainPort);
     socket.write("GET /.protocol HTTP/1.0\r\n\r\n");
     if (!socket.waitForReadyRead(30'000))
-        qFatal("nginx does not answer: %s", qPrintable(socket.errorString()));
+        qFatal("nginx does not answer: %s", readTextFile(m_folder.filePath(u"error.log"_s)).constData());
 }

@@ -6,12 +6,12 @@
 #include <QTemporaryDir>
 #include <QUrl>
 
-/// A real web server on this computer: HTTPS with HTTP/2, and plain HTTP, for a folder of files. Its certificate is for
-/// "localhost" and 127.0.0.1, from an authority that exists for this object only.
+/// A real web server on this computer (127.0.0.1): HTTPS with HTTP/2, and plain HTTP, for a folder of files. Its
+/// certificate is for the name "localhost" alone, from an authority that exists for this object only.
 ///
-/// The server is a child process that ends with this object, or with the program. Whatever cannot be set up ends the
-/// program with a message: no test makes sense without its server. Needs the programs nginx and openssl, no privileges,
-/// and a QCoreApplication.
+/// The server is a child process (with a worker of its own) that ends with this object, or with the program. Whatever
+/// cannot be set up ends the program with a message: no test makes sense without its server. Needs the programs nginx
+/// and openssl, no privileges, and a QCoreApplication.
 class NginxServer
 {
 public:
@@ -36,7 +36,7 @@ private:
 
     void makeCertificates();
     void writeConfiguration(const QByteArray &directives);
-    void start(const Listener &secure, const Listener &plain);
+    void start(const QByteArray &directives);
     void waitUntilReady();
 
     QTemporaryDir m_folder;
