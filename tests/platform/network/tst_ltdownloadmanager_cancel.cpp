@@ -1,5 +1,6 @@
 #include "platform/network/LTDownloadManager.h"
 #include "support/DownloadRecorder.h"
+#include "support/servers/ChildProcess.h"
 #include "support/servers/LoopbackServer.h"
 
 #include <QDir>
@@ -226,6 +227,7 @@ void tst_LTDownloadManager_cancel::programEndsMeanwhile()
     LoopbackServer server;
     server.setAnswer("/", Answer::bytes("HTTP/1.1 200 OK\r\n\r\nhalf").thenStall());
     QProcess program;
+    endWithThisThread(program);
     program.start(QCoreApplication::applicationFilePath(), {u"--leave-pending"_s, server.url(u"/"_s).toString()});
     server.waitForRequests(1);
     program.write("end\n");

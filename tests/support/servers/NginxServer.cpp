@@ -1,16 +1,15 @@
 #include "support/servers/NginxServer.h"
 
+#include "support/servers/ChildProcess.h"
+
 #include <QDir>
 #include <QFile>
 #include <QProcessEnvironment>
 #include <QStandardPaths>
 #include <QTcpSocket>
 
-#include <csignal>
-
 #include <arpa/inet.h>
 #include <netinet/in.h>
-#include <sys/prctl.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -31,6 +30,7 @@ QString program(const QString &name)
 void runOpenSSL(const QString &folder, const QString &arguments)
 {
     QProcess process;
+    endWithThisThread(process);
     process.setWorkingDirectory(folder);
     process.start(program(u"openssl"_s), arguments.split(u' '));
     if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
@@ -171,7 +171,7 @@ void NginxServer::start(const QByteArray &directives)
     environment.insert(u"NGINX"_s, u"%1;%2;"_s.arg(secure.number()).arg(plain.number()));
     m_process.setProcessEnvironment(environment);
     m_process.setProcessChannelMode(QProcess::ForwardedChannels);
-    m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGTERM); });
+    endWithThisThread(m_process);
     m_process.start(program(u"nginx"_s),
         {u"-p"_s, m_folder.path(), u"-c"_s, m_folder.filePath(u"nginx.conf"_s), u"-e"_s, u"error.log"_s});
     if (!m_process.waitForStarted())
