@@ -32,6 +32,9 @@ public:
             restart(now);
     }
 
+    /// Time that does not count.
+    void postpone(Clock::duration duration) { m_start += duration; }
+
     void pause() { m_running = false; }
 
     /// From when on the transfer counts as stalled, unless more arrives. While paused it always lies ahead.

@@ -41,6 +41,8 @@ public:
     /// Tells the receiver.
     void finish();
 
+    void postponeStall(StallWatch::Clock::duration duration) { m_stallWatch.postpone(duration); }
+
     const QUrl &url() const { return m_url; }
     StallWatch::Clock::time_point stallDeadline(StallWatch::Clock::time_point now) const
     {

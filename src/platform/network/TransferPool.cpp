@@ -48,10 +48,20 @@ void TransferPool::advance()
 {
     int running = 0;
     startWaiting();
+    excuseBusyTime();
     curl_multi_perform(m_multi.get(), &running);
+    m_lastReading = StallWatch::Clock::now();
     takeEnded();
-    failStalled();
+    failStalled(m_lastReading);
     startWaiting(); // so that wait() waits for them too
+}
+
+/// What servers sent while this thread was in receivers has waited to be read: that was nobody's silence.
+void TransferPool::excuseBusyTime()
+{
+    const auto busy = StallWatch::Clock::now() - m_lastReading - m_waited;
+    for (const auto &[handle, id] : m_running)
+        m_transfers.at(id)->postponeStall(busy);
 }
 
 void TransferPool::startWaiting()
@@ -100,10 +110,8 @@ void TransferPool::requestEnded(TransferID id, CURLcode code)
     m_queue.add(id, transfer.host()); // it may lead to another one, with limits of its own
 }
 
-/// Comes after reading what has arrived: time that this thread spent in receivers is nobody's silence.
-void TransferPool::failStalled()
+void TransferPool::failStalled(StallWatch::Clock::time_point now)
 {
-    const auto now = StallWatch::Clock::now();
     if (now < m_nextStallCheck)
         return;
     std::vector<TransferID> stalled;
@@ -145,9 +153,11 @@ void TransferPool::wait()
 {
     using namespace std::chrono;
     constexpr milliseconds longest = hours(1);
-    const auto untilCheck = ceil<milliseconds>(m_nextStallCheck - StallWatch::Clock::now());
+    const auto begin = StallWatch::Clock::now();
+    const auto untilCheck = ceil<milliseconds>(m_nextStallCheck - begin);
     const auto timeout = std::clamp(untilCheck, milliseconds(0), longest);
     curl_multi_poll(m_multi.get(), nullptr, 0, static_cast<int>(timeout.count()), nullptr);
+    m_waited = StallWatch::Clock::now() - begin;
 }
 
 void TransferPool::wake()

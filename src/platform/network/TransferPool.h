@@ -43,7 +43,8 @@ private:
     void startWaiting();
     void takeEnded();
     void requestEnded(TransferID transfer, CURLcode code);
-    void failStalled();
+    void excuseBusyTime();
+    void failStalled(StallWatch::Clock::time_point now);
     std::unique_ptr<Transfer> take(TransferID transfer);
     void finish(TransferID transfer);
 
@@ -56,4 +57,7 @@ private:
     TransferID m_lastID = 0;
     /// Before this no transfer can count as stalled.
     StallWatch::Clock::time_point m_nextStallCheck = StallWatch::Clock::time_point::max();
+    StallWatch::Clock::time_point m_lastReading = StallWatch::Clock::now();
+    /// How long wait() has waited since then.
+    StallWatch::Clock::duration m_waited{};
 };

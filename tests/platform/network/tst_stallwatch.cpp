@@ -12,6 +12,7 @@ private slots:
     void silence();
     void enoughBytesBeginAnew();
     void tooFewBytesDoNot();
+    void postponed();
     void pausedItNeverEnds();
     void extremeTimeouts();
 
@@ -46,6 +47,17 @@ void tst_StallWatch::tooFewBytesDoNot()
     QVERIFY(watch.deadline(m_start + 9s) == m_start + 19s);
     watch.received(59, m_start + 18s); // those from before count no more
     QVERIFY(watch.deadline(m_start + 18s) == m_start + 19s);
+}
+
+void tst_StallWatch::postponed()
+{
+    StallWatch watch(10s, 60);
+    watch.restart(m_start);
+    watch.received(59, m_start + 1s);
+    watch.postpone(3s);
+    QVERIFY(watch.deadline(m_start + 5s) == m_start + 13s);
+    watch.received(1, m_start + 5s);
+    QVERIFY(watch.deadline(m_start + 5s) == m_start + 15s);
 }
 
 void tst_StallWatch::pausedItNeverEnds()
