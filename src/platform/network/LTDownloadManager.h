@@ -13,8 +13,9 @@ class DownloadBatch;
 
 /// Downloads files: a batch of tasks with one end.
 ///
-/// All completions are called on the network thread, one at a time for the whole process, and never before the call
-/// that leads to them has returned. They must not wait for another thread that may call cancelAllTasksAndWait().
+/// All completions are called and destroyed on the network thread, one at a time for the whole process, never before
+/// the call that leads to them has returned. They must not wait for another thread that may call
+/// cancelAllTasksAndWait().
 ///
 /// Thread-safe. The object may be destroyed while its tasks go on; destroying it is as finishTasksAndInvalidate(), and
 /// cancels the tasks that were never resumed. When the process ends before, nothing is called any more.
