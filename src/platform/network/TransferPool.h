@@ -42,11 +42,11 @@ private:
 
     void startWaiting();
     void takeEnded();
-    void requestEnded(TransferID transfer, CURLcode code);
+    void requestEnded(TransferID id, CURLcode code);
     void excuseBusyTime();
     void failStalled(StallWatch::Clock::time_point now);
-    std::unique_ptr<Transfer> take(TransferID transfer);
-    void finish(TransferID transfer);
+    std::unique_ptr<Transfer> take(TransferID id);
+    void finish(TransferID id);
 
     const std::atomic<bool> &m_stopping;
     std::unique_ptr<CURLM, MultiDeleter> m_multi;
