@@ -1,10 +1,7 @@
 #include "support/servers/NginxServer.h"
 
-#include "support/servers/ChildProcess.h"
-
 #include <QDir>
 #include <QFile>
-#include <QProcessEnvironment>
 #include <QStandardPaths>
 #include <QTcpSocket>
 
@@ -27,14 +24,18 @@ QString program(const QString &name)
     return path;
 }
 
+QByteArray readTextFile(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 void runOpenSSL(const QString &folder, const QString &arguments)
 {
-    QProcess process;
-    endWithThisThread(process);
-    process.setWorkingDirectory(folder);
-    process.start(program(u"openssl"_s), arguments.split(u' '));
-    if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
-        qFatal("openssl %s: %s", qPrintable(arguments), process.readAllStandardError().constData());
+    const QString log = folder + u"/openssl.log"_s;
+    ChildProcess process({program(u"openssl"_s), arguments.split(u' '), folder, log, {}});
+    if (process.waitForEnd() != 0)
+        qFatal("openssl %s: %s", qPrintable(arguments), readTextFile(log).constData());
 }
 
 void writeTextFile(const QString &path, const QByteArray &text)
@@ -42,12 +43,6 @@ void writeTextFile(const QString &path, const QByteArray &text)
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
         qFatal("%s cannot be written.", qPrintable(path));
-}
-
-QByteArray readTextFile(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 constexpr char configuration[] = R"(
@@ -120,12 +115,6 @@ NginxServer::NginxServer(const QByteArray &directives)
     waitUntilReady();
 }
 
-NginxServer::~NginxServer()
-{
-    m_process.terminate();
-    m_process.waitForFinished();
-}
-
 QUrl NginxServer::baseUrl() const
 {
     return QUrl(u"https://localhost:%1/"_s.arg(m_securePort));
@@ -167,15 +156,10 @@ void NginxServer::start(const QByteArray &directives)
     m_securePort = secure.port();
     m_plainPort = plain.port();
     writeConfiguration(directives);
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"NGINX"_s, u"%1;%2;"_s.arg(secure.number()).arg(plain.number()));
-    m_process.setProcessEnvironment(environment);
-    m_process.setProcessChannelMode(QProcess::ForwardedChannels);
-    endWithThisThread(m_process);
-    m_process.start(program(u"nginx"_s),
-        {u"-p"_s, m_folder.path(), u"-c"_s, m_folder.filePath(u"nginx.conf"_s), u"-e"_s, u"error.log"_s});
-    if (!m_process.waitForStarted())
-        qFatal("nginx: %s", qPrintable(m_process.errorString()));
+    const QByteArray inherited = QByteArray::number(secure.number()) + ';' + QByteArray::number(plain.number()) + ';';
+    m_process = std::make_unique<ChildProcess>(ChildProcess::Setup{program(u"nginx"_s),
+        {u"-p"_s, m_folder.path(), u"-c"_s, m_folder.filePath(u"nginx.conf"_s), u"-e"_s, u"error.log"_s},
+        m_folder.path(), m_folder.filePath(u"error.log"_s), {"NGINX=" + inherited}});
 }
 
 /// Asks for something and waits for the first byte of the answer; an nginx that cannot start hangs up.

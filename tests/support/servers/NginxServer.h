@@ -1,10 +1,13 @@
 #pragma once
 
+#include "support/servers/ChildProcess.h"
+
 #include <QByteArray>
-#include <QProcess>
 #include <QString>
 #include <QTemporaryDir>
 #include <QUrl>
+
+#include <memory>
 
 /// A real web server on this computer (127.0.0.1): HTTPS with HTTP/2, and plain HTTP, for a folder of files. Its
 /// certificate is for the name "localhost" alone, from an authority that exists for this object only.
@@ -18,7 +21,7 @@ public:
     /// `directives` go into the server's block of the configuration, for example
     /// `location = /moved { return 302 /there; }`.
     explicit NginxServer(const QByteArray &directives = {});
-    ~NginxServer();
+    ~NginxServer() = default;
     NginxServer(const NginxServer &) = delete;
     NginxServer &operator=(const NginxServer &) = delete;
 
@@ -40,7 +43,7 @@ private:
     void waitUntilReady();
 
     QTemporaryDir m_folder;
-    QProcess m_process;
+    std::unique_ptr<ChildProcess> m_process;
     quint16 m_securePort = 0;
     quint16 m_plainPort = 0;
 };
