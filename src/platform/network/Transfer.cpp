@@ -1,0 +1,229 @@
+#include "platform/network/Transfer.h"
+
+#include "platform/network/CurlErrors.h"
+#include "platform/network/URLError.h"
+#include "platform/network/URLPolicy.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <limits>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A longer body of a redirect is cut off, together with its connection.
+constexpr qint64 largestRedirectBody = 64 * 1024;
+
+StallWatch::Clock::time_point now()
+{
+    return StallWatch::Clock::now();
+}
+
+} // namespace
+
+Transfer::Transfer(URLRequest request, SessionConfiguration configuration, std::shared_ptr<TransferReceiver> receiver)
+    : m_url(std::move(request.url))
+    , m_configuration(std::move(configuration))
+    , m_receiver(std::move(receiver))
+    , m_stallWatch(request.timeoutInterval.value_or(m_configuration.stallTimeout), m_configuration.stallMinimumBytes)
+    , m_error(refusalToFetch(m_url))
+{ }
+
+QString Transfer::host() const
+{
+    return m_url.scheme() + u"://"_s + m_url.authority(QUrl::FullyEncoded).section(u'@', -1);
+}
+
+bool Transfer::prepare()
+{
+    if (m_error)
+        return false;
+    if (m_handle)
+        curl_easy_reset(m_handle.get());
+    else
+        m_handle.reset(curl_easy_init());
+    if (!m_handle) {
+        fail(transferError(CURLE_OUT_OF_MEMORY, m_url));
+        return false;
+    }
+    m_stallWatch.pause();
+    m_skipped = 0;
+    m_headIsWhole = false;
+    setRules();
+    setCallbacks();
+    return true;
+}
+
+void Transfer::setRules()
+{
+    CURL *handle = m_handle.get();
+    const bool isPlain = m_url.scheme() == u"http"_s;
+    curl_easy_setopt(handle, CURLOPT_URL, m_url.toEncoded(QUrl::RemoveFragment).constData());
+    curl_easy_setopt(handle, CURLOPT_PROTOCOLS_STR, isPlain ? "http" : "https");
+    curl_easy_setopt(handle, CURLOPT_FOLLOWLOCATION, 0L);
+    curl_easy_setopt(handle, CURLOPT_USERAGENT, "KorvanPluginManager"); // some servers refuse who has none
+    curl_easy_setopt(handle, CURLOPT_ACCEPT_ENCODING, ""); // everything that can be decoded
+    curl_easy_setopt(handle, CURLOPT_SSLVERSION, long{CURL_SSLVERSION_TLSv1_2});
+    // Many requests to one server wait for its first connection, which may turn out to carry all of them. Plain HTTP
+    // never does, and waiting would put them one after the other.
+    curl_easy_setopt(
+        handle, CURLOPT_HTTP_VERSION, isPlain ? long{CURL_HTTP_VERSION_1_1} : long{CURL_HTTP_VERSION_2TLS});
+    curl_easy_setopt(handle, CURLOPT_PIPEWAIT, isPlain ? 0L : 1L);
+    curl_easy_setopt(handle, CURLOPT_CONNECTTIMEOUT_MS,
+        static_cast<long>(
+            std::clamp<qint64>(m_configuration.connectTimeout.count(), 1, std::numeric_limits<int>::max())));
+    curl_easy_setopt(handle, CURLOPT_NOSIGNAL, 1L); // signal handlers are the process's, not a library's
+    // A lookup of a name that is given up must not hold up the thread until the system has given up too; it ends in the
+    // background and frees what it has.
+    curl_easy_setopt(handle, CURLOPT_QUICK_EXIT, 1L);
+    if (isLoopback(m_url))
+        curl_easy_setopt(handle, CURLOPT_PROXY, ""); // none, whatever the environment says
+    if (!m_configuration.certificateAuthorityFile.isEmpty())
+        curl_easy_setopt(
+            handle, CURLOPT_CAINFO, QFile::encodeName(m_configuration.certificateAuthorityFile).constData());
+}
+
+void Transfer::setCallbacks()
+{
+    CURL *handle = m_handle.get();
+    curl_easy_setopt(handle, CURLOPT_PRIVATE, this);
+    curl_easy_setopt(handle, CURLOPT_WRITEFUNCTION, &Transfer::bodyArrives);
+    curl_easy_setopt(handle, CURLOPT_WRITEDATA, this);
+    curl_easy_setopt(handle, CURLOPT_HEADERFUNCTION, &Transfer::headerArrives);
+    curl_easy_setopt(handle, CURLOPT_HEADERDATA, this);
+    curl_easy_setopt(handle, CURLOPT_PREREQFUNCTION, &Transfer::connected);
+    curl_easy_setopt(handle, CURLOPT_PREREQDATA, this);
+}
+
+int Transfer::connected(void *transfer, char *, char *, int, int)
+{
+    static_cast<Transfer *>(transfer)->m_stallWatch.restart(now());
+    return CURL_PREREQFUNC_OK;
+}
+
+std::size_t Transfer::headerArrives(char *bytes, std::size_t size, std::size_t count, void *transfer)
+{
+    static_cast<Transfer *>(transfer)->takeHeader({bytes, static_cast<qsizetype>(size * count)});
+    return size * count;
+}
+
+void Transfer::takeHeader(QByteArrayView line)
+{
+    m_stallWatch.received(line.size(), now());
+    if (line.startsWith("HTTP/")) // also after a provisional head
+        m_headIsWhole = false;
+    else if (line == "\r\n" || line == "\n")
+        m_headIsWhole = true;
+}
+
+std::size_t Transfer::bodyArrives(char *bytes, std::size_t size, std::size_t count, void *transfer)
+{
+    auto &self = *static_cast<Transfer *>(transfer);
+    const QByteArrayView view(bytes, static_cast<qsizetype>(size * count));
+    self.m_stallWatch.received(view.size(), now());
+    const bool goOn = self.redirectLocation() ? self.skipRedirectBody(view) : self.takeBody(view);
+    return goOn ? size * count : std::size_t{CURL_WRITEFUNC_ERROR};
+}
+
+bool Transfer::skipRedirectBody(QByteArrayView bytes)
+{
+    m_skipped += bytes.size();
+    return m_skipped <= largestRedirectBody;
+}
+
+bool Transfer::takeBody(QByteArrayView bytes)
+{
+    const qint64 announced = contentLength();
+    m_received += bytes.size();
+    if (m_configuration.maximumSize && qMax(m_received, announced) > *m_configuration.maximumSize) {
+        fail(urlError(URLErrorCode::DataTooLarge, m_url));
+        return false;
+    }
+    // An encoded body has another size than the one that is announced.
+    if (auto error = m_receiver->receive(bytes, header("Content-Encoding") ? -1 : announced))
+        fail(*std::move(error));
+    return !m_error;
+}
+
+qint64 Transfer::contentLength() const
+{
+    curl_off_t length = -1;
+    curl_easy_getinfo(m_handle.get(), CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &length);
+    return length;
+}
+
+int Transfer::statusCode() const
+{
+    long status = 0;
+    curl_easy_getinfo(m_handle.get(), CURLINFO_RESPONSE_CODE, &status);
+    return static_cast<int>(status);
+}
+
+std::optional<QByteArray> Transfer::header(const char *name) const
+{
+    curl_header *found = nullptr;
+    if (curl_easy_header(m_handle.get(), name, 0, CURLH_HEADER, -1, &found) != CURLHE_OK)
+        return {};
+    return QByteArray(found->value);
+}
+
+std::optional<QByteArray> Transfer::redirectLocation() const
+{
+    switch (statusCode()) {
+    case 301:
+    case 302:
+    case 303:
+    case 307:
+    case 308:
+        return header("Location");
+    default:
+        return {};
+    }
+}
+
+Transfer::Next Transfer::requestEnded(CURLcode code)
+{
+    if (code == CURLE_OK && !m_headIsWhole) // which the transfer library takes for an answer without body
+        code = CURLE_PARTIAL_FILE;
+    m_response = {m_url, statusCode()};
+    if (m_error)
+        return Next::Finish;
+    const auto location = redirectLocation();
+    if (location && (code == CURLE_OK || m_skipped > largestRedirectBody))
+        return follow(*location);
+    if (code != CURLE_OK)
+        fail(transferError(code, m_url));
+    return Next::Finish;
+}
+
+Transfer::Next Transfer::follow(const QByteArray &location)
+{
+    const QUrl target = redirectTarget(m_url, location);
+    if (++m_redirects > m_configuration.maximumRedirects)
+        fail(urlError(URLErrorCode::TooManyRedirects, m_url));
+    else if (auto refusal = refusalToFollow(m_url, target))
+        fail(*std::move(refusal));
+    else
+        m_url = target;
+    return m_error ? Next::Finish : Next::Request;
+}
+
+bool Transfer::wasMultiplexing() const
+{
+    long version = 0;
+    curl_easy_getinfo(m_handle.get(), CURLINFO_HTTP_VERSION, &version);
+    return version >= CURL_HTTP_VERSION_2_0;
+}
+
+void Transfer::fail(KRError error)
+{
+    if (!m_error)
+        m_error = std::move(error);
+}
+
+void Transfer::finish()
+{
+    m_receiver->finish(m_response, m_error);
+}
