@@ -60,7 +60,8 @@ set(korvan_public_headers
     platform/script/SourceOffset.h
     platform/script/ValueText.h
     state/Blocklist.h
-    state/KRPluginManagingState.h)
+    state/KRPluginManagingState.h
+    state/RemoteBlocklist.h)
 
 install(TARGETS KorvanPluginManager EXPORT KorvanPluginManagerTargets)
 foreach(header IN LISTS korvan_public_headers)

@@ -72,6 +72,8 @@ KRPluginManager::KRPluginManager(const QList<QUrl> &pluginsFolderURLs, std::shar
     auto &environment = LTAppEnvironment::current();
     m_runningCommands = std::make_unique<RunningCommands>(environment.mainQueue());
     m_incompatiblePlugins = std::make_shared<IncompatiblePlugins>(m_pluginStateManager, environment.userDefaults());
+    m_remoteBlocklist = std::make_unique<RemoteBlocklist>(
+        m_pluginStateManager, [counted = m_incompatiblePlugins] { return counted->registerInstalled(); });
     m_flowDelegate = std::make_shared<FlowDelegate>(*this);
     COScript::setFlowDelegate(m_flowDelegate);
     CODebugController::setDelegate(std::make_shared<KRPluginDebugController>());

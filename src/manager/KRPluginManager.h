@@ -7,6 +7,7 @@
 #include "manager/PluginTable.h"
 #include "platform/Export.h"
 #include "state/KRPluginManagingState.h"
+#include "state/RemoteBlocklist.h"
 
 #include <QList>
 #include <QSet>
@@ -143,6 +144,18 @@ public:
     qint64 numberOfIncompatiblePluginsDisabled() const;
     void setNumberOfIncompatiblePluginsDisabled(qint64 number);
 
+    // The vendor's list of versions that do not work
+
+    /// Where the list for this application and machine lies, as text.
+    QString pluginsDisabledListRemotePath() const;
+    /// Fetches the list and returns at once. When it differs from the one before, it is kept in the support folder, put
+    /// into the state store and registered as by registerIncompatiblePlugins(), all on a thread of the network;
+    /// plug-ins stay as they are until the next reload. Failures are silent and change nothing. `completionHandler`,
+    /// which may be empty, is called on that thread at the end, also when the manager ends before.
+    void downloadRemotePluginsBlocklist(RemoteBlocklist::CompletionHandler completionHandler = {});
+    /// `contentsSameForSmallTextFiles:file2:`. Whether both hold the same text; two files that cannot be read do.
+    bool contentsSameForSmallTextFiles(const QUrl &file1, const QUrl &file2) const;
+
     // What it was made with
 
     const std::shared_ptr<KRPluginManagingState> &pluginStateManager() const { return m_pluginStateManager; }
@@ -208,4 +221,6 @@ private:
     std::unique_ptr<RunningCommands> m_runningCommands;
     std::shared_ptr<COFlowDelegate> m_flowDelegate;
     FolderMonitors m_folderMonitors;
+    /// Last, for it to end first: it works on another thread.
+    std::unique_ptr<RemoteBlocklist> m_remoteBlocklist;
 };

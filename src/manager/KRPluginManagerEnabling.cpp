@@ -112,3 +112,18 @@ void KRPluginManager::setNumberOfIncompatiblePluginsDisabled(qint64 number)
 {
     m_incompatiblePlugins->setCount(number);
 }
+
+QString KRPluginManager::pluginsDisabledListRemotePath() const
+{
+    return remoteBlocklistURL();
+}
+
+void KRPluginManager::downloadRemotePluginsBlocklist(RemoteBlocklist::CompletionHandler completionHandler)
+{
+    m_remoteBlocklist->download(std::move(completionHandler));
+}
+
+bool KRPluginManager::contentsSameForSmallTextFiles(const QUrl &file1, const QUrl &file2) const
+{
+    return holdSameText(file1, file2);
+}

@@ -83,6 +83,11 @@ QUrl LTAppEnvironment::applicationSupportFolder() const
     return fileURLFromPath(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation), FileKind::Folder);
 }
 
+QString LTAppEnvironment::blocklistEndpoint() const
+{
+    return QStringLiteral("https://plugins.veldmark.example");
+}
+
 quint32 LTAppEnvironment::executableArchitecture() const
 {
     const auto architecture = QSysInfo::buildCpuArchitecture();

@@ -69,6 +69,10 @@ public:
     /// The per-user folder for the application's data; need not exist. By default Qt's AppDataLocation.
     virtual QUrl applicationSupportFolder() const;
 
+    /// Where the vendor publishes the versions of plug-ins that do not work: a URL up to and including the host's name.
+    /// HTTPS; plain HTTP only for this computer itself.
+    virtual QString blocklistEndpoint() const;
+
     /// The type number of the processor that the application's code is built for, in the numbering of executable
     /// headers (0x01000007 for 64-bit x86, 0x0100000C for 64-bit Arm); 0 for any other.
     virtual quint32 executableArchitecture() const;

@@ -33,6 +33,7 @@ public:
         const std::lock_guard lock(m_mutex);
         if (m_value != known || m_value.use_count() != 2)
             return nullptr;
+        // Letting go of a share, unlike counting them, orders all that others did with theirs before what comes next.
         known.reset();
         return std::move(m_value);
     }

@@ -32,6 +32,7 @@ public:
     QString bundleShortVersion() const override { return version; }
     QUrl mainBundleResourcesFolder() const override;
     QUrl applicationSupportFolder() const override;
+    QString blocklistEndpoint() const override { return endpoint; }
     LogTarget *logTarget() override { return target; }
     void systemLog(const QString &line) override { systemLogLines.append(line); }
     ScriptTimeLimitDecision scriptExceededTimeLimit(const QString &name, double seconds) override;
@@ -43,6 +44,7 @@ public:
     QString path(const QString &relativePath) const { return m_folder.filePath(relativePath); }
 
     QString version = QStringLiteral("98.3");
+    QString endpoint = QStringLiteral("https://blocklist.invalid");
     /// Null: nobody takes messages for the user.
     LogTarget *target = nullptr;
     QStringList systemLogLines;

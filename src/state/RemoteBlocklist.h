@@ -1,0 +1,65 @@
+#pragma once
+
+#include "platform/Export.h"
+#include "state/Blocklist.h"
+
+#include <QString>
+#include <QUrl>
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <vector>
+
+class KRPluginManagingState;
+class LTDownloadManager;
+
+/// What a download of the blocklist has brought.
+struct BlocklistUpdate
+{
+    /// Whether a list came that differs from the one before.
+    bool hasNewList = false;
+    /// How many installed plug-ins it newly disables.
+    unsigned newlyDisabled = 0;
+};
+
+/// The vendor's list of versions that do not work: fetched, kept beside the application's other data when it differs,
+/// and put into the state store. Failures are silent and leave everything as it was.
+///
+/// Made, used and destroyed on the main thread; it works on the network thread. Once it is destroyed, nothing of it
+/// runs.
+class RemoteBlocklist
+{
+public:
+    /// Registers the versions of a new list, on the network thread; how many plug-ins it newly disables.
+    using RegisterVersions = std::function<unsigned()>;
+    /// Called on the network thread at the end of a download, whatever came of it, also when this ends before.
+    using CompletionHandler = std::function<void(const BlocklistUpdate &)>;
+
+    /// `state` may be null.
+    RemoteBlocklist(std::shared_ptr<KRPluginManagingState> state, RegisterVersions registerVersions);
+    /// Gives up what still runs, and waits for what cannot be.
+    ~RemoteBlocklist();
+    RemoteBlocklist(const RemoteBlocklist &) = delete;
+    RemoteBlocklist &operator=(const RemoteBlocklist &) = delete;
+
+    /// Starts a download and returns at once. `completionHandler` may be empty.
+    void download(CompletionHandler completionHandler);
+
+private:
+    struct Download
+    {
+        std::unique_ptr<LTDownloadManager> manager;
+        std::shared_ptr<std::atomic<bool>> hasEnded;
+    };
+
+    std::shared_ptr<KRPluginManagingState> m_state;
+    RegisterVersions m_registerVersions;
+    std::vector<Download> m_downloads;
+};
+
+/// Where the list for this application and machine lies, as text.
+QString remoteBlocklistURL();
+
+/// Whether two files hold the same text; two that cannot be read do. Reads both as a whole. Reentrant.
+bool holdSameText(const QUrl &first, const QUrl &second);
