@@ -17,6 +17,7 @@ struct RawOptions
     std::string defaultsFile;
     std::string resourcesFolder;
     std::string hostVersion;
+    std::string blocklistURL;
     std::string plugin;
     std::vector<std::string> plugins;
     std::string port;
@@ -98,6 +99,7 @@ public:
         addEnabling("disable", "Disable plug-ins", false);
         addState();
         addBlocklist();
+        addWatch();
         addPorts();
         addCompareVersions();
         addDemo();
@@ -134,6 +136,10 @@ private:
         m_app.add_flag("--safe-mode", m_raw.safeMode, "Load every plug-in disabled");
         m_app.add_option("--resources", m_raw.resourcesFolder, "The application's resources")->type_name("DIR");
         m_app.add_option("--host-version", m_raw.hostVersion, "The application's version")->type_name("VERSION");
+        m_app
+            .add_option(
+                "--blocklist-url", m_raw.blocklistURL, "Where the vendor's list is fetched, up to the host's name")
+            ->type_name("URL");
         m_app.add_flag("--json", m_raw.json, "Print one JSON document");
     }
 
@@ -223,6 +229,14 @@ private:
         blocklist->fallthrough();
         addCommand(*blocklist, "show", "Show the list in force",
             [this](Output &output) { return showBlocklist(m_globalOptions, output); });
+        addCommand(*blocklist, "update", "Fetch the vendor's list and apply it",
+            [this](Output &output) { return updateBlocklist(m_globalOptions, output); });
+    }
+
+    void addWatch()
+    {
+        addCommand("watch", "Reload on changes of the plug-ins and tell what changed, until interrupted",
+            [this](Output &output) { return watchPlugins(m_globalOptions, output); });
     }
 
     void addPorts()
@@ -265,6 +279,7 @@ private:
         options.defaults = readDefaults(m_raw.defaults);
         options.resourcesFolder = textIfGiven(m_app, "--resources", m_raw.resourcesFolder);
         options.hostVersion = textIfGiven(m_app, "--host-version", m_raw.hostVersion);
+        options.blocklistURL = textIfGiven(m_app, "--blocklist-url", m_raw.blocklistURL);
         options.safeMode = m_raw.safeMode;
         options.json = m_raw.json;
         return options;

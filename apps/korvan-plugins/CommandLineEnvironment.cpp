@@ -42,6 +42,11 @@ QUrl CommandLineEnvironment::applicationSupportFolder() const
     return m_options.supportFolder ? folderURL(*m_options.supportFolder) : LTAppEnvironment::applicationSupportFolder();
 }
 
+QString CommandLineEnvironment::blocklistEndpoint() const
+{
+    return m_options.blocklistURL.value_or(LTAppEnvironment::blocklistEndpoint());
+}
+
 void CommandLineEnvironment::log(const QVariantMap &entry, const QString &)
 {
     printToStandardError(entry.value(QStringLiteral("stringValue")).toString());

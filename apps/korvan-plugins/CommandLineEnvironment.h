@@ -16,6 +16,7 @@ public:
     QString bundleShortVersion() const override;
     QUrl mainBundleResourcesFolder() const override;
     QUrl applicationSupportFolder() const override;
+    QString blocklistEndpoint() const override;
     UserDefaults &userDefaults() override { return *m_defaults; }
     /// Loader errors go to standard error, as the system's log does.
     LogTarget *logTarget() override { return this; }

@@ -14,6 +14,8 @@ ExitCode runCommand(const GlobalOptions &options, const RunOptions &run, Output 
 ExitCode enablePlugins(const GlobalOptions &options, const EnablingOptions &enabling, Output &output);
 ExitCode showState(const GlobalOptions &options, Output &output);
 ExitCode showBlocklist(const GlobalOptions &options, Output &output);
+ExitCode updateBlocklist(const GlobalOptions &options, Output &output);
+ExitCode watchPlugins(const GlobalOptions &options, Output &output);
 ExitCode listenOnPort(const PortOptions &port, Output &output);
 ExitCode sendToPort(const PortOptions &port, Output &output);
 ExitCode compareVersions(const CompareVersionsOptions &versions, Output &output);

@@ -9,10 +9,13 @@
 #include "TextTable.h"
 #include "document/DocumentFile.h"
 #include "platform/Menu.h"
+#include "platform/NotificationCenter.h"
 
 #include <QDir>
 #include <QDirIterator>
+#include <QEventLoop>
 #include <QTemporaryDir>
+#include <QTimer>
 
 namespace {
 
@@ -58,6 +61,8 @@ public:
         runStep(QStringLiteral("com.example.broken-script/syntax"), {}, Mistakes::AreTheSubject);
         runStep(QStringLiteral("com.example.broken-script/handler"), {}, Mistakes::AreTheSubject);
         save();
+        disableOne();
+        editWhileWatched();
         m_output.document({{QStringLiteral("steps"), m_steps}, {QStringLiteral("ok"), !m_hasFailed}});
         return m_hasFailed ? ExitCode::Failed : ExitCode::Done;
     }
@@ -159,6 +164,65 @@ private:
             {QStringLiteral("log"), log},
             {QStringLiteral("changes"), changes},
         }));
+    }
+
+    /// What the user disables stays away until it is enabled again.
+    void disableOne()
+    {
+        auto &manager = m_session.manager();
+        const auto identifier = QStringLiteral("com.example.colour-palette");
+        manager.disablePlugin(manager.plugins().value(identifier));
+        heading(QStringLiteral("The user disables Colour Palette"));
+        const bool isGone = !showTopOfMenu().contains(QStringLiteral("Colours"));
+        manager.enablePlugin(manager.plugins().value(identifier));
+        m_hasFailed |= !isGone || !manager.plugins().value(identifier)->isEnabled();
+    }
+
+    QStringList showTopOfMenu()
+    {
+        Menu menu;
+        m_session.manager().addPluginsToMenu(menu, nullptr);
+        QStringList titles;
+        for (const auto &item : menu.items()) {
+            if (!item.isSeparator)
+                titles.append(item.title);
+        }
+        m_output.line(QStringLiteral("In the menu: ") + titles.join(QStringLiteral(", ")));
+        return titles;
+    }
+
+    /// An author saves a file of a plug-in, and the registry follows.
+    void editWhileWatched()
+    {
+        auto &manager = m_session.manager();
+        const auto identifier = QStringLiteral("com.example.colour-palette");
+        const auto url = manager.plugins().value(identifier)->url();
+        QFile manifest(url.toLocalFile() + QStringLiteral("Contents/Korvan/manifest.json"));
+        heading(QStringLiteral("The author of Colour Palette saves another title"));
+        if (!manifest.open(QIODevice::ReadWrite)) {
+            m_hasFailed = true;
+            return;
+        }
+        const auto text = manifest.readAll().replace("\"Colours\"", "\"Colours of the Day\"");
+        manifest.seek(0);
+        manifest.write(text);
+        manifest.close();
+        const bool isReloaded = waitForReload();
+        m_hasFailed |= !isReloaded || !showTopOfMenu().contains(QStringLiteral("Colours of the Day"));
+    }
+
+    bool waitForReload()
+    {
+        bool isReloaded = false;
+        QEventLoop loop;
+        const auto observer = LTAppEnvironment::current().notificationCenter().addObserver(
+            KRPluginManagerDidReloadPluginsNotification, &m_session.manager(), [&](const Notification &) {
+                isReloaded = true;
+                loop.quit();
+            });
+        QTimer::singleShot(std::chrono::seconds(10), &loop, &QEventLoop::quit);
+        loop.exec();
+        return isReloaded;
     }
 
     void save()

@@ -16,6 +16,7 @@ struct GlobalOptions
     QVariantMap defaults;
     std::optional<QString> resourcesFolder;
     std::optional<QString> hostVersion;
+    std::optional<QString> blocklistURL;
     bool safeMode = false;
     bool json = false;
 };

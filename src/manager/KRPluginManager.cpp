@@ -136,7 +136,10 @@ void KRPluginManager::rebuildRegistry()
 
 void KRPluginManager::reloadPlugins()
 {
+    const auto start = std::chrono::steady_clock::now();
     rebuildRegistry();
+    m_durationOfLatestReload =
+        std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - start);
     LTAppEnvironment::current().notificationCenter().post({KRPluginManagerDidReloadPluginsNotification, this});
 }
 

@@ -16,6 +16,7 @@
 #include <QUrl>
 #include <QVariantMap>
 
+#include <chrono>
 #include <memory>
 #include <optional>
 
@@ -81,6 +82,8 @@ public:
     /// Walks all folders anew, decides which plug-ins are enabled, replaces the registry and posts
     /// KRPluginManagerDidReloadPluginsNotification.
     void reloadPlugins();
+    /// How long the latest reload took, without its notification; 0 before the first.
+    std::chrono::microseconds durationOfLatestReload() const { return m_durationOfLatestReload; }
 
     const QList<QUrl> &pluginsFolderURLs() const { return m_pluginsFolderURLs; }
     /// The first of the folders; empty when there is none. (The class operation of this name in the interface is the
@@ -211,6 +214,7 @@ private:
     void changeEnabledState(const std::shared_ptr<KRPluginBundle> &bundle, bool enabled);
 
     std::optional<PluginTable> m_plugins;
+    std::chrono::microseconds m_durationOfLatestReload{0};
     bool m_disableAllPlugins = false;
     bool m_monitorForChanges;
     QList<QUrl> m_pluginsFolderURLs;
