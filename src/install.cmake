@@ -24,8 +24,10 @@ set(korvan_public_headers
     manager/KRPluginManager.h
     manager/PluginTable.h
     platform/Export.h
+    platform/FolderMonitorOptions.h
     platform/JSONText.h
     platform/KRError.h
+    platform/KRFolderMonitor.h
     platform/KRImageData.h
     platform/LTAppEnvironment.h
     platform/LogMessages.h

@@ -3,6 +3,7 @@
 #include "commands/KRPluginDebugController.h"
 #include "manager/BundleDisposal.h"
 #include "manager/PluginDiscovery.h"
+#include "manager/PluginFolderMonitoring.h"
 #include "manager/PluginFolders.h"
 #include "manager/RunningCommands.h"
 #include "platform/FileURL.h"
@@ -61,6 +62,7 @@ KRPluginManager::KRPluginManager(const QList<QUrl> &pluginsFolderURLs, std::shar
 {
     auto &environment = LTAppEnvironment::current();
     m_runningCommands = std::make_unique<RunningCommands>(environment.mainQueue());
+    m_folderMonitoring = std::make_unique<PluginFolderMonitoring>();
     m_numberOfIncompatiblePluginsDisabled = environment.userDefaults().integerForKey(disabledCountKey);
     m_flowDelegate = std::make_shared<FlowDelegate>(*this);
     COScript::setFlowDelegate(m_flowDelegate);
@@ -101,17 +103,25 @@ void KRPluginManager::setPlugins(const std::optional<PluginTable> &plugins)
     auto replaced = std::exchange(m_plugins, plugins);
     if (replaced && replaced->isDetached()) // else somebody still holds a copy
         disposeOf(std::move(*replaced));
+    if (!plugins)
+        clearFolderMonitors();
 }
 
 void KRPluginManager::reloadPlugins()
 {
-    FolderWalk walk(folderNamesToIgnore());
+    const auto self = weak_from_this().lock(); // the monitors that are replaced may be the last that hold it
+    std::optional<WalkWatches> watches;
+    if (m_monitorForChanges)
+        watches.emplace(folderNamesToIgnore());
+    FolderWalk walk(folderNamesToIgnore(), watches ? &*watches : nullptr);
     for (const auto &url : m_pluginsFolderURLs)
         walk.walk(pathFromFileURL(url));
     const auto found = pluginsOf(walk);
     setPlugins(found);
     if (m_pluginStateManager)
         m_pluginStateManager->updateMetadataWithPluginIndentifiers(found.keys());
+    if (watches)
+        m_folderMonitoring->setUp(*watches, foldersChangedBlock());
     LTAppEnvironment::current().notificationCenter().post({KRPluginManagerDidReloadPluginsNotification, this});
 }
 
@@ -181,6 +191,38 @@ void KRPluginManager::setNumberOfIncompatiblePluginsDisabled(qint64 number)
 {
     LTAppEnvironment::current().userDefaults().setValue(disabledCountKey, number);
     m_numberOfIncompatiblePluginsDisabled = number;
+}
+
+void KRPluginManager::registerIncompatiblePlugins() { }
+
+const std::vector<std::unique_ptr<KRFolderMonitor>> &KRPluginManager::folderMonitors() const
+{
+    return m_folderMonitoring->monitors();
+}
+
+void KRPluginManager::setupFolderMonitoringWithVisitedURLs(const QSet<QUrl> &visitedURLs)
+{
+    const auto self = weak_from_this().lock();
+    m_folderMonitoring->clear();
+    if (m_monitorForChanges)
+        m_folderMonitoring->setUp(visitedURLs, folderNamesToIgnore(), foldersChangedBlock());
+}
+
+void KRPluginManager::clearFolderMonitors()
+{
+    m_folderMonitoring->clear();
+}
+
+/// The manager holds its monitors, they hold this block, and it holds the manager: clearFolderMonitors() breaks the
+/// circle. A manager that no shared_ptr holds takes its monitors with it.
+std::function<void()> KRPluginManager::foldersChangedBlock()
+{
+    return [manager = QPointer(this), self = weak_from_this().lock()] {
+        if (manager)
+            manager->reloadPlugins();
+        if (manager)
+            manager->registerIncompatiblePlugins();
+    };
 }
 
 std::shared_ptr<KRPluginCommand> KRPluginManager::commandWithSpecifier(const KRPluginCommandSpecifier &specifier)

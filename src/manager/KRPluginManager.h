@@ -5,6 +5,7 @@
 #include "commands/KRPluginLogAction.h"
 #include "manager/PluginTable.h"
 #include "platform/Export.h"
+#include "platform/KRFolderMonitor.h"
 #include "state/KRPluginManagingState.h"
 
 #include <QList>
@@ -14,13 +15,16 @@
 #include <QUrl>
 #include <QVariantMap>
 
+#include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 class COFlowDelegate;
 class COScript;
 class FolderWalk;
 class KRPluginUpdater;
+class PluginFolderMonitoring;
 class RunningCommands;
 
 /// Posted on the environment's notification centre, by the manager, after each reload.
@@ -35,7 +39,11 @@ inline const QString KRPluginManagerDidReloadPluginsNotification =
 ///     KRPluginManager::initialisePlugins();
 ///     KRPluginManager manager(KRPluginManager::pluginsURLs(), nullptr, nullptr);
 ///     manager.reloadPlugins();
-class KORVAN_EXPORT KRPluginManager final : public KRPluginCommandManager
+///
+/// A manager with a state store watches its folders from its first reload on. If a shared_ptr holds it, its monitors
+/// hold it too: it then lives until clearFolderMonitors(), or setPlugins() with nil, and until the host has let it go.
+class KORVAN_EXPORT KRPluginManager final : public KRPluginCommandManager,
+                                            public std::enable_shared_from_this<KRPluginManager>
 {
 public:
     /// No folders, no updater, no state store.
@@ -62,10 +70,10 @@ public:
 
     /// As of the latest reload. Reloads first when it was set to nil.
     PluginTable plugins();
-    /// Replaces the registry; nil empties it until the next request.
+    /// Replaces the registry; nil empties it until the next request, and ends the watching of folders.
     void setPlugins(const std::optional<PluginTable> &plugins);
-    /// Walks all folders anew, decides which plug-ins are enabled, replaces the registry and posts
-    /// KRPluginManagerDidReloadPluginsNotification.
+    /// Walks all folders anew, decides which plug-ins are enabled, replaces the registry, watches the folders that were
+    /// walked and posts KRPluginManagerDidReloadPluginsNotification.
     void reloadPlugins();
 
     const QList<QUrl> &pluginsFolderURLs() const { return m_pluginsFolderURLs; }
@@ -101,6 +109,17 @@ public:
     const std::shared_ptr<KRPluginManagingState> &pluginStateManager() const { return m_pluginStateManager; }
     const std::shared_ptr<KRPluginUpdater> &updater() const { return m_updater; }
 
+    // Watching folders
+
+    /// One for each folder that is watched; empty when nothing is.
+    const std::vector<std::unique_ptr<KRFolderMonitor>> &folderMonitors() const;
+    /// `setupFolderMonitoringWithVisitedURLs:`. Watches these folders in place of others; a change reloads the plug-ins
+    /// and registers the incompatible ones. Those that cannot be watched are left out. Without a state store nothing is
+    /// watched. Every reload does so with the folders that it has walked.
+    void setupFolderMonitoringWithVisitedURLs(const QSet<QUrl> &visitedURLs);
+    /// Ends the watching. The manager may end with it when only its monitors still hold it.
+    void clearFolderMonitors();
+
     // Running commands
 
     /// Null when the plug-in or the command is unknown, or the specifier names no plug-in.
@@ -127,6 +146,8 @@ public:
     QUrl urlForUnsavedPlugin() const override { return defaultPluginURL(); }
 
 private:
+    void registerIncompatiblePlugins();
+    std::function<void()> foldersChangedBlock();
     PluginTable pluginsOf(const FolderWalk &walk) const;
 
     std::optional<PluginTable> m_plugins;
@@ -138,5 +159,6 @@ private:
     std::shared_ptr<KRPluginUpdater> m_updater;
     std::shared_ptr<KRPluginManagingState> m_pluginStateManager;
     std::unique_ptr<RunningCommands> m_runningCommands;
+    std::unique_ptr<PluginFolderMonitoring> m_folderMonitoring;
     std::shared_ptr<COFlowDelegate> m_flowDelegate;
 };

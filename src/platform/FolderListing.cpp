@@ -1,5 +1,7 @@
 #include "platform/FolderListing.h"
 
+#include "platform/FileURL.h"
+
 #include <cstdlib>
 #include <dirent.h>
 #include <fcntl.h>
@@ -71,6 +73,30 @@ FolderEntry::Kind kindOfTarget(const QByteArray &path)
     if (path.contains('\0') || ::stat(path.constData(), &status) != 0)
         return FolderEntry::Kind::Other;
     return kindOfMode(status.st_mode);
+}
+
+FolderEntry::Kind kindOfEntry(const QByteArray &path)
+{
+    struct stat status;
+    if (path.contains('\0') || ::lstat(path.constData(), &status) != 0)
+        return FolderEntry::Kind::Other;
+    return kindOfMode(status.st_mode);
+}
+
+FolderTarget targetOf(const QByteArray &folderPath, const FolderEntry &entry)
+{
+    const auto path = pathByAppending(folderPath, entry.name);
+    if (entry.kind != FolderEntry::Kind::Link)
+        return {path, entry.kind};
+    const auto resolved = resolvedPath(path);
+    if (resolved.isEmpty())
+        return {path, FolderEntry::Kind::Other};
+    return {resolved, kindOfTarget(resolved)};
+}
+
+bool isDeadLink(const FolderEntry &entry, const FolderTarget &target)
+{
+    return entry.kind == FolderEntry::Kind::Link && target.kind == FolderEntry::Kind::Other && !itemExists(target.path);
 }
 
 bool itemExists(const QByteArray &path)

@@ -1,0 +1,102 @@
+#include "platform/FolderEvents.h"
+
+#include "platform/ChangeDelivery.h"
+
+#include <QCoreApplication>
+#include <QSocketNotifier>
+
+#include <sys/inotify.h>
+
+namespace {
+
+std::weak_ptr<FolderEvents> &sharedEvents()
+{
+    static std::weak_ptr<FolderEvents> events;
+    return events;
+}
+
+} // namespace
+
+FolderEvents::FolderEvents()
+    : m_delivery(std::make_shared<ChangeDelivery>())
+{
+    if (!m_inotify.isValid())
+        return;
+    m_notifier = std::make_unique<QSocketNotifier>(m_inotify.descriptor(), QSocketNotifier::Read);
+    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(), [this] { read(); });
+}
+
+FolderEvents::~FolderEvents() = default;
+
+std::shared_ptr<FolderEvents> FolderEvents::shared()
+{
+    if (auto events = sharedEvents().lock())
+        return events;
+    if (!QCoreApplication::instance())
+        return nullptr;
+    auto events = std::make_shared<FolderEvents>();
+    if (!events->m_inotify.isValid())
+        return nullptr;
+    sharedEvents() = events;
+    return events;
+}
+
+void FolderEvents::readPending()
+{
+    if (const auto events = sharedEvents().lock())
+        events->read();
+}
+
+int FolderEvents::hold(const QByteArray &folder, quint32 mask, FolderEventReceiver &receiver)
+{
+    const int watch = m_inotify.add(folder, mask);
+    if (watch < 0)
+        return watch;
+    auto &receivers = m_receivers[watch];
+    if (!receivers.contains(&receiver))
+        receivers.append(&receiver);
+    return watch;
+}
+
+void FolderEvents::release(int watch, FolderEventReceiver &receiver)
+{
+    const auto found = m_receivers.find(watch);
+    if (found == m_receivers.end())
+        return;
+    found->removeOne(&receiver);
+    if (!found->isEmpty())
+        return;
+    m_receivers.erase(found);
+    m_inotify.remove(watch);
+}
+
+void FolderEvents::read()
+{
+    m_inotify.read([this](const InotifyEvent &event) { handOver(event); });
+}
+
+void FolderEvents::handOver(const InotifyEvent &event)
+{
+    if (event.mask & IN_Q_OVERFLOW)
+        return handOverLoss();
+    const auto found = m_receivers.constFind(event.watch);
+    if (found == m_receivers.constEnd())
+        return; // of a watch that was removed meanwhile
+    const auto receivers = *found;
+    for (auto *receiver : receivers) {
+        // One receiver may end another.
+        if (m_receivers.value(event.watch).contains(receiver))
+            receiver->folderEvent(event);
+    }
+    if (event.mask & IN_IGNORED)
+        m_receivers.remove(event.watch);
+}
+
+void FolderEvents::handOverLoss()
+{
+    // Receivers only take note, so nobody ends here.
+    for (const auto &receivers : std::as_const(m_receivers)) {
+        for (auto *receiver : receivers)
+            receiver->eventsLost();
+    }
+}

@@ -1,0 +1,87 @@
+#include "platform/PackageTree.h"
+
+#include "platform/FileURL.h"
+#include "platform/FolderListing.h"
+
+#include <sys/inotify.h>
+
+namespace {
+
+constexpr quint32 contentChanges =
+    IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_ATTRIB | IN_MODIFY | IN_CLOSE_WRITE;
+
+} // namespace
+
+PackageTree::PackageTree(
+    FolderEvents &events, const FolderMonitorOptions &options, std::function<void()> contentsChanged)
+    : m_events(events)
+    , m_options(options)
+    , m_contentsChanged(std::move(contentsChanged))
+{ }
+
+PackageTree::~PackageTree()
+{
+    for (auto folder = m_folders.begin(); folder != m_folders.end(); ++folder)
+        m_events.release(folder.key(), *this);
+}
+
+void PackageTree::watch(const QByteArray &folder)
+{
+    std::vector<QByteArray> pending{folder};
+    while (!pending.empty()) {
+        const auto next = std::move(pending.back());
+        pending.pop_back();
+        watchOne(next, pending);
+    }
+}
+
+void PackageTree::watchOne(const QByteArray &folder, std::vector<QByteArray> &subfolders)
+{
+    // Watched before it is listed: what comes meanwhile is either in the list or an event.
+    const int watch = m_events.hold(folder, contentChanges, *this);
+    if (watch < 0 || m_folders.contains(watch))
+        return;
+    m_folders.insert(watch, folder);
+    const auto entries = visibleEntries(folder);
+    for (const auto &entry : entries) {
+        if (entry.kind == FolderEntry::Kind::Folder && !isIgnored(entry.name))
+            subfolders.push_back(pathByAppending(folder, entry.name));
+    }
+}
+
+void PackageTree::folderEvent(const InotifyEvent &event)
+{
+    if (event.mask & IN_IGNORED) {
+        m_folders.remove(event.watch);
+        return;
+    }
+    if (!(event.mask & contentChanges))
+        return;
+    m_contentsChanged();
+    if (!(event.mask & IN_ISDIR) || event.name.isEmpty())
+        return;
+    const auto folder = pathByAppending(m_folders.value(event.watch), event.name);
+    if (event.mask & IN_MOVED_FROM)
+        forgetBelow(folder);
+    else if ((event.mask & (IN_CREATE | IN_MOVED_TO)) && !isIgnored(event.name.toByteArray()))
+        watch(folder);
+}
+
+/// What is moved away keeps its watches.
+void PackageTree::forgetBelow(const QByteArray &folder)
+{
+    const auto inside = folder + '/';
+    for (auto found = m_folders.begin(); found != m_folders.end();) {
+        if (*found != folder && !found->startsWith(inside)) {
+            ++found;
+            continue;
+        }
+        m_events.release(found.key(), *this);
+        found = m_folders.erase(found);
+    }
+}
+
+bool PackageTree::isIgnored(const QByteArray &name) const
+{
+    return name.startsWith('.') || m_options.ignoredNames.contains(withoutExtension(name));
+}
