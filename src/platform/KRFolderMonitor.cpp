@@ -6,6 +6,8 @@
 std::unique_ptr<KRFolderMonitor> KRFolderMonitor::initWithURL(
     const QUrl &url, std::function<void()> contentsChangedBlock, const FolderMonitorOptions &options)
 {
+    // What other monitors have not read of yet happened before this one.
+    FolderEvents::readPending();
     auto watch = FolderWatch::make(pathFromFileURL(url), options, FolderWatch::Place::Anywhere);
     if (!watch)
         return nullptr;
