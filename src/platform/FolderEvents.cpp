@@ -47,15 +47,16 @@ void FolderEvents::readPending()
         events->read();
 }
 
-int FolderEvents::hold(const QByteArray &folder, quint32 mask, FolderEventReceiver &receiver)
+FolderEvents::Held FolderEvents::hold(const QByteArray &folder, quint32 mask, FolderEventReceiver &receiver)
 {
     const int watch = m_inotify.add(folder, mask);
     if (watch < 0)
-        return watch;
+        return {watch, false};
     auto &receivers = m_receivers[watch];
-    if (!receivers.contains(&receiver))
+    const bool isNew = !receivers.contains(&receiver);
+    if (isNew)
         receivers.append(&receiver);
-    return watch;
+    return {watch, isNew};
 }
 
 void FolderEvents::release(int watch, FolderEventReceiver &receiver)

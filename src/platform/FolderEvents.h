@@ -37,9 +37,17 @@ public:
     /// Hands over the events up to now, if anybody listens.
     static void readPending();
 
+    struct Held
+    {
+        /// Negative when the folder cannot be watched.
+        int watch;
+        /// Whether the receiver has not held it before.
+        bool isNew;
+    };
+
     /// Lets the receiver hear of a folder's events, until it releases the watch. Several receivers may hold one watch;
-    /// each hears of what any of them has asked for. Negative when the folder cannot be watched.
-    int hold(const QByteArray &folder, quint32 mask, FolderEventReceiver &receiver);
+    /// each hears of what any of them has asked for.
+    Held hold(const QByteArray &folder, quint32 mask, FolderEventReceiver &receiver);
     /// Does nothing for a negative number, and for a watch that has ended by itself (IN_IGNORED was its last event).
     void release(int watch, FolderEventReceiver &receiver);
 

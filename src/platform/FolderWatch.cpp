@@ -44,7 +44,7 @@ FolderWatch::~FolderWatch()
 
 bool FolderWatch::watchFolder()
 {
-    const int watch = m_events->hold(m_path, entryChanges | IN_DELETE_SELF | IN_MOVE_SELF, *this);
+    const int watch = m_events->hold(m_path, entryChanges | IN_DELETE_SELF | IN_MOVE_SELF, *this).watch;
     if (watch != m_watch)
         m_events->release(m_watch, *this); // another folder is there now
     m_watch = watch;

@@ -3,6 +3,7 @@
 #include "platform/FileURL.h"
 #include "platform/FolderListing.h"
 
+#include <algorithm>
 #include <sys/inotify.h>
 
 namespace {
@@ -21,8 +22,8 @@ PackageTree::PackageTree(
 
 PackageTree::~PackageTree()
 {
-    for (auto folder = m_folders.begin(); folder != m_folders.end(); ++folder)
-        m_events.release(folder.key(), *this);
+    for (const auto &folder : m_folders)
+        m_events.release(folder.watch, *this);
 }
 
 void PackageTree::watch(const QByteArray &folder)
@@ -38,10 +39,10 @@ void PackageTree::watch(const QByteArray &folder)
 void PackageTree::watchOne(const QByteArray &folder, std::vector<QByteArray> &subfolders)
 {
     // Watched before it is listed: what comes meanwhile is either in the list or an event.
-    const int watch = m_events.hold(folder, contentChanges, *this);
-    if (watch < 0 || m_folders.contains(watch))
+    const auto [watch, isNew] = m_events.hold(folder, contentChanges, *this);
+    if (!isNew)
         return;
-    m_folders.insert(watch, folder);
+    m_folders.push_back({watch, folder});
     const auto entries = visibleEntries(folder);
     for (const auto &entry : entries) {
         if (entry.kind == FolderEntry::Kind::Folder && !isIgnored(entry.name))
@@ -52,7 +53,7 @@ void PackageTree::watchOne(const QByteArray &folder, std::vector<QByteArray> &su
 void PackageTree::folderEvent(const InotifyEvent &event)
 {
     if (event.mask & IN_IGNORED) {
-        m_folders.remove(event.watch);
+        std::erase_if(m_folders, [&event](const Folder &folder) { return folder.watch == event.watch; });
         return;
     }
     if (!(event.mask & contentChanges))
@@ -60,25 +61,30 @@ void PackageTree::folderEvent(const InotifyEvent &event)
     m_contentsChanged();
     if (!(event.mask & IN_ISDIR) || event.name.isEmpty())
         return;
-    const auto folder = pathByAppending(m_folders.value(event.watch), event.name);
+    const auto folder = pathByAppending(pathOf(event.watch), event.name);
     if (event.mask & IN_MOVED_FROM)
         forgetBelow(folder);
     else if ((event.mask & (IN_CREATE | IN_MOVED_TO)) && !isIgnored(event.name.toByteArray()))
         watch(folder);
 }
 
+QByteArray PackageTree::pathOf(int watch) const
+{
+    const auto found = std::find_if(
+        m_folders.begin(), m_folders.end(), [watch](const Folder &folder) { return folder.watch == watch; });
+    return found == m_folders.end() ? QByteArray() : found->path;
+}
+
 /// What is moved away keeps its watches.
 void PackageTree::forgetBelow(const QByteArray &folder)
 {
     const auto inside = folder + '/';
-    for (auto found = m_folders.begin(); found != m_folders.end();) {
-        if (*found != folder && !found->startsWith(inside)) {
-            ++found;
-            continue;
-        }
-        m_events.release(found.key(), *this);
-        found = m_folders.erase(found);
-    }
+    std::erase_if(m_folders, [&](const Folder &found) {
+        if (found.path != folder && !found.path.startsWith(inside))
+            return false;
+        m_events.release(found.watch, *this);
+        return true;
+    });
 }
 
 bool PackageTree::isIgnored(const QByteArray &name) const

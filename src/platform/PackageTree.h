@@ -3,6 +3,8 @@
 #include "platform/FolderEvents.h"
 #include "platform/FolderMonitorOptions.h"
 
+#include <vector>
+
 /// Watches a folder all the way down, and new folders in it as they come. Links in it are not followed.
 class PackageTree final : public FolderEventReceiver
 {
@@ -19,13 +21,20 @@ public:
     void eventsLost() override { m_contentsChanged(); }
 
 private:
+    struct Folder
+    {
+        int watch;
+        QByteArray path;
+    };
+
     void watchOne(const QByteArray &folder, std::vector<QByteArray> &subfolders);
+    QByteArray pathOf(int watch) const;
     void forgetBelow(const QByteArray &folder);
     bool isIgnored(const QByteArray &name) const;
 
     FolderEvents &m_events;
     const FolderMonitorOptions &m_options;
     std::function<void()> m_contentsChanged;
-    /// The path of each watch.
-    QHash<int, QByteArray> m_folders;
+    /// Most packages have few folders, and there may be thousands of packages: a list is cheapest.
+    std::vector<Folder> m_folders;
 };

@@ -60,7 +60,7 @@ void PathGuard::climb()
     m_awaited = m_path;
     while (m_awaited.size() > 1) {
         const auto folder = pathWithoutLastComponent(m_awaited);
-        m_watch = m_events.hold(folder, comingAndGoing | IN_DELETE_SELF | IN_MOVE_SELF, *this);
+        m_watch = m_events.hold(folder, comingAndGoing | IN_DELETE_SELF | IN_MOVE_SELF, *this).watch;
         if (m_watch >= 0)
             return;
         m_awaited = folder;
