@@ -7,9 +7,7 @@
 
 #include <QtTest>
 
-#include <cstdio>
 #include <fcntl.h>
-#include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -22,14 +20,12 @@ using Act = void (*)(const TemporaryFolder &);
 
 void rename(const TemporaryFolder &folder, const QByteArray &from, const QByteArray &to)
 {
-    if (::rename(folder.path(from).constData(), folder.path(to).constData()) != 0)
-        qFatal("cannot rename %s", from.constData());
+    renameAt(folder.path(from), folder.path(to));
 }
 
 void remove(const TemporaryFolder &folder, const QByteArray &path)
 {
-    if (std::filesystem::remove_all(folder.path(path).toStdString()) == 0)
-        qFatal("cannot remove %s", path.constData());
+    removeAt(folder.path(path));
 }
 
 void write(const TemporaryFolder &folder, const QByteArray &path)
