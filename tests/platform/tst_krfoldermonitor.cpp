@@ -28,6 +28,8 @@ private slots:
     void tellsAfterASecondAtTheLatest();
     void allFoldersWaitTogether();
     void oneFolderUnderSeveralPaths();
+    void oneFolderWatchedInTwoWays();
+    void linkToThePackageAround();
     void writingWhileItIsTold();
     void nothingAfterItsEnd();
     void endsInItsOwnCallback_data();
@@ -174,6 +176,39 @@ void tst_KRFolderMonitor::oneFolderUnderSeveralPaths()
     change();
     settle();
     QCOMPARE(told, (QByteArrayList{"direct", "other"}));
+}
+
+void tst_KRFolderMonitor::oneFolderWatchedInTwoWays()
+{
+    writeFileAt(path("watched/P.package/file"), "");
+    QByteArrayList told;
+    const auto around = monitor("watched", [&] { told.append("around"); });
+    auto direct = monitor("watched/P.package", [&] { told.append("direct"); });
+    writeFileAt(path("watched/P.package/file"), "x");
+    settle();
+    QCOMPARE(told, QByteArrayList{"around"}); // only packages are watched for writes
+    direct.reset();
+    writeFileAt(path("watched/P.package/file"), "x");
+    settle();
+    QCOMPARE(told, (QByteArrayList{"around", "around"}));
+}
+
+/// The folder's own events end what else has been watching it.
+void tst_KRFolderMonitor::linkToThePackageAround()
+{
+    makeFolderAt(path("P.package/inside"));
+    makeLinkAt(path("P.package/inside/link"), path("P.package"));
+    int told = 0;
+    const auto watching = monitor("P.package/inside", [&] { ++told; });
+    writeFileAt(path("P.package/file"), "");
+    settle();
+    QCOMPARE(told, 1);
+    removeAt(path("P.package/inside/link"));
+    settle();
+    QCOMPARE(told, 2);
+    writeFileAt(path("P.package/file"), "");
+    settle();
+    QCOMPARE(told, 2);
 }
 
 void tst_KRFolderMonitor::writingWhileItIsTold()
