@@ -64,11 +64,19 @@ void FolderEvents::release(int watch, FolderEventReceiver &receiver)
     const auto found = m_receivers.find(watch);
     if (found == m_receivers.end())
         return;
-    found->removeOne(&receiver);
-    if (!found->isEmpty())
+    if (watch == m_current) {
+        found->replace(found->indexOf(&receiver), nullptr);
         return;
-    m_receivers.erase(found);
-    m_inotify.remove(watch);
+    }
+    found->removeOne(&receiver);
+    if (found->isEmpty())
+        end(found);
+}
+
+void FolderEvents::end(QHash<int, Receivers>::iterator watch)
+{
+    m_inotify.remove(watch.key());
+    m_receivers.erase(watch);
 }
 
 void FolderEvents::read()
@@ -83,14 +91,30 @@ void FolderEvents::handOver(const InotifyEvent &event)
     const auto found = m_receivers.constFind(event.watch);
     if (found == m_receivers.constEnd())
         return; // of a watch that was removed meanwhile
-    const auto receivers = *found;
-    for (auto *receiver : receivers) {
-        // One receiver may end another.
-        if (m_receivers.value(event.watch).contains(receiver))
-            receiver->folderEvent(event);
-    }
+    m_current = event.watch;
+    tellReceivers(event, found->size());
+    m_current = -1;
     if (event.mask & IN_IGNORED)
         m_receivers.remove(event.watch);
+    else
+        dropReleased(event.watch);
+}
+
+/// One receiver may end another, and may let new ones come, which are not told.
+void FolderEvents::tellReceivers(const InotifyEvent &event, qsizetype count)
+{
+    for (qsizetype i = 0; i < count; ++i) {
+        if (auto *receiver = m_receivers.constFind(event.watch)->at(i))
+            receiver->folderEvent(event);
+    }
+}
+
+void FolderEvents::dropReleased(int watch)
+{
+    const auto found = m_receivers.find(watch);
+    found->removeAll(nullptr);
+    if (found->isEmpty())
+        end(found);
 }
 
 void FolderEvents::handOverLoss()

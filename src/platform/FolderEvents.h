@@ -58,10 +58,15 @@ private:
 
     void read();
     void handOver(const InotifyEvent &event);
+    void tellReceivers(const InotifyEvent &event, qsizetype count);
     void handOverLoss();
+    void dropReleased(int watch);
+    void end(QHash<int, Receivers>::iterator watch);
 
     Inotify m_inotify;
     QHash<int, Receivers> m_receivers;
+    /// The watch whose receivers are being told; those that are released meanwhile leave a null pointer.
+    int m_current = -1;
     std::unique_ptr<QSocketNotifier> m_notifier;
     std::shared_ptr<ChangeDelivery> m_delivery;
 };

@@ -70,10 +70,8 @@ void PathGuard::climb()
 void PathGuard::folderEvent(const InotifyEvent &event)
 {
     const bool isAwaited = (event.mask & comingAndGoing) && event.name == lastPathComponent(m_awaited);
-    if (!isAwaited && !(event.mask & endOfFolder))
-        return;
-    watchNearestFolder();
-    m_pathMayHaveChanged();
+    if (isAwaited || (event.mask & endOfFolder))
+        m_pathMayHaveChanged();
 }
 
 QByteArray missingTargetOf(const QByteArray &path)

@@ -2,8 +2,8 @@
 
 #include "platform/FolderEvents.h"
 
-/// Hears when something comes to a path or goes from it: watches the folder that the path is in or, while that is
-/// missing, the nearest one above that exists.
+/// Hears when something comes to a path or goes from it: watches the folder that the path is in or, if that is missing,
+/// the nearest one above that exists. Good for one change: whoever hears of it looks again, and guards the path anew.
 class PathGuard final : public FolderEventReceiver
 {
 public:

@@ -22,6 +22,7 @@ private slots:
     void newSubfolderIsWatchedAfterTheReload();
     void oneMonitorForEachVisitedFolder();
     void folderThatComesAndGoes();
+    void linkedFolderThatIsInUse();
     void lastStateOnDiskCounts();
     void manyFilesGiveFewReloads();
     void watchingEnds_data();
@@ -146,6 +147,23 @@ void tst_KRPluginManager_Monitoring::folderThatComesAndGoes()
     plugins.write("Plugins/a", "Fourth");
     plugins.settle();
     QCOMPARE(plugins.nameOf(u"a"_s), Text(u"Fourth"_s));
+}
+
+/// The system tells only its parent when somebody's current folder is deleted.
+void tst_KRPluginManager_Monitoring::linkedFolderThatIsInUse()
+{
+    MonitoredPlugins plugins;
+    removeAt(plugins.path("elsewhere/c.korvanplugin"));
+    plugins.settle();
+    const auto previous = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(QString::fromUtf8(plugins.path("elsewhere"))));
+    removeAt(plugins.path("elsewhere"));
+    plugins.settle();
+    QVERIFY(QDir::setCurrent(previous));
+    QCOMPARE(plugins.reloads, 2);
+    plugins.write("elsewhere/c", "Again");
+    plugins.settle();
+    QCOMPARE(plugins.nameOf(u"c"_s), Text(u"Again"_s));
 }
 
 void tst_KRPluginManager_Monitoring::lastStateOnDiskCounts()

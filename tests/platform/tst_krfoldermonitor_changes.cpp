@@ -145,6 +145,9 @@ void tst_KRFolderMonitor_Changes::inPackages_data()
         [](const auto &folder) { makeFolderAt(folder.path("watched/P.package/modules.old")); },
         [](const auto &folder) { write(folder, "watched/P.package/modules.old/file"); });
     row("a hidden folder", 0, nothing, [](const auto &folder) { write(folder, "watched/P.package/.git/file"); });
+    row(
+        "a new hidden folder", 0, [](const auto &folder) { makeFolderAt(folder.path("watched/P.package/.new")); },
+        [](const auto &folder) { write(folder, "watched/P.package/.new/file"); });
     row("a hidden file", 1, nothing, [](const auto &folder) { write(folder, "watched/P.package/deep/.file"); });
 
     row(
