@@ -24,6 +24,8 @@ private slots:
 
     void whatCanBeWatched_data();
     void whatCanBeWatched();
+    void savedByRenamingAgainAndAgain();
+    void folderFilledBeforeItIsWatched();
     void tellsOnceItIsQuiet();
     void tellsAfterASecondAtTheLatest();
     void allFoldersWaitTogether();
@@ -108,6 +110,36 @@ void tst_KRFolderMonitor::whatCanBeWatched()
     const auto made = KRFolderMonitor::initWithURL(url, [] {});
     QTEST(made != nullptr, "canBeWatched");
     settle();
+}
+
+void tst_KRFolderMonitor::savedByRenamingAgainAndAgain()
+{
+    writeFileAt(path("watched/P.package/script.js"), "");
+    int told = 0;
+    const auto watching = monitor("watched", [&] { ++told; });
+    for (int i = 1; i <= 5; ++i) {
+        writeFileAt(path("watched/P.package/.script.js.new"), QByteArray::number(i));
+        renameAt(path("watched/P.package/.script.js.new"), path("watched/P.package/script.js"));
+        settle();
+        QCOMPARE(told, i);
+    }
+}
+
+/// The new folders are watched once they are read of; their files are older.
+void tst_KRFolderMonitor::folderFilledBeforeItIsWatched()
+{
+    makeFolderAt(path("watched/P.package"));
+    QByteArrayList seen;
+    const auto watching = monitor("watched", [&] {
+        QFile file(QString::fromUtf8(path("watched/P.package/a/b/file")));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        seen.append(file.readAll());
+    });
+    writeFileAt(path("watched/P.package/a/b/file"), "first");
+    settle();
+    writeFileAt(path("watched/P.package/a/b/file"), "second");
+    settle();
+    QCOMPARE(seen, (QByteArrayList{"first", "second"}));
 }
 
 void tst_KRFolderMonitor::tellsOnceItIsQuiet()

@@ -51,8 +51,6 @@ private slots:
     void inPackages();
     void whereFoldersComeAndGo_data();
     void whereFoldersComeAndGo();
-    void savedByRenamingAgainAndAgain();
-    void folderFilledBeforeItIsWatched();
 };
 
 void tst_KRFolderMonitor_Changes::inAFolder_data()
@@ -274,6 +272,12 @@ void tst_KRFolderMonitor_Changes::whereFoldersComeAndGo_data()
         makeFolderAt(folder.path("a/b/watched"));
     });
     row(
+        "it comes back, and so did the one above that was left", 1, [](const auto &folder) { remove(folder, "a/b"); },
+        [](const auto &folder) {
+            rename(folder, "a", "old");
+            write(folder, "a/b/watched/file");
+        });
+    row(
         "it has come back", 1,
         [](const auto &folder) {
             remove(folder, "a");
@@ -354,42 +358,6 @@ void tst_KRFolderMonitor_Changes::whereFoldersComeAndGo()
     QTEST(told, "told");
     letFoldersSettle(environment);
     QTEST(told, "told");
-}
-
-void tst_KRFolderMonitor_Changes::savedByRenamingAgainAndAgain()
-{
-    TestEnvironment environment;
-    const TemporaryFolder folder;
-    write(folder, "watched/P.package/script.js");
-    int told = 0;
-    const auto monitor = KRFolderMonitor::initWithURL(
-        fileURLFromPath(folder.path("watched"), FileKind::Folder), [&] { ++told; }, {"package", {}});
-    for (int i = 1; i <= 5; ++i) {
-        write(folder, "watched/P.package/.script.js.new");
-        rename(folder, "watched/P.package/.script.js.new", "watched/P.package/script.js");
-        letFoldersSettle(environment);
-        QCOMPARE(told, i);
-    }
-}
-
-void tst_KRFolderMonitor_Changes::folderFilledBeforeItIsWatched()
-{
-    TestEnvironment environment;
-    const TemporaryFolder folder;
-    write(folder, "watched/P.package/file");
-    QList<QByteArray> seen;
-    const auto monitor = KRFolderMonitor::initWithURL(fileURLFromPath(folder.path("watched"), FileKind::Folder),
-        [&] {
-            QFile file(QString::fromUtf8(folder.path("watched/P.package/a/b/file")));
-            QVERIFY(file.open(QIODevice::ReadOnly));
-            seen.append(file.readAll());
-        },
-        {"package", {}});
-    writeFileAt(folder.path("watched/P.package/a/b/file"), "first"); // its folders are watched once they are read of
-    letFoldersSettle(environment);
-    writeFileAt(folder.path("watched/P.package/a/b/file"), "second");
-    letFoldersSettle(environment);
-    QCOMPARE(seen, (QList<QByteArray>{"first", "second"}));
 }
 
 QTEST_GUILESS_MAIN(tst_KRFolderMonitor_Changes)
