@@ -47,7 +47,7 @@ private:
     struct Package
     {
         std::unique_ptr<PackageTree> tree;
-        /// For what is reached through a link.
+        /// Of what is reached through a link.
         std::unique_ptr<PathGuard> guard;
     };
 
@@ -73,6 +73,6 @@ private:
     bool m_hasChanged = false;
     bool m_mustLookAgain = false;
     std::unique_ptr<PathGuard> m_guard;
-    /// By the path of the entry. Made when there is one: most folders hold none.
+    /// By the path of the entry. A link that leads nowhere has a guard only.
     std::unordered_map<QByteArray, Package> m_packages;
 };
