@@ -1,150 +1,240 @@
-// What watching folders costs beside the kernel's bare facility: from a write to the call, less the deliberate quiet
-// time, and the watches of a walk over many folders.
+// What watching plug-in folders costs, beside the system's facility alone: how long after a write a reload starts, and
+// how much longer a walk takes that watches what it walks.
 
-#include "support/Interleaved.h"
-
-#include "manager/FolderWalk.h"
-#include "manager/MonitoredWalk.h"
 #include "manager/PluginFolderMonitoring.h"
+#include "manager/PluginFolders.h"
+#include "platform/FileURL.h"
+#include "platform/FolderListing.h"
 #include "platform/LTAppEnvironment.h"
 #include "platform/MainQueue.h"
+#include "support/Interleaved.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QSocketNotifier>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
+#include <array>
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/inotify.h>
 #include <unistd.h>
 
 namespace {
 
-/// A queue in which no time is waited for: what is left of a delay is the work.
-class ImmediateQueue final : public MainQueue
+constexpr quint32 entryChanges = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_ATTRIB | IN_DELETE_SELF
+    | IN_MOVE_SELF | IN_ONLYDIR | IN_EXCL_UNLINK;
+
+/// Time that is skipped, so that the quiet time takes none.
+class SkippingQueue final : public MainQueue
 {
 public:
     void async(std::function<void()> work) override { work(); }
-    std::unique_ptr<ScheduledCall> callAfter(std::chrono::milliseconds, std::function<void()> work) override
+    std::unique_ptr<ScheduledCall> callAfter(std::chrono::milliseconds delay, std::function<void()> work) override
     {
-        work();
+        m_due = m_now + delay;
+        m_work = std::move(work);
         return nullptr;
     }
-    std::chrono::milliseconds now() const override { return {}; }
-};
+    std::chrono::milliseconds now() const override { return m_now; }
 
-class BenchEnvironment final : public LTAppEnvironment
-{
-public:
-    MainQueue &mainQueue() override { return m_queue; }
-
-private:
-    ImmediateQueue m_queue;
-};
-
-/// No disk between the write and the change.
-const auto inMemory = QStringLiteral("/dev/shm/korvan-bench-XXXXXX");
-
-constexpr unsigned folderChanges = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_CLOSE_WRITE | IN_ONLYDIR;
-
-void writeTo(const QByteArray &path)
-{
-    const int file = ::open(path.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
-    if (::write(file, "text", 4) != 4)
-        qFatal("cannot write");
-    ::close(file);
-}
-
-/// A folder with the kernel's bare facility on the same event loop.
-class BareWatch
-{
-public:
-    explicit BareWatch(const QString &folder)
-        : m_descriptor(::inotify_init1(IN_CLOEXEC | IN_NONBLOCK))
-        , m_notifier(m_descriptor, QSocketNotifier::Read)
+    void skip()
     {
-        ::inotify_add_watch(m_descriptor, QFile::encodeName(folder).constData(), folderChanges);
-        QObject::connect(&m_notifier, &QSocketNotifier::activated, &m_notifier, [this] {
-            char buffer[65536];
-            hasChanged = ::read(m_descriptor, buffer, sizeof buffer) > 0;
-        });
+        m_now = m_due;
+        if (const auto work = std::exchange(m_work, nullptr))
+            work();
     }
-    ~BareWatch() { ::close(m_descriptor); }
-
-    bool hasChanged = false;
 
 private:
-    int m_descriptor;
-    QSocketNotifier m_notifier;
+    std::chrono::milliseconds m_now{0};
+    std::chrono::milliseconds m_due{0};
+    std::function<void()> m_work;
 };
 
-void changeAndWait(const QByteArray &file, bool &hasChanged)
+class SkippingEnvironment final : public LTAppEnvironment
 {
-    hasChanged = false;
-    writeTo(file);
-    while (!hasChanged)
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+public:
+    MainQueue &mainQueue() override { return queue; }
+
+    SkippingQueue queue;
+
+private:
+    Installation m_installation{*this};
+};
+
+/// The system's facility with nothing around it.
+class BareWatcher
+{
+public:
+    ~BareWatcher() { ::close(m_descriptor); }
+
+    void add(const QByteArray &folder, quint32 mask = entryChanges)
+    {
+        if (::inotify_add_watch(m_descriptor, folder.constData(), mask) < 0)
+            qFatal("cannot watch %s", folder.constData());
+    }
+
+    void waitForEvents()
+    {
+        pollfd waiting{m_descriptor, POLLIN, 0};
+        ::poll(&waiting, 1, -1);
+        if (::read(m_descriptor, m_buffer.data(), m_buffer.size()) <= 0)
+            qFatal("no events");
+    }
+
+private:
+    int m_descriptor = ::inotify_init1(IN_CLOEXEC | IN_NONBLOCK);
+    alignas(inotify_event) std::array<char, 65536> m_buffer{};
+};
+
+/// For folders in memory where there is such a place: some disks take milliseconds to shorten a file, and a minute to
+/// delete ten thousand folders.
+QString temporaryName()
+{
+    const auto memory = QStringLiteral("/dev/shm");
+    return (QFileInfo(memory).isWritable() ? memory : QDir::tempPath()) + QStringLiteral("/bench-XXXXXX");
 }
 
-void fromWriteToCall(benchmark::State &state)
+void save(const QByteArray &path)
 {
-    BenchEnvironment environment;
-    const LTAppEnvironment::Installation installation(environment);
-    const QTemporaryDir folder(inMemory);
-    const auto package = folder.filePath(QStringLiteral("ours/A.korvanplugin"));
-    const auto plain = folder.filePath(QStringLiteral("bare/A.korvanplugin"));
-    QDir().mkpath(package);
-    QDir().mkpath(plain);
-    BareWatch bare(plain);
-    bool isCalled = false;
-    const auto monitor = KRFolderMonitor::initWithURL(
-        QUrl::fromLocalFile(folder.filePath(QStringLiteral("ours"))), [&] { isCalled = true; },
-        pluginMonitorOptions({}));
+    const int file = ::open(path.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+    if (file < 0 || ::write(file, "{}", 2) != 2 || ::close(file) != 0)
+        qFatal("cannot write %s", path.constData());
+}
+
+/// From a file being saved in a bundle to the start of the reload; the quiet time is skipped.
+void reloadAfterWrite(benchmark::State &state)
+{
+    SkippingEnvironment environment;
+    const QTemporaryDir folder(temporaryName());
+    const auto ours = folder.filePath(QStringLiteral("ours/P.korvanplugin/Contents/Korvan"));
+    const auto bare = folder.filePath(QStringLiteral("bare/P.korvanplugin/Contents/Korvan"));
+    QDir().mkpath(ours);
+    QDir().mkpath(bare);
+    const auto ourFile = (ours + QStringLiteral("/manifest.json")).toUtf8();
+    const auto bareFile = (bare + QStringLiteral("/manifest.json")).toUtf8();
+
+    bool hasStarted = false;
+    const auto monitor = KRFolderMonitor::initWithURL(QUrl::fromLocalFile(folder.filePath(QStringLiteral("ours"))),
+        [&hasStarted] { hasStarted = true; }, {"korvanplugin", {}});
+    BareWatcher watcher;
+    watcher.add(bare.toUtf8(), entryChanges | IN_MODIFY | IN_CLOSE_WRITE);
+
+    const auto untilReload = [&] {
+        hasStarted = false;
+        save(ourFile);
+        while (!hasStarted) {
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+            environment.queue.skip();
+        }
+    };
+    const auto untilEvent = [&] {
+        save(bareFile);
+        watcher.waitForEvents();
+    };
+    measureInterleaved(state, untilEvent, untilReload);
+}
+
+/// Ten thousand folders, a hundred of them, or twenty-five bundles of four, in each at the top.
+class Folders
+{
+public:
+    enum class Kind { Plain, Bundles };
+
+    explicit Folders(Kind kind)
+    {
+        const int count = kind == Kind::Plain ? 9900 : 2475;
+        const int inEach = kind == Kind::Plain ? 99 : 25;
+        for (int i = 0; i < count; ++i) {
+            const auto folder = m_folder.filePath(QStringLiteral("%1/%2").arg(i / inEach).arg(i));
+            QDir().mkpath(folder + (kind == Kind::Plain ? QString() : QStringLiteral(".korvanplugin/Contents/Korvan")));
+            if (kind == Kind::Bundles)
+                QDir().mkpath(folder + QStringLiteral(".korvanplugin/Contents/Resources"));
+        }
+    }
+
+    QByteArray path() const { return m_folder.path().toUtf8(); }
+
+private:
+    QTemporaryDir m_folder{temporaryName()};
+};
+
+/// A bundle all the way down: each folder is watched and listed once.
+void watchAndList(BareWatcher &watcher, const QByteArray &folder)
+{
+    watcher.add(folder, entryChanges | IN_MODIFY | IN_CLOSE_WRITE);
+    const auto entries = visibleEntries(folder);
+    for (const auto &entry : entries) {
+        if (entry.kind == FolderEntry::Kind::Folder)
+            watchAndList(watcher, pathByAppending(folder, entry.name));
+    }
+}
+
+void walkBare(const Folders &folders, BareWatcher &watcher)
+{
+    FolderWalk walk(ignoredFolderNames());
+    walk.walk(folders.path());
+    for (const auto &folder : walk.visitedFolders())
+        watcher.add(folder);
+    for (const auto &step : walk.steps()) {
+        if (step.kind == FolderWalk::Step::Kind::Bundle)
+            watchAndList(watcher, step.path);
+    }
+}
+
+void walkWatched(const Folders &folders, PluginFolderMonitoring &monitoring)
+{
+    WalkWatches watches(ignoredFolderNames());
+    FolderWalk walk(ignoredFolderNames(), &watches);
+    walk.walk(folders.path());
+    monitoring.setUp(watches, [] {});
+}
+
+/// The first walk, when nothing is watched yet.
+void firstWalk(benchmark::State &state, Folders::Kind kind)
+{
+    const Folders folders(kind);
+    std::unique_ptr<BareWatcher> bare;
+    PluginFolderMonitoring monitoring;
+    const auto startAnew = [&] {
+        bare = std::make_unique<BareWatcher>();
+        monitoring.clear();
+    };
     measureInterleaved(
-        state, [&] { changeAndWait(QFile::encodeName(plain) + "/manifest.json", bare.hasChanged); },
-        [&] { changeAndWait(QFile::encodeName(package) + "/manifest.json", isCalled); },
-        [] { QCoreApplication::processEvents(); });
+        state, [&] { walkBare(folders, *bare); }, [&] { walkWatched(folders, monitoring); }, startAnew);
 }
 
-void makeFolders(const QString &top, int count)
+/// Every further one: all folders are watched already, and are watched anew.
+void nextWalk(benchmark::State &state, Folders::Kind kind)
 {
-    for (int number = 0; number < count; ++number)
-        QDir().mkpath(QStringLiteral("%1/%2/%3").arg(top).arg(number / 100).arg(number));
-}
-
-void walkAndWatch(benchmark::State &state)
-{
-    const QTemporaryDir folder(inMemory);
-    makeFolders(folder.path(), int(state.range(0)));
-    const auto top = QFile::encodeName(folder.path());
-    FolderMonitors monitors;
-    int inotify = -1;
-    const auto bare = [&] {
-        FolderWalk walk({});
-        walk.walk(top);
-        inotify = ::inotify_init1(IN_CLOEXEC | IN_NONBLOCK);
-        for (const auto &path : walk.visitedFolders())
-            ::inotify_add_watch(inotify, path.constData(), folderChanges);
-    };
-    const auto ours = [&] {
-        const auto options = pluginMonitorOptions({});
-        MonitoredWalk monitored(options);
-        FolderWalk walk({}, &monitored);
-        walk.walk(top);
-        monitors = monitorsForFolders(walk.visitedFolders(), options, [] {});
-    };
-    measureInterleaved(state, bare, ours, [&] {
-        monitors.clear();
-        if (inotify >= 0)
-            ::close(inotify);
-    });
-    ::close(inotify);
+    const Folders folders(kind);
+    BareWatcher bare;
+    PluginFolderMonitoring monitoring;
+    walkBare(folders, bare);
+    walkWatched(folders, monitoring);
+    measureInterleaved(
+        state, [&] { walkBare(folders, bare); }, [&] { walkWatched(folders, monitoring); });
 }
 
 } // namespace
 
-BENCHMARK(fromWriteToCall)->Iterations(501)->UseManualTime()->Unit(benchmark::kMicrosecond);
-BENCHMARK(walkAndWatch)->Arg(10'000)->Iterations(21)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(reloadAfterWrite)->Iterations(2001)->UseManualTime()->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(firstWalk, plain, Folders::Kind::Plain)
+    ->Iterations(21)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(nextWalk, plain, Folders::Kind::Plain)
+    ->Iterations(21)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(firstWalk, bundles, Folders::Kind::Bundles)
+    ->Iterations(21)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(nextWalk, bundles, Folders::Kind::Bundles)
+    ->Iterations(21)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
 
 int main(int argc, char **argv)
 {

@@ -23,7 +23,6 @@ set(korvan_public_headers
     commands/UserInfoOwner.h
     localization/KorvanPluginManagerLocalization.h
     manager/KRPluginManager.h
-    manager/PluginFolderMonitoring.h
     manager/PluginTable.h
     platform/Export.h
     platform/JSONText.h

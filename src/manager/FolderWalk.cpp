@@ -3,34 +3,6 @@
 #include "platform/FileURL.h"
 #include "platform/FolderListing.h"
 
-namespace {
-
-QByteArray resolved(const QByteArray &path)
-{
-    const auto target = resolvedPath(path);
-    return target.isEmpty() ? path : target;
-}
-
-/// An entry after its links: where it leads, and to what.
-struct Target
-{
-    QByteArray path;
-    FolderEntry::Kind kind;
-};
-
-Target targetOf(const QByteArray &folder, const FolderEntry &entry)
-{
-    const auto path = pathByAppending(folder, entry.name);
-    if (entry.kind != FolderEntry::Kind::Link)
-        return {path, entry.kind};
-    const auto target = resolved(path);
-    return {target, kindOfTarget(target)};
-}
-
-} // namespace
-
-FolderWalkObserver::~FolderWalkObserver() = default;
-
 FolderWalk::FolderWalk(const QStringList &ignoredNames, FolderWalkObserver *observer)
     : m_observer(observer)
 {
@@ -42,42 +14,58 @@ void FolderWalk::walk(const QByteArray &folder)
 {
     if (m_visited.contains(folder))
         return;
-    const auto target = resolved(folder);
+    auto target = resolvedPath(folder);
+    if (target.isEmpty())
+        target = folder;
     if (target != folder)
-        m_visited.insert(folder);
-    walkResolved(target);
+        remember(folder, Arrival::FromElsewhere);
+    visit(target, Arrival::FromElsewhere);
 }
 
 void FolderWalk::walkResolved(const QByteArray &folder)
 {
+    visit(folder, Arrival::FromElsewhere);
+}
+
+void FolderWalk::visit(const QByteArray &folder, Arrival arrival)
+{
     if (m_visited.contains(folder))
         return;
-    m_visited.insert(folder);
-    if (m_observer)
-        m_observer->willVisit(folder);
+    remember(folder, arrival);
     if (isIgnored(folder)) {
         m_steps.push_back({Step::Kind::Ignored, folder});
         return;
     }
     m_steps.push_back({Step::Kind::Enter, folder});
     const auto entries = visibleEntries(folder);
-    for (const auto &entry : entries) {
-        const auto [path, kind] = targetOf(folder, entry);
-        if (kind != FolderEntry::Kind::Folder)
-            continue; // a plain file with the extension holds no bundle
-        if (hasExtension(path, "korvanplugin"))
-            foundBundle(path, folder);
-        else
-            walkResolved(path);
-    }
+    for (const auto &entry : entries)
+        visitEntry(folder, entry);
     m_steps.push_back({Step::Kind::Leave, folder});
 }
 
-void FolderWalk::foundBundle(const QByteArray &bundle, const QByteArray &inFolder)
+void FolderWalk::visitEntry(const QByteArray &folder, const FolderEntry &entry)
 {
-    m_steps.push_back({Step::Kind::Bundle, bundle});
+    const bool isLink = entry.kind == FolderEntry::Kind::Link;
+    if (!isLink && entry.kind != FolderEntry::Kind::Folder)
+        return; // a plain file with the extension holds no bundle
+    const auto target = targetOf(folder, entry);
+    if (target.kind != FolderEntry::Kind::Folder) {
+        if (m_observer && isDeadLink(entry, target))
+            m_observer->foundDeadLink(folder, target.path);
+        return;
+    }
+    if (!hasExtension(target.path, "korvanplugin"))
+        return visit(target.path, isLink ? Arrival::FromElsewhere : Arrival::FromParent);
     if (m_observer)
-        m_observer->didFindBundle(bundle, inFolder);
+        m_observer->foundBundle(folder, isLink ? pathByAppending(folder, entry.name) : target.path, target.path);
+    m_steps.push_back({Step::Kind::Bundle, target.path});
+}
+
+void FolderWalk::remember(const QByteArray &folder, Arrival arrival)
+{
+    m_visited.insert(folder);
+    if (m_observer)
+        m_observer->willVisit(folder, arrival);
 }
 
 bool FolderWalk::isIgnored(const QByteArray &folder) const

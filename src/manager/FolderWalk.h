@@ -6,14 +6,24 @@
 
 #include <vector>
 
-/// Hears of what a walk is about to read, before it does.
+struct FolderEntry;
+
+/// Hears of what a walk meets, before the walk looks into it.
 class FolderWalkObserver
 {
 public:
-    virtual ~FolderWalkObserver();
-    /// The folder is listed next, or passed over because of its name.
-    virtual void willVisit(const QByteArray &folder) = 0;
-    virtual void didFindBundle(const QByteArray &bundle, const QByteArray &inFolder) = 0;
+    enum class Arrival { FromParent, FromElsewhere };
+
+    /// A folder, or a link that was named to the walk, is about to be visited. `FromElsewhere` is one that was named,
+    /// or that a link led to.
+    virtual void willVisit(const QByteArray &folder, Arrival arrival) = 0;
+    /// The entry of a visited folder is a plug-in, which is `target` after all links.
+    virtual void foundBundle(const QByteArray &folder, const QByteArray &entry, const QByteArray &target) = 0;
+    /// The entry of a visited folder is a link that leads nowhere.
+    virtual void foundDeadLink(const QByteArray &folder, const QByteArray &entry) = 0;
+
+protected:
+    ~FolderWalkObserver() = default;
 };
 
 /// Walks folders for plug-ins, without opening any. What it meets comes out as a list of steps, in the order of the
@@ -39,7 +49,7 @@ public:
         QByteArray path;
     };
 
-    /// The observer may be null; it outlives the walk.
+    /// The observer may be null; else it has to outlive the walking.
     explicit FolderWalk(const QStringList &ignoredNames, FolderWalkObserver *observer = nullptr);
 
     /// Walks a folder and everything below it.
@@ -54,11 +64,15 @@ public:
     void setVisitedFolders(const QSet<QByteArray> &folders) { m_visited = folders; }
 
 private:
-    void foundBundle(const QByteArray &bundle, const QByteArray &inFolder);
+    using Arrival = FolderWalkObserver::Arrival;
+
+    void visit(const QByteArray &folder, Arrival arrival);
+    void visitEntry(const QByteArray &folder, const FolderEntry &entry);
+    void remember(const QByteArray &folder, Arrival arrival);
     bool isIgnored(const QByteArray &folder) const;
 
     QSet<QByteArray> m_ignoredNames;
-    FolderWalkObserver *m_observer;
     QSet<QByteArray> m_visited;
     std::vector<Step> m_steps;
+    FolderWalkObserver *m_observer;
 };

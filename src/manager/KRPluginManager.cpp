@@ -4,9 +4,9 @@
 #include "manager/BundleDisposal.h"
 #include "manager/IncompatiblePlugins.h"
 #include "manager/MenuSorting.h"
-#include "manager/MonitoredWalk.h"
 #include "manager/PluginDiscovery.h"
 #include "manager/PluginEditor.h"
+#include "manager/PluginFolderMonitoring.h"
 #include "manager/PluginFolders.h"
 #include "manager/PluginsMenu.h"
 #include "manager/RunningCommands.h"
@@ -74,6 +74,7 @@ KRPluginManager::KRPluginManager(const QList<QUrl> &pluginsFolderURLs, std::shar
     m_incompatiblePlugins = std::make_shared<IncompatiblePlugins>(m_pluginStateManager, environment.userDefaults());
     m_remoteBlocklist = std::make_unique<RemoteBlocklist>(
         m_pluginStateManager, [counted = m_incompatiblePlugins] { return counted->registerInstalled(); });
+    m_folderMonitoring = std::make_unique<PluginFolderMonitoring>();
     m_flowDelegate = std::make_shared<FlowDelegate>(*this);
     COScript::setFlowDelegate(m_flowDelegate);
     CODebugController::setDelegate(std::make_shared<KRPluginDebugController>());
@@ -120,18 +121,20 @@ void KRPluginManager::setPlugins(const std::optional<PluginTable> &plugins)
 
 void KRPluginManager::rebuildRegistry()
 {
+    const auto self = weak_from_this().lock(); // the monitors that are replaced may be the last that hold it
     const auto ignoredNames = folderNamesToIgnore();
-    std::optional<MonitoredWalk> monitored;
+    std::optional<WalkWatches> watches;
     if (m_monitorForChanges)
-        monitored.emplace(pluginMonitorOptions(ignoredNames));
-    FolderWalk walk(ignoredNames, monitored ? &*monitored : nullptr);
+        watches.emplace(ignoredNames);
+    FolderWalk walk(ignoredNames, watches ? &*watches : nullptr);
     for (const auto &url : m_pluginsFolderURLs)
         walk.walk(pathFromFileURL(url));
     const auto found = pluginsOf(walk);
     setPlugins(found);
     if (m_pluginStateManager)
         m_pluginStateManager->updateMetadataWithPluginIndentifiers(found.keys());
-    watchFolders(walk.visitedFolders());
+    if (watches)
+        m_folderMonitoring->setUp(*watches, foldersChangedBlock());
 }
 
 void KRPluginManager::reloadPlugins()
@@ -143,29 +146,34 @@ void KRPluginManager::reloadPlugins()
     LTAppEnvironment::current().notificationCenter().post({KRPluginManagerDidReloadPluginsNotification, this});
 }
 
-void KRPluginManager::setupFolderMonitoringWithVisitedURLs(const QSet<QUrl> &visitedURLs)
+const std::vector<std::unique_ptr<KRFolderMonitor>> &KRPluginManager::folderMonitors() const
 {
-    watchFolders(pathsOf(visitedURLs));
+    return m_folderMonitoring->monitors();
 }
 
-void KRPluginManager::watchFolders(const QSet<QByteArray> &paths)
+void KRPluginManager::setupFolderMonitoringWithVisitedURLs(const QSet<QUrl> &visitedURLs)
 {
-    clearFolderMonitors();
-    if (!m_monitorForChanges)
-        return;
-    const auto changeBlock = [weak = QPointer(this), owner = weak_from_this().lock()] {
-        if (weak)
-            weak->reloadPlugins();
-        if (weak)
-            weak->registerIncompatiblePlugins();
-    };
-    m_folderMonitors = monitorsForFolders(paths, pluginMonitorOptions(folderNamesToIgnore()), changeBlock);
+    const auto self = weak_from_this().lock();
+    m_folderMonitoring->clear();
+    if (m_monitorForChanges)
+        m_folderMonitoring->setUp(visitedURLs, folderNamesToIgnore(), foldersChangedBlock());
 }
 
 void KRPluginManager::clearFolderMonitors()
 {
-    // Out of reach first: the last one may take this manager along.
-    const auto cleared = std::exchange(m_folderMonitors, {});
+    m_folderMonitoring->clear();
+}
+
+/// The manager holds its monitors, they hold this block, and it holds the manager: clearFolderMonitors() breaks the
+/// circle. A manager that no shared_ptr holds takes its monitors with it.
+std::function<void()> KRPluginManager::foldersChangedBlock()
+{
+    return [manager = QPointer(this), self = weak_from_this().lock()] {
+        if (manager)
+            manager->reloadPlugins();
+        if (manager)
+            manager->registerIncompatiblePlugins();
+    };
 }
 
 QUrl KRPluginManager::firstPluginsFolderURL() const

@@ -3,9 +3,9 @@
 #include "commands/KRPluginCommandManager.h"
 #include "commands/KRPluginCommandSpecifier.h"
 #include "commands/KRPluginLogAction.h"
-#include "manager/PluginFolderMonitoring.h"
 #include "manager/PluginTable.h"
 #include "platform/Export.h"
+#include "platform/monitoring/KRFolderMonitor.h"
 #include "state/KRPluginManagingState.h"
 #include "state/RemoteBlocklist.h"
 
@@ -17,8 +17,10 @@
 #include <QVariantMap>
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 class COFlowDelegate;
 class COScript;
@@ -26,6 +28,7 @@ class FolderWalk;
 class IncompatiblePlugins;
 class KRPluginUpdater;
 class Menu;
+class PluginFolderMonitoring;
 class RunningCommands;
 
 /// Posted on the environment's notification centre, by the manager, after each reload.
@@ -126,7 +129,7 @@ public:
     /// Whether folders are watched at all.
     bool monitorForChanges() const { return m_monitorForChanges; }
     /// One for each watched folder; empty when nothing is watched.
-    const FolderMonitors &folderMonitors() const { return m_folderMonitors; }
+    const std::vector<std::unique_ptr<KRFolderMonitor>> &folderMonitors() const;
     /// Watches these folders, and the plug-ins in them, in place of those before: any change reloads and registers the
     /// incompatible plug-ins. Nothing when monitorForChanges() is false.
     void setupFolderMonitoringWithVisitedURLs(const QSet<QUrl> &visitedURLs);
@@ -209,7 +212,7 @@ public:
 
 private:
     void rebuildRegistry();
-    void watchFolders(const QSet<QByteArray> &paths);
+    std::function<void()> foldersChangedBlock();
     PluginTable pluginsOf(const FolderWalk &walk) const;
     void changeEnabledState(const std::shared_ptr<KRPluginBundle> &bundle, bool enabled);
 
@@ -224,7 +227,7 @@ private:
     std::shared_ptr<IncompatiblePlugins> m_incompatiblePlugins;
     std::unique_ptr<RunningCommands> m_runningCommands;
     std::shared_ptr<COFlowDelegate> m_flowDelegate;
-    FolderMonitors m_folderMonitors;
+    std::unique_ptr<PluginFolderMonitoring> m_folderMonitoring;
     /// Last, for it to end first: it works on another thread.
     std::unique_ptr<RemoteBlocklist> m_remoteBlocklist;
 };

@@ -1,5 +1,7 @@
 #include "platform/FolderListing.h"
 
+#include "platform/FileURL.h"
+
 #include <cstdlib>
 #include <dirent.h>
 #include <fcntl.h>
@@ -73,12 +75,28 @@ FolderEntry::Kind kindOfTarget(const QByteArray &path)
     return kindOfMode(status.st_mode);
 }
 
-QByteArray targetOfEntry(const QByteArray &path)
+FolderEntry::Kind kindOfEntry(const QByteArray &path)
 {
     struct stat status;
-    const bool isLink = !path.contains('\0') && ::lstat(path.constData(), &status) == 0 && S_ISLNK(status.st_mode);
-    const auto target = isLink ? resolvedPath(path) : QByteArray();
-    return target.isEmpty() ? path : target;
+    if (path.contains('\0') || ::lstat(path.constData(), &status) != 0)
+        return FolderEntry::Kind::Other;
+    return kindOfMode(status.st_mode);
+}
+
+FolderTarget targetOf(const QByteArray &folderPath, const FolderEntry &entry)
+{
+    const auto path = pathByAppending(folderPath, entry.name);
+    if (entry.kind != FolderEntry::Kind::Link)
+        return {path, entry.kind};
+    const auto resolved = resolvedPath(path);
+    if (resolved.isEmpty())
+        return {path, FolderEntry::Kind::Other};
+    return {resolved, kindOfTarget(resolved)};
+}
+
+bool isDeadLink(const FolderEntry &entry, const FolderTarget &target)
+{
+    return entry.kind == FolderEntry::Kind::Link && target.kind == FolderEntry::Kind::Other && !itemExists(target.path);
 }
 
 bool itemExists(const QByteArray &path)

@@ -20,8 +20,19 @@ std::vector<FolderEntry> visibleEntries(const QByteArray &folderPath);
 /// What a path leads to after all links: Folder, File, or Other for anything else and when it leads nowhere.
 FolderEntry::Kind kindOfTarget(const QByteArray &path);
 
-/// Where a path leads after all links when it is a link itself; the path otherwise, and when it leads nowhere.
-QByteArray targetOfEntry(const QByteArray &path);
+/// What is at a path itself: links are not followed. Other when there is nothing.
+FolderEntry::Kind kindOfEntry(const QByteArray &path);
+
+/// An entry after its links: where it leads, and to what.
+struct FolderTarget
+{
+    QByteArray path;
+    FolderEntry::Kind kind;
+};
+
+FolderTarget targetOf(const QByteArray &folderPath, const FolderEntry &entry);
+/// Whether the entry, whose target is given, is a link that leads nowhere.
+bool isDeadLink(const FolderEntry &entry, const FolderTarget &target);
 
 /// Whether a path leads to anything, of whatever kind.
 bool itemExists(const QByteArray &path);

@@ -107,15 +107,6 @@ QByteArray resultOnSmallDisk(const QString &folder, int size, const std::functio
     });
 }
 
-QByteArray resultWithFewWatches(int watches, const std::function<QByteArray()> &work)
-{
-    return resultOfChild([&] {
-        const bool isReady =
-            becomeRootOfOwnWorld() && writeText("/proc/sys/user/max_inotify_watches", QByteArray::number(watches));
-        return isReady ? work() : QByteArray("no limit of its own");
-    });
-}
-
 void makeSmallDiskReadOnly(const QString &folder)
 {
     if (::mount("none", QFile::encodeName(folder).constData(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr) != 0)

@@ -30,9 +30,5 @@ private:
 /// the work has answered, in a text; tells in the text when there cannot be such a file system.
 QByteArray resultOnSmallDisk(const QString &folder, int size, const std::function<QByteArray()> &work);
 
-/// Runs the work in a child process that may watch so many folders and no more, and answers what it has answered; tells
-/// in the text when there cannot be such a limit.
-QByteArray resultWithFewWatches(int watches, const std::function<QByteArray()> &work);
-
 /// Makes the small file system of the calling child process read-only.
 void makeSmallDiskReadOnly(const QString &folder);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
@@ -61,4 +62,15 @@ void makeSocketAt(const QByteArray &path)
     const int socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
     require(::bind(socket, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0, "socket", path);
     ::close(socket);
+}
+
+void renameAt(const QByteArray &from, const QByteArray &to)
+{
+    require(::rename(from.constData(), to.constData()) == 0, "new name", to);
+}
+
+void removeAt(const QByteArray &path)
+{
+    std::error_code error;
+    require(std::filesystem::remove_all(path.toStdString(), error) > 0 && !error, "end of", path);
 }

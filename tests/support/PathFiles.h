@@ -32,3 +32,7 @@ void makeLinkAt(const QByteArray &path, const QByteArray &target);
 void makePipeAt(const QByteArray &path);
 /// A socket's name, with nobody behind it.
 void makeSocketAt(const QByteArray &path);
+/// Over what is there, if the system allows it.
+void renameAt(const QByteArray &from, const QByteArray &to);
+/// A file, or a folder with everything in it.
+void removeAt(const QByteArray &path);

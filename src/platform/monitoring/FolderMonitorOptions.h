@@ -3,13 +3,12 @@
 #include <QByteArray>
 #include <QSet>
 
-/// How deep a folder is watched.
+/// What a folder monitor watches besides the entries of its folder.
 struct FolderMonitorOptions
 {
-    /// Folders of this extension that lie directly in the folder are watched with everything in them; none when empty.
+    /// Folders with this extension that lie directly in the folder, or that links in it lead to, are watched all the
+    /// way down, with what their files hold. Compared without regard to case; empty for none.
     QByteArray packageExtension;
-    /// Names, without extension, of folders in those that are not looked into. Hidden ones never are.
+    /// Inside of packages, folders of these names are left out whatever their extension, and so are hidden ones.
     QSet<QByteArray> ignoredNames;
-
-    friend bool operator==(const FolderMonitorOptions &, const FolderMonitorOptions &) = default;
 };

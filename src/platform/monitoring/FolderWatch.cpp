@@ -2,243 +2,177 @@
 
 #include "platform/FileURL.h"
 #include "platform/FolderListing.h"
+#include "platform/monitoring/PackageTree.h"
+#include "platform/monitoring/PathGuard.h"
 
-#include <algorithm>
-#include <cerrno>
-#include <utility>
+#include <sys/inotify.h>
 
-FolderNumbers::~FolderNumbers() = default;
+namespace {
+
+constexpr quint32 entryChanges = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_ATTRIB;
+constexpr quint32 endOfFolder = IN_DELETE_SELF | IN_MOVE_SELF | IN_UNMOUNT | IN_IGNORED;
+
+} // namespace
+
+std::unique_ptr<FolderWatch> FolderWatch::make(const QByteArray &path, const FolderMonitorOptions &options, Place place)
+{
+    auto events = path.startsWith('/') && !path.contains('\0') ? FolderEvents::shared() : nullptr;
+    if (!events)
+        return nullptr;
+    std::unique_ptr<FolderWatch> watch(new FolderWatch(std::move(events), path, options));
+    if (place == Place::Anywhere)
+        watch->guardPath(); // before the folder: it may come or go in between
+    if (watch->watchFolder())
+        return watch;
+    const bool mayCome = watch->m_guard && watch->m_guard->isWatching() && !itemExists(path);
+    return mayCome ? std::move(watch) : nullptr;
+}
 
 FolderWatch::FolderWatch(
-    std::shared_ptr<FolderNumbers> numbers, const QByteArray &path, const FolderMonitorOptions &options)
-    : m_numbers(std::move(numbers))
+    std::shared_ptr<FolderEvents> events, const QByteArray &path, const FolderMonitorOptions &options)
+    : m_events(std::move(events))
     , m_path(path)
     , m_options(options)
+    , m_number(m_events->delivery().nextNumber())
 { }
 
 FolderWatch::~FolderWatch()
 {
-    disarm();
-    m_numbers->noteEnd(*this);
+    m_events->delivery().forget(m_number);
+    m_events->release(m_watch, *this);
 }
 
-bool FolderWatch::arm()
+bool FolderWatch::watchFolder()
 {
-    int error = 0;
-    if (armFolder(&error))
-        return true;
-    if (error != ENOENT || !armAncestor())
-        return false;
-    // It may have come in between.
-    const auto ancestor = m_number;
-    if (armFolder(&error) && ancestor != m_number)
-        m_numbers->forget(*ancestor, *this);
-    return true;
+    const int watch = m_events->hold(m_path, entryChanges | IN_DELETE_SELF | IN_MOVE_SELF, *this).watch;
+    if (watch != m_watch)
+        m_events->release(m_watch, *this); // another folder is there now
+    m_watch = watch;
+    return m_watch >= 0;
 }
 
-bool FolderWatch::armFolder(int *error)
+void FolderWatch::guardPath()
 {
-    const auto number = m_numbers->watch(m_path, *this, Role::Folder, error);
-    if (!number)
-        return false;
-    m_number = number;
-    m_isFolderThere = true;
-    return true;
+    m_guard = std::make_unique<PathGuard>(*m_events, m_path, [this] {
+        if (m_watch >= 0)
+            m_hasChanged = true; // else the change is that the folder comes, if it does
+        m_mustLookAgain = true;
+        notePossibleChange();
+    });
 }
 
-bool FolderWatch::armAncestor()
+std::unique_ptr<PathGuard> FolderWatch::guardTarget(const QByteArray &target)
 {
-    m_isFolderThere = false;
-    for (auto ancestor = m_path; ancestor != "/";) {
-        ancestor = pathWithoutLastComponent(ancestor);
-        if (ancestor.isEmpty())
-            ancestor = "/";
-        m_number = m_numbers->watch(ancestor, *this, Role::Ancestor);
-        if (m_number)
-            return true;
-    }
-    return false;
+    return std::make_unique<PathGuard>(*m_events, target, [this] { changedFromGround(); });
 }
 
-void FolderWatch::disarm()
+void FolderWatch::addPackage(const QByteArray &entry, const QByteArray &target)
 {
-    for (const auto &[folder, number] : m_packageFolders)
-        m_numbers->forget(number, *this);
-    m_packageFolders.clear();
-    if (m_number)
-        m_numbers->forget(*m_number, *this);
-    m_number.reset();
+    Package package;
+    if (entry != target)
+        package.guard = guardTarget(target);
+    package.tree = std::make_unique<PackageTree>(*m_events, m_options, [this] { changed(); });
+    package.tree->watch(target);
+    m_packages.insert_or_assign(entry, std::move(package));
 }
 
-bool FolderWatch::verify()
+void FolderWatch::addDeadLink(const QByteArray &entry)
 {
-    const bool isSame = m_isFolderThere && m_number && m_numbers->numberOf(m_path) == m_number;
-    if (isSame)
-        return true;
-    disarm();
-    if (!arm())
-        return false;
-    addPackages();
-    return true;
+    m_packages.insert_or_assign(entry, Package{nullptr, guardTarget(missingTargetOf(entry))});
 }
 
-void FolderWatch::rearm()
+void FolderWatch::findPackages()
 {
-    disarm();
-    if (arm())
-        addPackages();
-    changed();
-}
-
-void FolderWatch::addPackages()
-{
-    if (m_options.packageExtension.isEmpty() || !m_isFolderThere)
+    // The old ones go after the new ones have come: what both hold stays watched.
+    const auto previous = std::exchange(m_packages, {});
+    if (m_options.packageExtension.isEmpty() || m_watch < 0)
         return;
     const auto entries = visibleEntries(m_path);
     for (const auto &entry : entries) {
         if (entry.kind == FolderEntry::Kind::Folder || entry.kind == FolderEntry::Kind::Link)
-            addPackageEntry(entry.name);
+            addEntry(entry);
     }
 }
 
-void FolderWatch::addPackageEntry(const QByteArray &name)
+void FolderWatch::addEntry(const FolderEntry &entry)
 {
-    if (m_options.packageExtension.isEmpty() || name.startsWith('.'))
+    const auto path = pathByAppending(m_path, entry.name);
+    const auto target = targetOf(m_path, entry);
+    if (target.kind == FolderEntry::Kind::Folder && hasExtension(target.path, m_options.packageExtension))
+        addPackage(path, target.path);
+    else if (isDeadLink(entry, target))
+        addDeadLink(path);
+}
+
+void FolderWatch::start(std::function<void()> contentsChanged)
+{
+    m_contentsChanged = std::move(contentsChanged);
+    if (m_hasChanged || m_mustLookAgain)
+        notePossibleChange();
+}
+
+void FolderWatch::folderEvent(const InotifyEvent &event)
+{
+    if (event.mask & IN_IGNORED)
+        m_watch = -1;
+    if (event.mask & endOfFolder) {
+        changedFromGround();
+    } else if (event.mask & entryChanges) {
+        changed();
+        followEntry(event);
+    }
+}
+
+void FolderWatch::eventsLost()
+{
+    changedFromGround();
+}
+
+void FolderWatch::followEntry(const InotifyEvent &event)
+{
+    if (m_options.packageExtension.isEmpty() || event.name.isEmpty() || event.name.startsWith('.'))
         return;
-    const auto target = targetOfEntry(pathByAppending(m_path, name));
-    if (hasExtension(target, m_options.packageExtension) && kindOfTarget(target) == FolderEntry::Kind::Folder)
-        addPackage(target);
-}
-
-void FolderWatch::addPackage(const QByteArray &package)
-{
-    if (!m_packageFolders.contains(package))
-        addTree(package);
-}
-
-void FolderWatch::addTree(const QByteArray &folder)
-{
-    std::vector<QByteArray> pending{folder};
-    while (!pending.empty()) {
-        const auto next = std::move(pending.back());
-        pending.pop_back();
-        const auto number = m_numbers->watch(next, *this, Role::Package);
-        if (!number)
-            continue;
-        m_packageFolders.insert_or_assign(next, *number);
-        const auto entries = visibleEntries(next);
-        for (const auto &entry : entries) {
-            if (entry.kind == FolderEntry::Kind::Folder && isLookedInto(entry.name))
-                pending.push_back(pathByAppending(next, entry.name));
-        }
-    }
-}
-
-void FolderWatch::removeTree(const QByteArray &folder)
-{
-    const auto remove = [this](auto place) {
-        m_numbers->forget(place->second, *this);
-        return m_packageFolders.erase(place);
-    };
-    if (const auto root = m_packageFolders.find(folder); root != m_packageFolders.end())
-        remove(root);
-    const auto prefix = folder + '/';
-    for (auto place = m_packageFolders.lower_bound(prefix);
-         place != m_packageFolders.end() && place->first.startsWith(prefix);)
-        place = remove(place);
-}
-
-bool FolderWatch::isLookedInto(const QByteArray &name) const
-{
-    return !name.startsWith('.') && !m_options.ignoredNames.contains(withoutExtension(name));
-}
-
-void FolderWatch::subscribe(const void *subscriber, const std::shared_ptr<const Callback> &callback)
-{
-    m_subscriptions.push_back({subscriber, callback});
-}
-
-void FolderWatch::unsubscribe(const void *subscriber)
-{
-    std::erase_if(m_subscriptions, [subscriber](const auto &each) { return each.subscriber == subscriber; });
-}
-
-std::vector<const void *> FolderWatch::subscribers() const
-{
-    std::vector<const void *> subscribers;
-    for (const auto &each : m_subscriptions)
-        subscribers.push_back(each.subscriber);
-    return subscribers;
-}
-
-std::shared_ptr<const FolderWatch::Callback> FolderWatch::callbackOf(const void *subscriber) const
-{
-    const auto found = std::find_if(m_subscriptions.begin(), m_subscriptions.end(),
-        [subscriber](const auto &each) { return each.subscriber == subscriber; });
-    return found == m_subscriptions.end() ? nullptr : found->callback;
+    const auto name = event.name.toByteArray();
+    const auto path = pathByAppending(m_path, name);
+    if (event.mask & (IN_DELETE | IN_MOVED_FROM))
+        m_packages.erase(path);
+    else if (event.mask & (IN_CREATE | IN_MOVED_TO))
+        addEntry({name, kindOfEntry(path)});
 }
 
 void FolderWatch::changed()
 {
-    m_numbers->noteChange(weak_from_this());
     m_hasChanged = true;
+    notePossibleChange();
 }
 
-void FolderWatch::handle(Role role, const QByteArray &folder, const Inotify::Event &event)
+void FolderWatch::changedFromGround()
 {
-    switch (role) {
-    case Role::Folder:
-        handleInFolder(event);
-        break;
-    case Role::Package:
-        handleInPackage(folder, event);
-        break;
-    case Role::Ancestor:
-        handleInAncestor(folder, event);
-        break;
-    }
-}
-
-void FolderWatch::handleInFolder(const Inotify::Event &event)
-{
-    if (event.isAboutTheEnd()) {
-        rearm();
-        return;
-    }
-    if (event.isAboutContent())
-        return; // of a file that is no plug-in's
-    if (event.isDeparture())
-        removeTree(pathByAppending(m_path, event.name));
-    if (event.isArrival())
-        addPackageEntry(event.name);
+    m_mustLookAgain = true;
     changed();
 }
 
-void FolderWatch::handleInPackage(const QByteArray &folder, const Inotify::Event &event)
+void FolderWatch::notePossibleChange()
 {
-    changed();
-    if (event.isAboutTheEnd()) {
-        removeTree(folder);
-        return;
-    }
-    const auto path = pathByAppending(folder, event.name);
-    if (event.isDeparture())
-        removeTree(path);
-    if (event.isArrival() && isLookedInto(event.name) && targetOfEntry(path) == path
-        && kindOfTarget(path) == FolderEntry::Kind::Folder)
-        addTree(path);
+    if (m_contentsChanged)
+        m_events->delivery().noteChange(m_number, *this);
 }
 
-void FolderWatch::handleInAncestor(const QByteArray &ancestor, const Inotify::Event &event)
+void FolderWatch::lookAgain()
 {
-    const auto prefix = ancestor == "/" ? ancestor : ancestor + '/';
-    const auto awaited = m_path.sliced(prefix.size()).split('/').first();
-    const bool concernsUs = event.isAboutTheEnd() || (event.isArrival() && event.name == awaited);
-    if (!concernsUs)
+    if (!std::exchange(m_mustLookAgain, false))
         return;
-    disarm();
-    if (!arm() || !m_isFolderThere)
+    const bool wasThere = m_watch >= 0;
+    guardPath();
+    if (watchFolder() && !wasThere)
+        m_hasChanged = true;
+    findPackages();
+}
+
+void FolderWatch::tell()
+{
+    if (!std::exchange(m_hasChanged, false))
         return;
-    addPackages();
-    changed();
+    const auto contentsChanged = m_contentsChanged; // which may end this object
+    contentsChanged();
 }

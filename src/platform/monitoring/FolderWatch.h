@@ -1,105 +1,78 @@
 #pragma once
 
+#include "platform/monitoring/ChangeDelivery.h"
+#include "platform/monitoring/FolderEvents.h"
 #include "platform/monitoring/FolderMonitorOptions.h"
-#include "platform/monitoring/Inotify.h"
 
-#include <QByteArray>
+#include <unordered_map>
 
-#include <functional>
-#include <map>
-#include <memory>
-#include <optional>
-#include <vector>
+struct FolderEntry;
+class PackageTree;
+class PathGuard;
 
-class FolderWatch;
-
-/// What a watched folder is to a watch.
-enum class WatchedRole { Folder, Package, Ancestor };
-
-/// What a watch asks of whoever keeps the kernel's numbers of folders.
-class FolderNumbers
+/// What a folder monitor consists of: it watches a folder from its making on, and tells of the changes since then once
+/// it is started. Who lists the folder anyway makes it just before, hands over what is found, and starts it when done:
+/// then no change is lost, and nothing is listed twice. Main thread only.
+class FolderWatch final : public FolderEventReceiver, private ChangeDelivery::Recipient
 {
 public:
-    virtual ~FolderNumbers();
+    enum class Place {
+        /// Its parent is watched too, and so tells of its coming and going.
+        InWatchedFolder,
+        /// Its coming and going is watched here.
+        Anywhere
+    };
 
-    /// Watches a folder for `owner`. Nil, with the system's error number, when it cannot be watched.
-    virtual std::optional<int> watch(
-        const QByteArray &folder, FolderWatch &owner, WatchedRole role, int *error = nullptr) = 0;
-    /// The number of the folder at a path that is watched already.
-    virtual std::optional<int> numberOf(const QByteArray &folder) = 0;
-    /// `owner` watches it no more.
-    virtual void forget(int number, const FolderWatch &owner) = 0;
-    virtual void noteChange(const std::weak_ptr<FolderWatch> &watch) = 0;
-    /// The watch ends with this call.
-    virtual void noteEnd(const FolderWatch &watch) = 0;
-};
-
-/// One watched path and whoever wants to hear of it. Its folder may come and go: while there is none, the nearest
-/// folder above it is watched for its coming. Main thread only.
-class FolderWatch : public std::enable_shared_from_this<FolderWatch>
-{
-public:
-    using Callback = std::function<void()>;
-
-    FolderWatch(std::shared_ptr<FolderNumbers> numbers, const QByteArray &path, const FolderMonitorOptions &options);
+    /// Does not list the folder yet. Null when the path cannot be watched: it leads to something that is no folder, the
+    /// system has no watches left, or there is nothing there and `place` is a watched folder.
+    static std::unique_ptr<FolderWatch> make(const QByteArray &path, const FolderMonitorOptions &options, Place place);
     ~FolderWatch();
     FolderWatch(const FolderWatch &) = delete;
     FolderWatch &operator=(const FolderWatch &) = delete;
 
-    const QByteArray &path() const { return m_path; }
-    const FolderMonitorOptions &options() const { return m_options; }
+    /// A package that was found under the name `entry` (a path), and where it is after all links.
+    void addPackage(const QByteArray &entry, const QByteArray &target);
+    /// A link that leads nowhere: something may come where it leads.
+    void addDeadLink(const QByteArray &entry);
+    /// Lists the folder for both.
+    void findPackages();
 
-    /// Watches what lies at the path now, without its packages. False when it cannot be watched.
-    bool arm();
-    /// Makes sure that what is watched is what lies at the path now. False when that cannot be watched.
-    bool verify();
-    /// Watches a package with everything in it. Nothing for one that is watched already.
-    void addPackage(const QByteArray &package);
-    /// Finds the packages in the folder and watches them.
-    void addPackages();
-    /// Anew from what is on disk, after changes were lost.
-    void rearm();
+    /// Calls back when something has changed since the making or the latest call. The callback may end this object.
+    void start(std::function<void()> contentsChanged);
 
-    /// Calls back after changes until `subscriber`, which is only compared by address, is unsubscribed.
-    void subscribe(const void *subscriber, const std::shared_ptr<const Callback> &callback);
-    void unsubscribe(const void *subscriber);
-    std::vector<const void *> subscribers() const;
-    /// Null for somebody who is not subscribed any more.
-    std::shared_ptr<const Callback> callbackOf(const void *subscriber) const;
-
-    bool hasChanged() const { return m_hasChanged; }
-    void markUnchanged() { m_hasChanged = false; }
-
-    using Role = WatchedRole;
-    void handle(Role role, const QByteArray &folder, const Inotify::Event &event);
+    void folderEvent(const InotifyEvent &event) override;
+    void eventsLost() override;
 
 private:
-    struct Subscription
+    struct Package
     {
-        const void *subscriber;
-        std::shared_ptr<const Callback> callback;
+        std::unique_ptr<PackageTree> tree;
+        /// Of what is reached through a link.
+        std::unique_ptr<PathGuard> guard;
     };
 
-    void changed();
-    bool armFolder(int *error);
-    bool armAncestor();
-    void disarm();
-    void handleInFolder(const Inotify::Event &event);
-    void handleInPackage(const QByteArray &folder, const Inotify::Event &event);
-    void handleInAncestor(const QByteArray &ancestor, const Inotify::Event &event);
-    void addPackageEntry(const QByteArray &name);
-    void addTree(const QByteArray &folder);
-    void removeTree(const QByteArray &folder);
-    bool isLookedInto(const QByteArray &name) const;
+    FolderWatch(std::shared_ptr<FolderEvents> events, const QByteArray &path, const FolderMonitorOptions &options);
+    bool watchFolder();
+    void guardPath();
+    std::unique_ptr<PathGuard> guardTarget(const QByteArray &target);
+    void addEntry(const FolderEntry &entry);
+    void followEntry(const InotifyEvent &event);
 
-    std::shared_ptr<FolderNumbers> m_numbers;
+    void changed();
+    void changedFromGround();
+    void notePossibleChange();
+    void lookAgain() override;
+    void tell() override;
+
+    std::shared_ptr<FolderEvents> m_events;
     QByteArray m_path;
     FolderMonitorOptions m_options;
-    /// The kernel's number of the folder, or of the folder above that is watched in its place; nil when disarmed.
-    std::optional<int> m_number;
-    bool m_isFolderThere = false;
-    /// The folders of packages, with their numbers.
-    std::map<QByteArray, int> m_packageFolders;
-    std::vector<Subscription> m_subscriptions;
+    ChangeDelivery::Number m_number;
+    std::function<void()> m_contentsChanged;
+    int m_watch = -1;
     bool m_hasChanged = false;
+    bool m_mustLookAgain = false;
+    std::unique_ptr<PathGuard> m_guard;
+    /// By the path of the entry. A link that leads nowhere has a guard only.
+    std::unordered_map<QByteArray, Package> m_packages;
 };

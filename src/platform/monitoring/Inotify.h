@@ -1,52 +1,40 @@
 #pragma once
 
 #include <QByteArray>
+#include <QByteArrayView>
 
-#include <cstdint>
-#include <optional>
-#include <vector>
+#include <functional>
 
-/// The kernel's queue of changes in folders. Folders are known to it by numbers, the same number for every path that
-/// leads to the same folder.
+/// One event of a watched folder, as the system tells it; `mask` holds the system's bits (IN_CREATE and so on).
+struct InotifyEvent
+{
+    /// -1 for the loss of events.
+    int watch;
+    quint32 mask;
+    /// The entry that it is about; empty for the folder itself. Valid inside the call that hands it over.
+    QByteArrayView name;
+};
+
+/// The system's facility for watching folders: one instance of it, of which a user has few (128 by default).
 class Inotify
 {
 public:
-    struct Event
-    {
-        /// The folder's number; -1 when changes were lost.
-        int number;
-        std::uint32_t mask;
-        /// The entry that it is about; empty when it is about the folder itself.
-        QByteArray name;
-
-        bool hasLostChanges() const;
-        /// The number stands for no folder any more, or for one that is not in its place any more.
-        bool isAboutTheEnd() const;
-        /// An entry came, perhaps from elsewhere.
-        bool isArrival() const;
-        /// An entry went, perhaps to elsewhere.
-        bool isDeparture() const;
-        /// Only what a file holds has changed.
-        bool isAboutContent() const;
-        /// The kernel has dropped the number by itself.
-        bool isDropped() const;
-    };
-
     Inotify();
     ~Inotify();
     Inotify(const Inotify &) = delete;
     Inotify &operator=(const Inotify &) = delete;
 
-    /// False when the system has none to spare; then no folder can be watched.
-    bool isOpen() const { return m_descriptor >= 0; }
+    /// False when there was no instance left.
+    bool isValid() const { return m_descriptor >= 0; }
+    /// Readable while there are events.
     int descriptor() const { return m_descriptor; }
 
-    /// Watches a folder from now on; links are followed. Nil, with the system's error number, when it cannot be
-    /// watched.
-    std::optional<int> add(const QByteArray &folder, int *error = nullptr);
-    void remove(int number);
-    /// What has happened since the last call, in order.
-    std::vector<Event> takeEvents();
+    /// The number of the watch of the folder that the path leads to, the same for every path to it; what `mask` asks
+    /// for comes on top of what was asked for before. Negative when there is no such folder or no watch left.
+    int add(const QByteArray &folder, quint32 mask);
+    void remove(int watch);
+    /// Hands over the events up to now, in their order; does not wait for any.
+    void read(const std::function<void(const InotifyEvent &event)> &take);
 
 private:
     int m_descriptor;

@@ -1,37 +1,24 @@
 #include "platform/monitoring/KRFolderMonitor.h"
 
 #include "platform/FileURL.h"
-#include "platform/monitoring/FolderWatchHub.h"
+#include "platform/monitoring/FolderWatch.h"
 
 std::unique_ptr<KRFolderMonitor> KRFolderMonitor::initWithURL(
     const QUrl &url, std::function<void()> contentsChangedBlock, const FolderMonitorOptions &options)
 {
-    const auto block = std::make_shared<const std::function<void()>>(std::move(contentsChangedBlock));
-    return initWithPath(pathFromFileURL(url), block, options);
-}
-
-std::unique_ptr<KRFolderMonitor> KRFolderMonitor::initWithPath(const QByteArray &path,
-    const std::shared_ptr<const std::function<void()>> &contentsChangedBlock, const FolderMonitorOptions &options)
-{
-    const auto hub = path.isEmpty() || path.contains('\0') ? nullptr : FolderWatchHub::shared();
-    auto watch = hub ? hub->watchOf(path, options) : nullptr;
+    // What other monitors have not read of yet happened before this one.
+    FolderEvents::readPending();
+    auto watch = FolderWatch::make(pathFromFileURL(url), options, FolderWatch::Place::Anywhere);
     if (!watch)
         return nullptr;
-    std::unique_ptr<KRFolderMonitor> monitor(new KRFolderMonitor(std::move(watch)));
-    monitor->m_watch->subscribe(monitor.get(), contentsChangedBlock);
-    return monitor;
+    watch->findPackages();
+    return std::make_unique<KRFolderMonitor>(std::move(watch), std::move(contentsChangedBlock));
 }
 
-KRFolderMonitor::KRFolderMonitor(std::shared_ptr<FolderWatch> watch)
+KRFolderMonitor::KRFolderMonitor(std::unique_ptr<FolderWatch> watch, std::function<void()> contentsChangedBlock)
     : m_watch(std::move(watch))
-{ }
-
-KRFolderMonitor::~KRFolderMonitor()
 {
-    m_watch->unsubscribe(this);
+    m_watch->start(std::move(contentsChangedBlock));
 }
 
-QUrl KRFolderMonitor::url() const
-{
-    return fileURLFromPath(m_watch->path(), FileKind::Folder);
-}
+KRFolderMonitor::~KRFolderMonitor() = default;

@@ -3,7 +3,6 @@
 #include "platform/Export.h"
 #include "platform/monitoring/FolderMonitorOptions.h"
 
-#include <QByteArray>
 #include <QUrl>
 
 #include <functional>
@@ -11,34 +10,32 @@
 
 class FolderWatch;
 
-/// Watches one folder for as long as it lives. Main thread only; needs its event loop.
+/// Watches a folder for as long as it lives. Main thread only; needs a running event loop.
 ///
-/// Its block is called after entries of the folder came, went or changed their attributes, and after anything changed
-/// in the packages that its options name; once for many changes that follow each other closely. It may destroy this
-/// monitor and any other. Changes below other sub-folders are not reported.
+/// The callback comes on the main thread, when the folder has been quiet for 100 ms and at most a second after the
+/// first change; the changes of all folders wait together, so that copying files into many of them is told of once. It
+/// comes for every change of the folder's entries (one comes, goes, is renamed, gets other permissions), inside of
+/// packages (see FolderMonitorOptions) also for every write into a file. When it comes, all of this can be read on
+/// disk: what is written after it has come is told of again.
 ///
-/// A folder that is deleted or moved away is waited for: its coming back is a change. So is a folder that does not
-/// exist yet.
-class KORVAN_EXPORT KRFolderMonitor
+/// A folder that is deleted or renamed is waited for, and so is one that does not exist yet; its coming is a change.
+/// Renaming a folder above it, mounting something onto it, and writes through links inside of a package are not
+/// noticed.
+class KORVAN_EXPORT KRFolderMonitor final
 {
 public:
-    /// `initWithURL:contentsChangedBlock:`. Null when the folder cannot be watched: there is something else in its
-    /// place, it cannot be read, or the system has no watches to spare.
-    static std::unique_ptr<KRFolderMonitor> initWithURL(
-        const QUrl &url, std::function<void()> contentsChangedBlock, const FolderMonitorOptions &options = {});
+    /// Null when the URL is none of a local file, the path leads to something that is no folder or cannot be read, and
+    /// when the system has no watches left; of a package, what the watches do not suffice for is left out. The callback
+    /// may destroy any monitor, this one and itself included; it is never called from inside of this function.
+    static std::unique_ptr<KRFolderMonitor> initWithURL(const QUrl &url, std::function<void()> contentsChangedBlock,
+        const FolderMonitorOptions &options = FolderMonitorOptions());
+    /// Goes on with a watch that was made before its folder was listed: changes since then are told of. Not null.
+    KRFolderMonitor(std::unique_ptr<FolderWatch> watch, std::function<void()> contentsChangedBlock);
+    /// The callback is not called any more.
     ~KRFolderMonitor();
     KRFolderMonitor(const KRFolderMonitor &) = delete;
     KRFolderMonitor &operator=(const KRFolderMonitor &) = delete;
 
-    /// The same by the folder's path, with a block that many monitors share.
-    static std::unique_ptr<KRFolderMonitor> initWithPath(const QByteArray &path,
-        const std::shared_ptr<const std::function<void()>> &contentsChangedBlock, const FolderMonitorOptions &options);
-
-    /// Ends in "/".
-    QUrl url() const;
-
 private:
-    explicit KRFolderMonitor(std::shared_ptr<FolderWatch> watch);
-
-    std::shared_ptr<FolderWatch> m_watch;
+    std::unique_ptr<FolderWatch> m_watch;
 };
