@@ -1,7 +1,7 @@
 # What `cmake --install` lays out: the library, the headers that a host may include, and the package configuration.
 include(CMakePackageConfigHelpers)
 
-# Only what the public headers themselves include. Everything else is free to change.
+# What a host may use, and what those headers include. Everything else is free to change.
 set(korvan_public_headers
     bundles/KRPluginBundle.h
     bundles/KRPluginBundleIconInfo.h
@@ -58,9 +58,9 @@ set(korvan_public_headers
     platform/script/ScriptValue.h
     platform/script/SourceOffset.h
     platform/script/ValueText.h
-    state/Blocklist.h
-    state/KRPluginManagingState.h
-    state/RemoteBlocklist.h)
+    state/BlocklistUpdate.h
+    state/IncompatibleVersions.h
+    state/KRPluginManagingState.h)
 
 install(TARGETS KorvanPluginManager EXPORT KorvanPluginManagerTargets)
 foreach(header IN LISTS korvan_public_headers)

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Output.h"
-#include "state/Blocklist.h"
+#include "state/IncompatibleVersions.h"
 
 #include <QVariant>
 

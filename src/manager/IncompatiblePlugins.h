@@ -19,6 +19,7 @@ using InstalledVersions = QMap<QString, std::optional<QString>>;
 /// defaults; it grows as such versions are met and never exceeds the number of such plug-ins that are installed.
 ///
 /// A new list of versions is registered on the thread that downloaded it: every function may be called from any thread.
+/// Of two changes of the count at the same time one may be lost.
 class IncompatiblePlugins
 {
 public:

@@ -15,6 +15,7 @@
 #include "platform/MainQueue.h"
 #include "platform/NotificationCenter.h"
 #include "platform/script/COScript.h"
+#include "state/RemoteBlocklist.h"
 
 namespace {
 

@@ -6,8 +6,8 @@
 #include "manager/PluginTable.h"
 #include "platform/Export.h"
 #include "platform/monitoring/KRFolderMonitor.h"
+#include "state/BlocklistUpdate.h"
 #include "state/KRPluginManagingState.h"
-#include "state/RemoteBlocklist.h"
 
 #include <QList>
 #include <QSet>
@@ -29,6 +29,7 @@ class IncompatiblePlugins;
 class KRPluginUpdater;
 class Menu;
 class PluginFolderMonitoring;
+class RemoteBlocklist;
 class RunningCommands;
 
 /// Posted on the environment's notification centre, by the manager, after each reload.
@@ -156,9 +157,10 @@ public:
     QString pluginsDisabledListRemotePath() const;
     /// Fetches the list and returns at once. When it differs from the one before, it is kept in the support folder, put
     /// into the state store and registered as by registerIncompatiblePlugins(), all on a thread of the network;
-    /// plug-ins stay as they are until the next reload. Failures are silent and change nothing. `completionHandler`,
-    /// which may be empty, is called on that thread at the end, also when the manager ends before.
-    void downloadRemotePluginsBlocklist(RemoteBlocklist::CompletionHandler completionHandler = {});
+    /// plug-ins stay as they are until the next reload. Transfers that fail are silent and change nothing; an answer
+    /// that is no list takes the kept one's place, and the shipped list is in force then. `completionHandler`, which
+    /// may be empty, is called on that thread at the end, also when the manager ends before.
+    void downloadRemotePluginsBlocklist(BlocklistUpdateHandler completionHandler = {});
     /// `contentsSameForSmallTextFiles:file2:`. Whether both hold the same text; two files that cannot be read do.
     bool contentsSameForSmallTextFiles(const QUrl &file1, const QUrl &file2) const;
 

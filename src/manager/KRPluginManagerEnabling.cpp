@@ -4,6 +4,7 @@
 #include "manager/KRPluginManager.h"
 #include "platform/LTAppEnvironment.h"
 #include "platform/NotificationCenter.h"
+#include "state/RemoteBlocklist.h"
 
 namespace {
 
@@ -118,7 +119,7 @@ QString KRPluginManager::pluginsDisabledListRemotePath() const
     return remoteBlocklistURL();
 }
 
-void KRPluginManager::downloadRemotePluginsBlocklist(RemoteBlocklist::CompletionHandler completionHandler)
+void KRPluginManager::downloadRemotePluginsBlocklist(BlocklistUpdateHandler completionHandler)
 {
     m_remoteBlocklist->download(std::move(completionHandler));
 }

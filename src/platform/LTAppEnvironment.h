@@ -31,8 +31,8 @@ enum class ScriptTimeLimitDecision {
     GoOn
 };
 
-/// What the library asks of the application that it lives in. The application gives one at start-up; without it, this
-/// class itself answers as suits a plain Qt program. It is the library's only process-wide state.
+/// What the library asks of the application that it lives in. The application gives one at start-up, for the whole
+/// process; without it, this class itself answers as suits a plain Qt program.
 ///
 /// Every function is called on the main thread unless it says otherwise.
 class KORVAN_EXPORT LTAppEnvironment

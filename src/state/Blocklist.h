@@ -1,15 +1,11 @@
 #pragma once
 
-#include "platform/Export.h"
+#include "state/IncompatibleVersions.h"
 
-#include <QMap>
 #include <QString>
 #include <QUrl>
 
 #include <optional>
-
-/// Plug-in identifiers with the highest version of each that is known not to work.
-using IncompatibleVersions = QMap<QString, QString>;
 
 /// What the names of blocklist files depend on.
 struct BlocklistTarget

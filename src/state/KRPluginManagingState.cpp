@@ -3,6 +3,7 @@
 #include "platform/FileURL.h"
 #include "platform/LTCompareVersions.h"
 #include "platform/PropertyListDictionary.h"
+#include "state/Blocklist.h"
 #include "state/MetadataFile.h"
 
 #include <QSet>

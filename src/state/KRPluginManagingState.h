@@ -2,7 +2,7 @@
 
 #include "platform/Export.h"
 #include "platform/Snapshot.h"
-#include "state/Blocklist.h"
+#include "state/IncompatibleVersions.h"
 
 #include <QMap>
 #include <QString>
@@ -52,7 +52,7 @@ public:
     const QUrl &metadataURL() const { return m_metadataURL; }
     /// Read on first request and kept until the next change; nil when there is nothing that can be read.
     std::optional<QVariantMap> metadata() const;
-    /// Replaces what is kept in memory; nil has it read again.
+    /// Replaces what is kept in memory; nil, and what no property list can hold, has it read again.
     void setMetadata(const std::optional<QVariantMap> &metadata);
     /// Nil (invalid) when there is none.
     QVariant metadataValueForKey(const QString &key, const QString &identifier) const;

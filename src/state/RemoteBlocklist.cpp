@@ -6,6 +6,7 @@
 #include "platform/LTAppEnvironment.h"
 #include "platform/TextFile.h"
 #include "platform/network/LTDownloadManager.h"
+#include "state/Blocklist.h"
 #include "state/KRPluginManagingState.h"
 
 namespace {
@@ -13,11 +14,11 @@ namespace {
 constexpr qint64 largestList = 10 * 1024 * 1024;
 constexpr int firstFailingStatus = 400;
 
-/// Puts a downloaded list in the place of the kept one. Nothing happens when it cannot be kept.
-void keepList(const QUrl &downloaded, const QUrl &kept)
+/// Puts a downloaded list in the place of the kept one. False when it cannot be kept: the old one stays.
+bool keepList(const QUrl &downloaded, const QUrl &kept)
 {
-    if (const auto bytes = readFile(pathFromFileURL(downloaded), largestList))
-        writeFileAtomically(pathFromFileURL(kept), bytes.value());
+    const auto bytes = readFile(pathFromFileURL(downloaded), largestList);
+    return bytes && !writeFileAtomically(pathFromFileURL(kept), bytes.value());
 }
 
 /// What is done with a download that has come, on the network thread.
@@ -34,10 +35,10 @@ public:
     {
         if (error || response.statusCode >= firstFailingStatus || holdSameText(file, m_files.downloaded))
             return {};
-        keepList(file, m_files.downloaded);
+        const bool isKept = keepList(file, m_files.downloaded);
         if (m_state)
             m_state->setIncompatiblePluginVersions(readBlocklist(m_files));
-        return {true, m_registerVersions()};
+        return {isKept, m_registerVersions()};
     }
 
 private:
@@ -59,7 +60,7 @@ RemoteBlocklist::~RemoteBlocklist()
         download.manager->cancelAllTasksAndWait();
 }
 
-void RemoteBlocklist::download(CompletionHandler completionHandler)
+void RemoteBlocklist::download(BlocklistUpdateHandler completionHandler)
 {
     std::erase_if(m_downloads, [](const Download &earlier) { return earlier.hasEnded->load(); });
     auto configuration = SessionConfiguration::defaultSessionConfiguration();

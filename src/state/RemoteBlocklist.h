@@ -1,7 +1,6 @@
 #pragma once
 
-#include "platform/Export.h"
-#include "state/Blocklist.h"
+#include "state/BlocklistUpdate.h"
 
 #include <QString>
 #include <QUrl>
@@ -14,15 +13,6 @@
 class KRPluginManagingState;
 class LTDownloadManager;
 
-/// What a download of the blocklist has brought.
-struct BlocklistUpdate
-{
-    /// Whether a list came that differs from the one before.
-    bool hasNewList = false;
-    /// How many installed plug-ins it newly disables.
-    unsigned newlyDisabled = 0;
-};
-
 /// The vendor's list of versions that do not work: fetched, kept beside the application's other data when it differs,
 /// and put into the state store. Failures are silent and leave everything as it was.
 ///
@@ -33,8 +23,6 @@ class RemoteBlocklist
 public:
     /// Registers the versions of a new list, on the network thread; how many plug-ins it newly disables.
     using RegisterVersions = std::function<unsigned()>;
-    /// Called on the network thread at the end of a download, whatever came of it, also when this ends before.
-    using CompletionHandler = std::function<void(const BlocklistUpdate &)>;
 
     /// `state` may be null.
     RemoteBlocklist(std::shared_ptr<KRPluginManagingState> state, RegisterVersions registerVersions);
@@ -44,7 +32,7 @@ public:
     RemoteBlocklist &operator=(const RemoteBlocklist &) = delete;
 
     /// Starts a download and returns at once. `completionHandler` may be empty.
-    void download(CompletionHandler completionHandler);
+    void download(BlocklistUpdateHandler completionHandler);
 
 private:
     struct Download

@@ -1,6 +1,7 @@
 // The names of the lists of versions that do not work, and which list is in force.
 
 #include "platform/QZHardwareInfo.h"
+#include "state/Blocklist.h"
 #include "state/KRPluginManagingState.h"
 #include "support/BundleBuilder.h"
 #include "support/TestEnvironment.h"

@@ -109,24 +109,7 @@ struct MemberFunction<Result (Class::*)(Arguments...)>
 
 template <class Class, class Result, class... Arguments>
 struct MemberFunction<Result (Class::*)(Arguments...) const> : MemberFunction<Result (Class::*)(Arguments...)>
-{
-    using Base = MemberFunction<Result (Class::*)(Arguments...)>;
-
-    template <auto member, std::size_t... indexes>
-    static void invoke(const Class &receiver, ScriptCall &call, std::index_sequence<indexes...>)
-    {
-        if constexpr (std::is_void_v<Result>)
-            (receiver.*member)(argument<std::remove_cvref_t<Arguments>>(call, indexes)...);
-        else
-            setResult(call, (receiver.*member)(argument<std::remove_cvref_t<Arguments>>(call, indexes)...));
-    }
-
-    template <auto member>
-    static void invokeOn(ScriptObject &receiver, ScriptCall &call)
-    {
-        invoke<member>(static_cast<const Class &>(receiver), call, std::index_sequence_for<Arguments...>());
-    }
-};
+{ };
 
 /// A function whose first argument is the object: for what has no form of its own in scripts.
 template <class Class, class Result, class... Arguments>
