@@ -43,6 +43,20 @@ int contextCount()
     return int(JSValueToNumber(context, JSObjectGetProperty(context, statistics, name.get(), nullptr), nullptr));
 }
 
+/// What the memory grows by after the first tenth of many runs.
+qint64 growthAfterFirstRuns(KRPluginCommand &command, FakeCommandManager &manager)
+{
+    qint64 early = 0;
+    for (int i = 1; i <= runCount; ++i) {
+        command.run({}, &manager);
+        if (i % (runCount / 10) == 0)
+            COScript::collectGarbage();
+        if (i == runCount / 10)
+            early = residentBytes();
+    }
+    return residentBytes() - early;
+}
+
 } // namespace
 
 class tst_COScript_Memory : public QObject
@@ -86,20 +100,19 @@ void tst_COScript_Memory::runsOfOneCommand()
         function onTearDown() { print(names.size); })");
     FakeCommandManager manager;
     const auto command = plugin.command();
-    qint64 early = 0;
-    for (int i = 1; i <= runCount; ++i) {
-        command->run({}, &manager);
-        if (i % (runCount / 10) == 0)
-            COScript::collectGarbage();
-        if (i == runCount / 10)
-            early = residentBytes();
+    constexpr qint64 allowed = 5 * 1024 * 1024;
+    // On a busy machine the engine's compiler threads come late, with memory of their own: once. A leak shows in every
+    // round.
+    constexpr int rounds = isMemoryOurOwn ? 3 : 1;
+    qint64 growth = 0;
+    for (int round = 0; round < rounds; ++round) {
+        growth = growthAfterFirstRuns(*command, manager);
+        if (growth <= allowed)
+            break;
     }
     QCOMPARE(command->returnValue(), QVariant(100));
-    constexpr qint64 allowed = 5 * 1024 * 1024;
-    if (isMemoryOurOwn) {
-        QVERIFY2(
-            residentBytes() - early <= allowed, qPrintable(u"%1 bytes, then %2"_s.arg(early).arg(residentBytes())));
-    }
+    if (isMemoryOurOwn)
+        QVERIFY2(growth <= allowed, qPrintable(u"%1 bytes more"_s.arg(growth)));
 }
 
 void tst_COScript_Memory::contextsAreDestroyed_data()
