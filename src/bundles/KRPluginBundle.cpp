@@ -1,6 +1,7 @@
 #include "bundles/KRPluginBundle.h"
 
 #include "bundles/MenuDescription.h"
+#include "bundles/PluginBundleExtension.h"
 #include "bundles/PluginLoading.h"
 #include "bundles/PluginManifest.h"
 #include "commands/CoreModules.h"
@@ -15,7 +16,6 @@
 
 namespace {
 
-constexpr QByteArrayView bundleExtension = "korvanplugin";
 /// A larger icon counts as unreadable.
 constexpr qint64 largestIcon = 64 * 1024 * 1024;
 
@@ -75,7 +75,7 @@ KRPluginBundle::~KRPluginBundle() = default;
 std::shared_ptr<KRPluginBundle> KRPluginBundle::pluginBundleWithURL(const QUrl &url)
 {
     const auto path = pathFromFileURL(url);
-    if (!hasExtension(path, bundleExtension) || kindOfTarget(path) != FolderEntry::Kind::Folder)
+    if (!hasExtension(path, pluginBundleExtension) || kindOfTarget(path) != FolderEntry::Kind::Folder)
         return nullptr;
     return initPluginBundleWithURL(url);
 }

@@ -1,5 +1,6 @@
 #include "manager/FolderWalk.h"
 
+#include "bundles/PluginBundleExtension.h"
 #include "platform/FileURL.h"
 #include "platform/FolderListing.h"
 
@@ -54,7 +55,7 @@ void FolderWalk::visitEntry(const QByteArray &folder, const FolderEntry &entry)
             m_observer->foundDeadLink(folder, target.path);
         return;
     }
-    if (!hasExtension(target.path, "korvanplugin"))
+    if (!hasExtension(target.path, pluginBundleExtension))
         return visit(target.path, isLink ? Arrival::FromElsewhere : Arrival::FromParent);
     if (m_observer)
         m_observer->foundBundle(folder, isLink ? pathByAppending(folder, entry.name) : target.path, target.path);

@@ -59,8 +59,8 @@ class KORVAN_EXPORT KRPluginManager final : public KRPluginCommandManager,
 public:
     /// No folders, no updater, no state store.
     KRPluginManager();
-    /// `initWithPluginsFolderURLs:updater:pluginStateManager:`. Does not walk the folders. Updater and state store may
-    /// be null; folders are watched for changes exactly when there is a state store.
+    /// `initWithPluginsFolderURLs:updater:pluginStateManager:`. Does not walk the folders. Updater (there is none yet)
+    /// and state store may be null; folders are watched for changes exactly when there is a state store.
     KRPluginManager(const QList<QUrl> &pluginsFolderURLs, std::shared_ptr<KRPluginUpdater> updater,
         std::shared_ptr<KRPluginManagingState> pluginStateManager);
     /// Ends the sessions of commands that still run.

@@ -1,10 +1,11 @@
 #include "manager/PluginFolderMonitoring.h"
 
+#include "bundles/PluginBundleExtension.h"
 namespace {
 
 FolderMonitorOptions optionsFor(const QStringList &ignoredNames)
 {
-    FolderMonitorOptions options{"korvanplugin", {}};
+    FolderMonitorOptions options{pluginBundleExtension.toByteArray(), {}};
     for (const auto &name : ignoredNames)
         options.ignoredNames.insert(name.toUtf8());
     return options;

@@ -6,6 +6,8 @@
 #include <QStringList>
 #include <QUrl>
 
+// Main thread only.
+
 /// "Plugins" in the application's support folder, created when missing.
 QUrl applicationPluginsFolder();
 

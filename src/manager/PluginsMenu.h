@@ -8,6 +8,8 @@
 
 class Menu;
 
+// Main thread only.
+
 /// Appends the items of all enabled plug-ins, then sorts the menu's own level: a submenu for each plug-in that has
 /// something to show, or the items themselves of one whose description is marked "isRoot".
 void addPluginsToMenu(const PluginTable &plugins, Menu &menu, const MenuAction &selector);

@@ -29,12 +29,13 @@ struct Finished
 /// The folder of the example plug-ins and documents.
 inline const QString examples = QStringLiteral(KORVAN_SOURCE_DIR "/examples");
 
-/// Writes a file and the folders on the way to it.
+/// Writes a file and the folders on the way to it. A failure fails the program: no test makes sense without its files.
 inline void writeFile(const QString &path, const QByteArray &content)
 {
     QDir().mkpath(QFileInfo(path).path());
     QFile file(path);
-    QVERIFY2(file.open(QIODevice::WriteOnly) && file.write(content) == content.size(), qPrintable(path));
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        qFatal("cannot write %s", qPrintable(path));
 }
 
 /// Runs the program as a shell starts it, in a folder that is the user's home and everything that the user has.

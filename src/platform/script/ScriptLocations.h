@@ -8,7 +8,8 @@
 #include <QSet>
 #include <QString>
 
-/// Where a script's code comes from, as its errors name it: files seen from the plug-in's folder.
+/// Where a script's code comes from, as its errors name it: files seen from the plug-in's folder. Main
+/// thread only.
 class ScriptLocations
 {
 public:

@@ -11,6 +11,7 @@
 /// Finds the files behind `require`: the core modules by their map, anything else relative to the file that asks, with
 /// or without ".js" or ".json", or a folder's "index.js". Links are followed, but never to a place outside the folder
 /// that the asking file belongs to: the plug-in's, or for a core module the one that it lies in.
+/// Main thread only.
 class ScriptModules
 {
 public:

@@ -7,7 +7,8 @@
 #include <map>
 #include <memory>
 
-/// A session's timers on the main queue. They fire only while no script is on the stack, and end with this object.
+/// A session's timers on the main queue. They fire only while no script is on the stack, and end with this object. Main
+/// thread only.
 class ScriptTimers
 {
 public:
