@@ -8,7 +8,7 @@
 namespace {
 
 constexpr int deepestNesting = 64;
-/// Of all values of a binary list, counted as often as they are used.
+/// Of all values of a binary list, counted as often as they are used; a long text counts as several.
 constexpr quint64 mostValues = 4'000'000;
 
 bool startsWithAt(QByteArrayView bytes, qsizetype position, QByteArrayView text)
@@ -50,6 +50,8 @@ bool closesContainer(QByteArrayView bytes, qsizetype position)
 
 bool isXMLWithinBounds(QByteArrayView bytes)
 {
+    if (bytes.contains('\0'))
+        return false;
     int depth = 0;
     for (qsizetype position = 0; (position = bytes.indexOf('<', position)) >= 0 && position + 1 < bytes.size();) {
         switch (bytes[position + 1]) {
@@ -106,38 +108,76 @@ public:
     /// What a dictionary or array refers to; nothing for other objects and those that reach over the file's end.
     std::vector<quint64> references(quint64 object) const
     {
-        const auto offset = number(m_table + object * m_offsetSize, m_offsetSize);
-        const auto size = quint64(m_bytes.size());
-        if (offset >= size)
+        const auto header = headerOf(object);
+        const bool isDictionary = header.kind == 0xD;
+        if (header.kind != 0xA && header.kind != 0xC && !isDictionary)
             return {};
-        const auto marker = quint8(m_bytes[qsizetype(offset)]);
-        const auto kind = marker >> 4;
-        const bool isDictionary = kind == 0xD;
-        if (kind != 0xA && kind != 0xC && !isDictionary)
-            return {};
-        auto position = offset + 1;
-        quint64 length = marker & 0xF;
-        if (length == 0xF) { // the length follows, as a whole number of its own
-            const auto width = position < size ? quint64(1) << (quint8(m_bytes[qsizetype(position)]) & 3) : 1;
-            length = number(position + 1, width);
-            position += 1 + width;
-        }
-        if (length > size || position > size)
-            return {};
-        const auto references = isDictionary ? length * 2 : length;
-        if (references > (size - position) / m_referenceSize)
+        const auto references = isDictionary ? header.length * 2 : header.length;
+        if (references > (quint64(m_bytes.size()) - header.position) / m_referenceSize)
             return {};
         std::vector<quint64> indexes;
         indexes.reserve(references);
         for (quint64 i = 0; i < references; ++i)
-            indexes.push_back(number(position + i * m_referenceSize, m_referenceSize));
+            indexes.push_back(number(header.position + i * m_referenceSize, m_referenceSize));
         return indexes;
+    }
+
+    /// How many bytes a text or a piece of data has; 0 for other objects.
+    quint64 contentSize(quint64 object) const { return quint64(contentOf(headerOf(object)).size()); }
+
+    /// Whether it is a text with a zero character, which the parser does not survive.
+    bool hasZeroCharacter(quint64 object) const
+    {
+        const auto header = headerOf(object);
+        const auto content = contentOf(header);
+        if (header.kind == 0x5)
+            return content.contains('\0');
+        for (qsizetype i = 0; header.kind == 0x6 && i + 1 < content.size(); i += 2) {
+            if (content[i] == 0 && content[i + 1] == 0)
+                return true;
+        }
+        return false;
     }
 
 private:
     explicit BinaryObjects(QByteArrayView bytes)
         : m_bytes(bytes)
     { }
+
+    struct Header
+    {
+        int kind = 0;
+        /// Of what follows the header; never beyond the file's end.
+        quint64 position = 0;
+        quint64 length = 0;
+    };
+
+    Header headerOf(quint64 object) const
+    {
+        const auto size = quint64(m_bytes.size());
+        const auto offset = number(m_table + object * m_offsetSize, m_offsetSize);
+        if (offset >= size)
+            return {};
+        const auto marker = quint8(m_bytes[qsizetype(offset)]);
+        Header header{marker >> 4, offset + 1, quint64(marker & 0xF)};
+        if (header.length == 0xF) { // the length follows, as a whole number of its own
+            const auto width =
+                header.position < size ? quint64(1) << (quint8(m_bytes[qsizetype(header.position)]) & 3) : 1;
+            header.length = number(header.position + 1, width);
+            header.position += 1 + width;
+        }
+        return header.length > size || header.position > size ? Header() : header;
+    }
+
+    QByteArrayView contentOf(const Header &header) const
+    {
+        const bool isText = header.kind == 0x5 || header.kind == 0x6;
+        if (!isText && header.kind != 0x4)
+            return {};
+        const auto size = header.kind == 0x6 ? header.length * 2 : header.length;
+        const bool fits = size <= quint64(m_bytes.size()) - header.position;
+        return fits ? m_bytes.sliced(qsizetype(header.position), qsizetype(size)) : QByteArrayView();
+    }
 
     quint64 number(quint64 position, quint64 width) const
     {
@@ -169,7 +209,8 @@ public:
 
     bool isWithinBounds()
     {
-        enter(m_objects.root());
+        if (!enter(m_objects.root()))
+            return false;
         while (!m_path.empty()) {
             auto &level = m_path.back();
             if (m_path.size() > deepestNesting || level.values > mostValues)
@@ -191,20 +232,24 @@ private:
         quint64 values = 1;
     };
 
-    void enter(quint64 object)
+    /// False for an object that the parser does not survive, or that is larger than all may be.
+    bool enter(quint64 object)
     {
+        constexpr quint64 bytesWorthAValue = 8;
+        const auto values = 1 + m_objects.contentSize(object) / bytesWorthAValue;
+        if (values > mostValues || m_objects.hasZeroCharacter(object))
+            return false;
         m_values[object] = inProgress;
-        m_path.push_back({object, m_objects.references(object)});
+        m_path.push_back({object, m_objects.references(object), 0, values});
+        return true;
     }
 
-    /// False for an object that holds itself.
+    /// False for an object that holds itself, and for one that cannot be entered.
     bool follow(quint64 object)
     {
         const bool isKnown = object >= m_objects.count() || m_values[object] != unknown;
-        if (!isKnown) {
-            enter(object);
-            return true;
-        }
+        if (!isKnown)
+            return enter(object);
         const auto values = object < m_objects.count() ? m_values[object] : 1; // none: the parser rejects it
         m_path.back().values += values == inProgress ? 0 : values;
         return values != inProgress;

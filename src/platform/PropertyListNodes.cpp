@@ -126,9 +126,9 @@ QVariant variantFromNode(plist_t node)
     case PLIST_ARRAY:
         return listOf(node);
     case PLIST_STRING: {
-        char *text = nullptr;
-        ::plist_get_string_val(node, &text);
-        return takeText(text);
+        uint64_t length = 0;
+        const char *const text = ::plist_get_string_ptr(node, &length);
+        return QString::fromUtf8(text, text ? qsizetype(length) : 0);
     }
     case PLIST_BOOLEAN: {
         uint8_t value = 0;

@@ -240,6 +240,13 @@ void tst_PropertyList::hostileForms_data()
         wide.append(QList<quint32>(3000, 2999));
     wide.last().clear();
     QTest::newRow("binary with the same in all places") << binaryArrays(wide);
+    QTest::newRow("a zero between the tags") << document(QByteArray("<string>a\0b</string>", 20));
+    QTest::newRow("binary text with a zero")
+        << inBinary(document("<string>abc</string>")).replace("abc", QByteArray("a\0c", 3));
+    QTest::newRow("binary key with a zero")
+        << inBinary(document("<dict><key>abc</key><true/></dict>")).replace("abc", QByteArray("a\0c", 3));
+    QTest::newRow("binary wide text with a zero")
+        << inBinary(document("<string>aü</string>")).replace(QByteArray("\0a", 2), QByteArray("\0\0", 2));
     QTest::newRow("binary that holds itself") << binaryArrays({{1}, {0}});
 }
 
