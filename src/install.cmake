@@ -23,7 +23,7 @@ set(korvan_public_headers
     commands/UserInfoOwner.h
     localization/KorvanPluginManagerLocalization.h
     manager/KRPluginManager.h
-    manager/PluginTable.h
+    bundles/PluginTable.h
     platform/Export.h
     platform/JSONText.h
     platform/KRError.h

@@ -223,12 +223,13 @@ std::optional<QString> KRPluginBundle::maximumCompatibleVersion() const
 
 QUrl KRPluginBundle::updatingInfoURL() const
 {
-    return details().updatingInfoURL;
+    const auto changed = m_updatingInfoURL.get();
+    return changed ? *changed : details().updatingInfoURL;
 }
 
 void KRPluginBundle::setUpdatingInfoURL(const QUrl &url)
 {
-    details().updatingInfoURL = url;
+    m_updatingInfoURL.set(url);
 }
 
 QVariantMap KRPluginBundle::menuDescription() const

@@ -5,6 +5,7 @@
 #include "commands/KRPluginCommandBundle.h"
 #include "platform/Export.h"
 #include "platform/LogMessages.h"
+#include "platform/Snapshot.h"
 
 #include <QByteArray>
 #include <QString>
@@ -61,8 +62,10 @@ public:
     std::optional<QString> compatibleVersion() const;
     std::optional<QString> maximumCompatibleVersion() const;
 
-    /// The update feed; empty when there is none.
+    /// The update feed; empty when there is none. The main thread has to be the first to ask; from then on any thread
+    /// may.
     QUrl updatingInfoURL() const;
+    /// Any thread.
     void setUpdatingInfoURL(const QUrl &url);
     /// The manifest's "menu", or one made from the commands on first request and kept.
     QVariantMap menuDescription() const;
@@ -113,6 +116,8 @@ private:
     /// The manifest as it was read, until somebody asks for what was not taken from it yet.
     mutable QByteArray m_manifestText;
     mutable std::unique_ptr<PluginDetails> m_details;
+    /// Null while it is the manifest's.
+    Snapshot<QUrl> m_updatingInfoURL;
     std::shared_ptr<KRPluginBundleIconInfo> m_iconInfo;
     bool m_suppliesData = false;
     bool m_enabled = false;

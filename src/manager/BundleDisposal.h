@@ -1,6 +1,6 @@
 #pragma once
 
-#include "manager/PluginTable.h"
+#include "bundles/PluginTable.h"
 
 /// Lets go of the plug-ins of a registry that was replaced. Freeing what thousands of them hold takes a third of the
 /// time that loading them took, so it is done on all processors at once; what belongs to the main thread, the sessions

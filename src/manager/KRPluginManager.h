@@ -1,9 +1,9 @@
 #pragma once
 
+#include "bundles/PluginTable.h"
 #include "commands/KRPluginCommandManager.h"
 #include "commands/KRPluginCommandSpecifier.h"
 #include "commands/KRPluginLogAction.h"
-#include "manager/PluginTable.h"
 #include "platform/Export.h"
 #include "platform/monitoring/KRFolderMonitor.h"
 #include "state/BlocklistUpdate.h"

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "bundles/PluginTable.h"
 #include "manager/FolderWalk.h"
-#include "manager/PluginTable.h"
 
 #include <functional>
 #include <optional>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "bundles/PluginTable.h"
 #include "commands/CommandTable.h"
-#include "manager/PluginTable.h"
 #include "platform/MenuItem.h"
 
 #include <QVariantMap>

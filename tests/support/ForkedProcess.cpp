@@ -5,6 +5,7 @@
 #include <csignal>
 #include <sched.h>
 #include <sys/mount.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -30,6 +31,15 @@ bool enterOwnWorld()
 {
     const bool isRoot = ::getuid() == 0;
     return (isRoot && ::unshare(CLONE_NEWNS) == 0) || becomeRootOfOwnWorld();
+}
+
+/// Where nothing may be mounted: no file can grow beyond this.
+void limitFileSize(int size)
+{
+    ::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{rlim_t(size), rlim_t(size)};
+    if (::setrlimit(RLIMIT_FSIZE, &limit) != 0)
+        qFatal("cannot limit the size of files");
 }
 
 bool mountSmallDisk(const QByteArray &folder, int size)
@@ -102,13 +112,14 @@ int ForkedProcess::wait()
 QByteArray resultOnSmallDisk(const QString &folder, int size, const std::function<QByteArray()> &work)
 {
     return resultOfChild([&] {
-        const bool isReady = enterOwnWorld() && mountSmallDisk(QFile::encodeName(folder), size);
-        return isReady ? work() : QByteArray("no file system of its own");
+        if (!enterOwnWorld() || !mountSmallDisk(QFile::encodeName(folder), size))
+            limitFileSize(size / 2);
+        return work();
     });
 }
 
 void makeSmallDiskReadOnly(const QString &folder)
 {
     if (::mount("none", QFile::encodeName(folder).constData(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr) != 0)
-        qFatal("cannot make the disk read-only");
+        limitFileSize(0);
 }

@@ -26,9 +26,10 @@ private:
     bool m_hasEnded = false;
 };
 
-/// Runs the work in a child process that sees a file system of its own, `size` bytes large, in the folder. Answers what
-/// the work has answered, in a text; tells in the text when there cannot be such a file system.
+/// Runs the work in a child process that sees a file system of its own, `size` bytes large, in the folder, and answers
+/// what the work has answered. Where the machine allows no such file system (some containers), no single file can grow
+/// beyond half of `size` instead: so let one file alone be the one that is too much.
 QByteArray resultOnSmallDisk(const QString &folder, int size, const std::function<QByteArray()> &work);
 
-/// Makes the small file system of the calling child process read-only.
+/// Makes the small file system of the calling child process read-only; without one, nothing can be written any more.
 void makeSmallDiskReadOnly(const QString &folder);

@@ -27,6 +27,12 @@ public:
     LTDownloadManager(SessionConfiguration configuration, std::shared_ptr<LTDownloadManagerDelegate> delegate,
         std::function<void()> completionHandler);
     ~LTDownloadManager();
+
+    /// `remoteFileExistsAtURL:completionHandler:`. Asks the server for the head of the file and answers on the network
+    /// thread whether it has one: the status has to be one of success. False also when the server cannot be reached,
+    /// does not allow the question, or is silent for too long.
+    static void remoteFileExistsAtURL(const QUrl &url, std::function<void(bool)> completionHandler);
+
     LTDownloadManager(const LTDownloadManager &) = delete;
     LTDownloadManager &operator=(const LTDownloadManager &) = delete;
 

@@ -5,7 +5,8 @@
 #include <algorithm>
 #include <chrono>
 
-/// Notices when too little arrives: fewer than so many bytes within the timeout. A pure value; time is passed in.
+/// Notices when too little happens: when connecting takes too long, or fewer than so many bytes arrive within the
+/// timeout. A pure value; time is passed in.
 class StallWatch
 {
 public:
@@ -36,6 +37,7 @@ public:
     void postpone(Clock::duration duration) { m_start += duration; }
 
     void pause() { m_running = false; }
+    bool isRunning() const { return m_running; }
 
     /// From when on the transfer counts as stalled, unless more arrives. While paused it always lies ahead.
     Clock::time_point deadline(Clock::time_point now) const { return (m_running ? m_start : now) + m_timeout; }

@@ -25,8 +25,11 @@ StallWatch::Clock::time_point now()
 
 Transfer::Transfer(URLRequest request, SessionConfiguration configuration, std::shared_ptr<TransferReceiver> receiver)
     : m_url(std::move(request.url))
+    , m_method(request.method)
     , m_configuration(std::move(configuration))
     , m_receiver(std::move(receiver))
+    , m_connectTimeout(request.timeoutInterval.value_or(m_configuration.connectTimeout))
+    , m_connectWatch(m_connectTimeout, std::numeric_limits<qint64>::max())
     , m_stallWatch(request.timeoutInterval.value_or(m_configuration.stallTimeout), m_configuration.stallMinimumBytes)
     , m_error(refusalToFetch(m_url))
 { }
@@ -49,6 +52,10 @@ bool Transfer::prepare()
         return false;
     }
     m_stallWatch.pause();
+    if (!m_connectWatch.isRunning()) { // else it is another attempt of the same request
+        m_connectWatch.restart(now());
+        m_hasSocket = false;
+    }
     m_skipped = 0;
     m_headIsWhole = false;
     setRules();
@@ -62,6 +69,7 @@ void Transfer::setRules()
     const bool isPlain = m_url.scheme() == u"http"_s;
     curl_easy_setopt(handle, CURLOPT_URL, m_url.toEncoded(QUrl::RemoveFragment).constData());
     curl_easy_setopt(handle, CURLOPT_PROTOCOLS_STR, isPlain ? "http" : "https");
+    curl_easy_setopt(handle, CURLOPT_NOBODY, m_method == URLRequest::Method::Head ? 1L : 0L);
     curl_easy_setopt(handle, CURLOPT_FOLLOWLOCATION, 0L);
     curl_easy_setopt(handle, CURLOPT_USERAGENT, "KorvanPluginManager"); // some servers refuse who has none
     curl_easy_setopt(handle, CURLOPT_ACCEPT_ENCODING, ""); // everything that can be decoded
@@ -72,8 +80,7 @@ void Transfer::setRules()
         handle, CURLOPT_HTTP_VERSION, isPlain ? long{CURL_HTTP_VERSION_1_1} : long{CURL_HTTP_VERSION_2TLS});
     curl_easy_setopt(handle, CURLOPT_PIPEWAIT, isPlain ? 0L : 1L);
     curl_easy_setopt(handle, CURLOPT_CONNECTTIMEOUT_MS,
-        static_cast<long>(
-            std::clamp<qint64>(m_configuration.connectTimeout.count(), 1, std::numeric_limits<int>::max())));
+        static_cast<long>(std::clamp<qint64>(m_connectTimeout.count(), 1, std::numeric_limits<int>::max())));
     curl_easy_setopt(handle, CURLOPT_NOSIGNAL, 1L); // signal handlers are the process's, not a library's
     // A lookup of a name that is given up must not hold up the thread until the system has given up too; it ends in the
     // background and frees what it has.
@@ -93,13 +100,26 @@ void Transfer::setCallbacks()
     curl_easy_setopt(handle, CURLOPT_WRITEDATA, this);
     curl_easy_setopt(handle, CURLOPT_HEADERFUNCTION, &Transfer::headerArrives);
     curl_easy_setopt(handle, CURLOPT_HEADERDATA, this);
+    curl_easy_setopt(handle, CURLOPT_SOCKOPTFUNCTION, &Transfer::connecting);
+    curl_easy_setopt(handle, CURLOPT_SOCKOPTDATA, this);
     curl_easy_setopt(handle, CURLOPT_PREREQFUNCTION, &Transfer::connected);
     curl_easy_setopt(handle, CURLOPT_PREREQDATA, this);
 }
 
+/// The wait for another transfer's connection, which this one might have shared, does not count.
+int Transfer::connecting(void *transfer, curl_socket_t, curlsocktype)
+{
+    auto &self = *static_cast<Transfer *>(transfer);
+    if (!std::exchange(self.m_hasSocket, true))
+        self.m_connectWatch.restart(now());
+    return CURL_SOCKOPT_OK;
+}
+
 int Transfer::connected(void *transfer, char *, char *, int, int)
 {
-    static_cast<Transfer *>(transfer)->m_stallWatch.restart(now());
+    auto &self = *static_cast<Transfer *>(transfer);
+    self.m_connectWatch.pause();
+    self.m_stallWatch.restart(now());
     return CURL_PREREQFUNC_OK;
 }
 
@@ -190,12 +210,21 @@ Transfer::Next Transfer::requestEnded(CURLcode code)
     m_response = {m_url, statusCode()};
     if (m_error)
         return Next::Finish;
+    if (code == CURLE_OPERATION_TIMEDOUT && wasOnlyBusy())
+        return Next::Request;
     const auto location = redirectLocation();
     if (location && (code == CURLE_OK || m_skipped > largestRedirectBody))
         return follow(*location);
     if (code != CURLE_OK)
         fail(transferError(code, m_url));
     return Next::Finish;
+}
+
+/// The transfer library counts the time that this thread has spent elsewhere.
+bool Transfer::wasOnlyBusy() const
+{
+    const auto time = now();
+    return m_connectWatch.isRunning() && m_connectWatch.deadline(time) > time;
 }
 
 Transfer::Next Transfer::follow(const QByteArray &location)

@@ -9,10 +9,12 @@
 
 #include <curl/curl.h>
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 
-/// One GET from its request to the end of the answer, over as many redirects as are followed. Network thread only.
+/// One request from its beginning to the end of the answer, over as many redirects as are followed. Network thread
+/// only.
 ///
 /// Redirects are followed here, not in the transfer library: each of them has to pass the same rules as the first URL.
 class Transfer
@@ -41,12 +43,16 @@ public:
     /// Tells the receiver.
     void finish();
 
-    void postponeStall(StallWatch::Clock::duration duration) { m_stallWatch.postpone(duration); }
+    void postponeStall(StallWatch::Clock::duration duration)
+    {
+        m_connectWatch.postpone(duration);
+        m_stallWatch.postpone(duration);
+    }
 
     const QUrl &url() const { return m_url; }
     StallWatch::Clock::time_point stallDeadline(StallWatch::Clock::time_point now) const
     {
-        return m_stallWatch.deadline(now);
+        return std::min(m_connectWatch.deadline(now), m_stallWatch.deadline(now));
     }
 
 private:
@@ -57,6 +63,7 @@ private:
 
     static std::size_t bodyArrives(char *bytes, std::size_t size, std::size_t count, void *transfer);
     static std::size_t headerArrives(char *bytes, std::size_t size, std::size_t count, void *transfer);
+    static int connecting(void *transfer, curl_socket_t, curlsocktype);
     static int connected(void *transfer, char *, char *, int, int);
 
     void setRules();
@@ -68,11 +75,18 @@ private:
     int statusCode() const;
     std::optional<QByteArray> header(const char *name) const;
     std::optional<QByteArray> redirectLocation() const;
+    bool wasOnlyBusy() const;
     Next follow(const QByteArray &location);
 
     QUrl m_url;
+    URLRequest::Method m_method;
     SessionConfiguration m_configuration;
     std::shared_ptr<TransferReceiver> m_receiver;
+    std::chrono::milliseconds m_connectTimeout;
+    /// Until a connection stands.
+    StallWatch m_connectWatch;
+    bool m_hasSocket = false;
+    /// From then on.
     StallWatch m_stallWatch;
     std::unique_ptr<CURL, HandleDeleter> m_handle;
     std::optional<KRError> m_error;

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "platform/KRError.h"
+#include "platform/network/SessionConfiguration.h"
+#include "platform/network/URLRequest.h"
+#include "platform/network/URLResponse.h"
+
+#include <QByteArray>
+
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+
+class NetworkThread;
+
+/// The end of a data task: the whole body, the server's response, an error. With an error the data is null (not so after
+/// an empty body). An HTTP status that says "failed" is no error. Called once, on the network thread.
+using DataCompletion =
+    std::function<void(const QByteArray &data, const URLResponse &response, const std::optional<KRError> &error)>;
+
+/// One request whose answer is held in memory. Thread-safe.
+///
+/// Dropping a task that was resumed does not end it; one that was not just goes, without a call.
+class URLSessionDataTask
+{
+public:
+    /// For URLSession.
+    URLSessionDataTask(std::shared_ptr<NetworkThread> thread, SessionConfiguration configuration, URLRequest request,
+        DataCompletion completionHandler);
+
+    /// Starts it. Nothing for a task that was resumed before.
+    void resume();
+
+private:
+    std::shared_ptr<NetworkThread> m_thread;
+    SessionConfiguration m_configuration;
+    URLRequest m_request;
+    std::mutex m_mutex;
+    DataCompletion m_completionHandler;
+};
+
+/// Fetches small answers into memory. Thread-safe.
+class URLSession
+{
+public:
+    /// A larger answer to the shared session is refused.
+    static constexpr qint64 largestSharedAnswer = 16 * 1024 * 1024;
+
+    /// With the default configuration as it is at each call.
+    static URLSession sharedSession();
+
+    explicit URLSession(SessionConfiguration configuration);
+
+    /// A task that waits to be resumed. When the process ends before the answer has come, nothing is called.
+    std::shared_ptr<URLSessionDataTask> dataTaskWithRequest(URLRequest request, DataCompletion completionHandler) const;
+
+private:
+    SessionConfiguration m_configuration;
+};
