@@ -13,17 +13,29 @@
 #include <QStandardPaths>
 #include <QSysInfo>
 
+#include <atomic>
 #include <filesystem>
+#include <mutex>
 #include <optional>
 
 namespace {
 
 Q_LOGGING_CATEGORY(systemLogCategory, "korvan.pluginmanager")
 
-LTAppEnvironment *&installedEnvironment()
+std::atomic<LTAppEnvironment *> installedEnvironment = nullptr;
+
+/// Held while another thread uses the installed environment: it stays for so long.
+std::mutex &installationMutex()
 {
-    static LTAppEnvironment *installed = nullptr;
-    return installed;
+    static std::mutex mutex;
+    return mutex;
+}
+
+/// Answers the one before.
+LTAppEnvironment *install(LTAppEnvironment *environment)
+{
+    const std::lock_guard lock(installationMutex());
+    return installedEnvironment.exchange(environment);
 }
 
 } // namespace
@@ -47,19 +59,23 @@ LTAppEnvironment::~LTAppEnvironment() = default;
 LTAppEnvironment &LTAppEnvironment::current()
 {
     static LTAppEnvironment defaultEnvironment;
-    auto *installed = installedEnvironment();
+    auto *installed = installedEnvironment.load();
     return installed ? *installed : defaultEnvironment;
 }
 
 LTAppEnvironment::Installation::Installation(LTAppEnvironment &environment)
-    : m_previous(installedEnvironment())
-{
-    installedEnvironment() = &environment;
-}
+    : m_previous(install(&environment))
+{ }
 
 LTAppEnvironment::Installation::~Installation()
 {
-    installedEnvironment() = m_previous;
+    install(m_previous);
+}
+
+void LTAppEnvironment::runOnMainQueue(std::function<void()> work)
+{
+    const std::lock_guard lock(installationMutex());
+    current().mainQueue().async(std::move(work));
 }
 
 QString LTAppEnvironment::bundleShortVersion() const

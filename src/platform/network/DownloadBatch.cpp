@@ -121,6 +121,8 @@ void DownloadBatch::taskEnded(
     std::unique_lock lock(m_mutex);
     const auto task = m_tasks.extract(key);
     lock.unlock();
+    if (m_delegate)
+        m_delegate->downloadTaskDidEnd(QString::number(key));
     if (task && task.mapped().completionHandler)
         task.mapped().completionHandler(file, response, error);
     m_thread->post([self = shared_from_this()] { self->completeIfDone(); }); // when the file has been removed

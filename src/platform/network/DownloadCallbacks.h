@@ -26,4 +26,6 @@ public:
     /// A part of the task's file has been written. `totalBytesExpectedToWrite` is -1 when the server has not told.
     virtual void downloadTaskDidWriteData(
         const QString &identifier, qint64 totalBytesWritten, qint64 totalBytesExpectedToWrite) = 0;
+    /// The task brings no more, however it ended. Its completion is called next.
+    virtual void downloadTaskDidEnd(const QString &identifier) = 0;
 };

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "updates/KRPluginUpdater.h"
+
+#include <QByteArray>
+#include <QUrl>
+
+#include <functional>
+#include <memory>
+
+class UpdaterState;
+class UpdatingInfo;
+
+/// What a feed's server has sent, and the error of the transfer. Whatever the server's status: a page that says "not
+/// found" is data.
+using UpdatingInfoDataHandler = std::function<void(const QByteArray &data, const std::optional<KRError> &error)>;
+
+/// Fetches a feed. The handler is called on the network thread. Any thread.
+void fetchUpdatingInfo(const QUrl &url, UpdatingInfoDataHandler completionHandler);
+
+/// The one version of a feed, with its archive.
+VersionsDictionary versionsOf(const UpdatingInfo &info);
+
+/// One reading of the feeds of many plug-ins. Keeps itself alive until the last feed has been handled.
+class FeedCheck : public std::enable_shared_from_this<FeedCheck>
+{
+public:
+    /// All plug-ins need a feed.
+    FeedCheck(PluginTable plugins, std::weak_ptr<UpdaterState> updater, UpdatingInfoHandler feedHandler,
+        std::function<void()> completionHandler);
+
+    /// Main thread, once.
+    void start();
+
+private:
+    void preferJSON(const QString &identifier);
+    void fetch(const QString &identifier);
+    void feedEnded(const QString &identifier, const QByteArray &data, const std::optional<KRError> &error);
+    void countDown();
+    const std::shared_ptr<KRPluginBundle> &plugin(const QString &identifier) const;
+
+    PluginTable m_plugins;
+    std::weak_ptr<UpdaterState> m_updater;
+    UpdatingInfoHandler m_feedHandler;
+    std::function<void()> m_completionHandler;
+    /// On the network thread, where only one call is made at a time.
+    qsizetype m_feedsLeft;
+};

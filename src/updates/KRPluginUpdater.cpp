@@ -1,0 +1,3 @@
+#include "updates/KRPluginUpdater.h"
+
+KRPluginUpdater::~KRPluginUpdater() = default;
