@@ -71,7 +71,8 @@ public:
     /// "../share/<program name>/resources" seen from it.
     virtual QUrl mainBundleResourcesFolder() const;
 
-    /// The per-user folder for the application's data; need not exist. By default Qt's AppDataLocation.
+    /// The per-user folder for the application's data; need not exist. By default Qt's AppDataLocation. Updates are
+    /// unpacked into it on the network's thread, so this may be called from any thread.
     virtual QUrl applicationSupportFolder() const;
 
     /// Where the vendor publishes the versions of plug-ins that do not work: a URL up to and including the host's name.
@@ -108,7 +109,7 @@ public:
 
     enum class FolderCreation { IfNeeded, Never };
     /// A folder inside the application support folder; empty when the application has none. A folder that cannot be
-    /// created is answered all the same.
+    /// created is answered all the same. Any thread.
     QUrl applicationSupportDirectory(const QString &subDirectory, FolderCreation creation) const;
 
 private:

@@ -1,0 +1,115 @@
+#include "updates/PluginWarehouse.h"
+
+#include "localization/KorvanPluginManagerLocalization.h"
+#include "platform/FileReading.h"
+#include "platform/FileURL.h"
+#include "platform/FolderListing.h"
+#include "platform/LTAppEnvironment.h"
+#include "updates/BundleSearch.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <optional>
+#include <sys/stat.h>
+
+namespace {
+
+KRError refusal()
+{
+    const auto text = QStringLiteral("The plugin's identifier and version do not name a folder inside the plugins "
+                                     "warehouse.");
+    return {QStringLiteral("KRPluginMangerErrorDomain"), 0, KorvanPluginManagerLocalizedString(text)};
+}
+
+/// Whether a text, put behind a folder, names something below that folder, as far as the text alone can tell.
+bool namesSomethingBelow(const QByteArray &text)
+{
+    if (text.contains('\0'))
+        return false;
+    const auto components = text.split('/');
+    const auto isNothing = [](const QByteArray &component) { return component.isEmpty() || component == "."; };
+    return !components.contains("..") && !std::all_of(components.begin(), components.end(), isNothing);
+}
+
+bool hasEntry(const QByteArray &path)
+{
+    struct stat status;
+    return ::lstat(path.constData(), &status) == 0;
+}
+
+/// Whether the path below the folder, or as much of it as there is, is inside the folder after all links.
+bool isInsideAfterLinks(const QByteArray &folder, QByteArray path)
+{
+    if (!hasEntry(folder))
+        return true; // it could not be made and holds no links; whoever writes there is told why
+    while (path.size() > folder.size() && !hasEntry(path))
+        path = pathWithoutLastComponent(path);
+    const auto resolved = resolvedPath(path);
+    const auto resolvedFolder = resolvedPath(folder);
+    return !resolved.isEmpty() && (resolved == resolvedFolder || resolved.startsWith(resolvedFolder + '/'));
+}
+
+std::optional<KRError> removeFolder(const QByteArray &path)
+{
+    std::error_code error;
+    std::filesystem::remove_all(path.toStdString(), error);
+    return error ? std::optional(systemError(error.value())) : std::nullopt;
+}
+
+/// The application has no place for a warehouse: the system was not asked and gives no reason.
+std::optional<KRError> reasonUnknown()
+{
+    return KRError{{}, 0, QStringLiteral("unknown error")};
+}
+
+} // namespace
+
+QUrl pluginsWarehouseURL()
+{
+    return LTAppEnvironment::current().applicationSupportDirectory(
+        QStringLiteral("PluginsWarehouse"), LTAppEnvironment::FolderCreation::IfNeeded);
+}
+
+QUrl warehousePluginFolder(const QString &identifier, const QString &version, KRError *error)
+{
+    const auto refuse = [error] {
+        if (error)
+            *error = refusal();
+        return QUrl();
+    };
+    const auto identifierPath = identifier.toUtf8();
+    const auto versionPath = version.toUtf8();
+    if (!namesSomethingBelow(identifierPath) || !namesSomethingBelow(versionPath))
+        return refuse();
+    const auto warehouse = pathFromFileURL(pluginsWarehouseURL());
+    if (warehouse.isEmpty())
+        return refuse();
+    const auto path = pathByAppending(pathByAppending(warehouse, identifierPath), versionPath);
+    return isInsideAfterLinks(warehouse, path) ? fileURLFromPath(path, FileKind::Folder) : refuse();
+}
+
+QUrl downloadedPluginURL(const QString &identifier, const QString &version)
+{
+    return firstPluginBundleFoundInFolder(warehousePluginFolder(identifier, version));
+}
+
+QUrl firstPluginBundleFoundInFolder(const QUrl &folder)
+{
+    const auto path = pathFromFileURL(folder);
+    if (path.isEmpty())
+        return {};
+    const auto bundle = BundleSearch(path).firstBundle();
+    const bool isFolder = kindOfTarget(bundle) == FolderEntry::Kind::Folder;
+    return fileURLFromPath(bundle, isFolder ? FileKind::Folder : FileKind::File);
+}
+
+WarehouseRemoval removePluginsWarehouse()
+{
+    const auto path = pathFromFileURL(pluginsWarehouseURL());
+    const auto failure = path.isEmpty() ? reasonUnknown() : removeFolder(path);
+    if (!failure)
+        return WarehouseRemoval::Removed;
+    LTAppEnvironment::current().systemLog(
+        QStringLiteral("Failure to remove the plugins warehouse with error %1.").arg(failure->localizedDescription));
+    return WarehouseRemoval::Failed;
+}
