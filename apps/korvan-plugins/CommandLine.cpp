@@ -1,6 +1,8 @@
 #include "CommandLine.h"
 
+#include "ArgumentTexts.h"
 #include "Commands.h"
+#include "UpdatesArguments.h"
 #include "platform/JSONText.h"
 
 #include <CLI/CLI.hpp>
@@ -34,22 +36,9 @@ struct RawOptions
     bool safeMode = false;
 };
 
-QString text(const std::string &argument)
-{
-    return QString::fromLocal8Bit(argument.c_str());
-}
-
 std::optional<QString> textIfGiven(const CLI::App &app, const std::string &option, const std::string &argument)
 {
     return app.count(option) > 0 ? std::optional(text(argument)) : std::nullopt;
-}
-
-QStringList texts(const std::vector<std::string> &arguments)
-{
-    QStringList list;
-    for (const auto &argument : arguments)
-        list.append(text(argument));
-    return list;
 }
 
 QVariantMap readDefaults(const std::vector<std::string> &arguments)
@@ -99,6 +88,7 @@ public:
         addEnabling("disable", "Disable plug-ins", false);
         addState();
         addBlocklist();
+        m_updates.addTo(m_app, std::bind_front(&Program::addCommandTo, this), m_globalOptions);
         addWatch();
         addPorts();
         addCompareVersions();
@@ -145,10 +135,10 @@ private:
 
     CLI::App *addCommand(const char *name, const char *description, std::function<ExitCode(Output &)> command)
     {
-        return addCommand(m_app, name, description, std::move(command));
+        return addCommandTo(m_app, name, description, std::move(command));
     }
 
-    CLI::App *addCommand(
+    CLI::App *addCommandTo(
         CLI::App &parent, const char *name, const char *description, std::function<ExitCode(Output &)> command)
     {
         auto *const subcommand = parent.add_subcommand(name, description);
@@ -227,9 +217,9 @@ private:
         auto *const blocklist = m_app.add_subcommand("blocklist", "The versions of plug-ins that do not work");
         blocklist->require_subcommand(1);
         blocklist->fallthrough();
-        addCommand(*blocklist, "show", "Show the list in force",
+        addCommandTo(*blocklist, "show", "Show the list in force",
             [this](Output &output) { return showBlocklist(m_globalOptions, output); });
-        addCommand(*blocklist, "update", "Fetch the vendor's list and apply it",
+        addCommandTo(*blocklist, "update", "Fetch the vendor's list and apply it",
             [this](Output &output) { return updateBlocklist(m_globalOptions, output); });
     }
 
@@ -305,6 +295,7 @@ private:
     RawOptions m_raw;
     GlobalOptions m_globalOptions;
     RunOptions m_runOptions;
+    UpdatesArguments m_updates;
     CLI::App *m_run = nullptr;
     std::function<ExitCode(Output &)> m_command;
 };

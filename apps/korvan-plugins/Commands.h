@@ -15,6 +15,10 @@ ExitCode enablePlugins(const GlobalOptions &options, const EnablingOptions &enab
 ExitCode showState(const GlobalOptions &options, Output &output);
 ExitCode showBlocklist(const GlobalOptions &options, Output &output);
 ExitCode updateBlocklist(const GlobalOptions &options, Output &output);
+ExitCode checkUpdates(const GlobalOptions &options, Output &output);
+ExitCode downloadUpdates(const GlobalOptions &options, const DownloadOptions &download, Output &output);
+ExitCode installUpdate(const GlobalOptions &options, const InstallOptions &install, Output &output);
+ExitCode clearUpdates(const GlobalOptions &options, Output &output);
 ExitCode watchPlugins(const GlobalOptions &options, Output &output);
 ExitCode listenOnPort(const PortOptions &port, Output &output);
 ExitCode sendToPort(const PortOptions &port, Output &output);

@@ -48,6 +48,21 @@ struct EnablingOptions
     bool enabled = true;
 };
 
+struct DownloadOptions
+{
+    enum class AllUpdates { Latest, Compatible };
+
+    /// "ID" or "ID@VERSION"; empty for all updates.
+    QStringList plugins;
+    AllUpdates all = AllUpdates::Latest;
+};
+
+struct InstallOptions
+{
+    /// "ID" or "ID@VERSION".
+    QString plugin;
+};
+
 struct PortOptions
 {
     QString port;

@@ -44,13 +44,18 @@ void Output::error(const KRError &error)
 {
     if (!isJSON())
         return printToStandardError(QStringLiteral("korvan-plugins: ") + error.localizedDescription);
+    document({{QStringLiteral("error"), QVariant::fromValue(describeError(error))}});
+}
+
+OrderedVariantDictionary describeError(const KRError &error)
+{
     OrderedVariantDictionary description;
     if (!error.domain.isEmpty()) {
         description.insert({QStringLiteral("domain"), error.domain});
         description.insert({QStringLiteral("code"), error.code});
     }
     description.insert({QStringLiteral("message"), error.localizedDescription});
-    document({{QStringLiteral("error"), QVariant::fromValue(description)}});
+    return description;
 }
 
 QString Output::coloured(const QString &text, Colour colour) const

@@ -32,7 +32,7 @@ PluginSession::PluginSession(const GlobalOptions &options)
     : m_environment(options)
     , m_installation(m_environment)
     , m_state(makeState())
-    , m_manager(pluginFolders(options), nullptr, m_state)
+    , m_manager(pluginFolders(options), m_updater, m_state)
 {
     m_manager.setDisableAllPlugins(options.safeMode);
     m_manager.reloadPlugins();

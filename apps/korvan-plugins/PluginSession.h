@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CommandLineEnvironment.h"
+#include "ReportingUpdater.h"
 #include "manager/KRPluginManager.h"
 
 #include <optional>
@@ -14,6 +15,7 @@ public:
 
     KRPluginManager &manager() { return m_manager; }
     KRPluginManagingState &state() { return *m_state; }
+    ReportingUpdater &updater() { return *m_updater; }
 
     /// The command that a text "plug-in/command" names: of all plug-ins whose identifier it begins with, the one with
     /// the longest. Nil when there is no such plug-in or command.
@@ -23,5 +25,6 @@ private:
     CommandLineEnvironment m_environment;
     LTAppEnvironment::Installation m_installation;
     std::shared_ptr<KRPluginManagingState> m_state;
+    std::shared_ptr<ReportingUpdater> m_updater = std::make_shared<ReportingUpdater>();
     KRPluginManager m_manager;
 };

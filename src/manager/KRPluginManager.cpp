@@ -3,6 +3,7 @@
 #include "commands/KRPluginDebugController.h"
 #include "manager/BundleDisposal.h"
 #include "manager/IncompatiblePlugins.h"
+#include "manager/InstalledPlugins.h"
 #include "manager/MenuSorting.h"
 #include "manager/PluginDiscovery.h"
 #include "manager/PluginEditor.h"
@@ -75,13 +76,18 @@ KRPluginManager::KRPluginManager(const QList<QUrl> &pluginsFolderURLs, std::shar
     m_incompatiblePlugins = std::make_shared<IncompatiblePlugins>(m_pluginStateManager, environment.userDefaults());
     m_remoteBlocklist = std::make_unique<RemoteBlocklist>(
         m_pluginStateManager, [counted = m_incompatiblePlugins] { return counted->registerInstalled(); });
+    m_installedPlugins = std::make_shared<InstalledPlugins>();
+    m_updates = std::make_shared<PluginUpdates>(m_updater);
     m_folderMonitoring = std::make_unique<PluginFolderMonitoring>();
     m_flowDelegate = std::make_shared<FlowDelegate>(*this);
     COScript::setFlowDelegate(m_flowDelegate);
     CODebugController::setDelegate(std::make_shared<KRPluginDebugController>());
 }
 
-KRPluginManager::~KRPluginManager() = default;
+KRPluginManager::~KRPluginManager()
+{
+    m_updates->stop();
+}
 
 void KRPluginManager::initialisePlugins()
 {
@@ -114,6 +120,7 @@ void KRPluginManager::setPlugins(const std::optional<PluginTable> &plugins)
 {
     auto replaced = std::exchange(m_plugins, plugins);
     m_incompatiblePlugins->setInstalled(versionsOf(plugins.value_or(PluginTable())));
+    m_installedPlugins->set(plugins.value_or(PluginTable()));
     if (!plugins)
         clearFolderMonitors();
     if (replaced && replaced->isDetached()) // else somebody still holds a copy
@@ -131,6 +138,7 @@ void KRPluginManager::rebuildRegistry()
     for (const auto &url : m_pluginsFolderURLs)
         walk.walk(pathFromFileURL(url));
     const auto found = pluginsOf(walk);
+    removePluginVersionsNotInIdentifiers(found.keys());
     setPlugins(found);
     if (m_pluginStateManager)
         m_pluginStateManager->updateMetadataWithPluginIndentifiers(found.keys());

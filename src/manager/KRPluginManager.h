@@ -8,6 +8,7 @@
 #include "platform/monitoring/KRFolderMonitor.h"
 #include "state/BlocklistUpdate.h"
 #include "state/KRPluginManagingState.h"
+#include "updates/PluginUpdates.h"
 
 #include <QList>
 #include <QSet>
@@ -26,11 +27,12 @@ class COFlowDelegate;
 class COScript;
 class FolderWalk;
 class IncompatiblePlugins;
-class KRPluginUpdater;
+class InstalledPlugins;
 class Menu;
 class PluginFolderMonitoring;
 class RemoteBlocklist;
 class RunningCommands;
+class UpdateSummaries;
 
 /// Posted on the environment's notification centre, by the manager, after each reload.
 inline const QString KRPluginManagerDidReloadPluginsNotification =
@@ -59,7 +61,7 @@ class KORVAN_EXPORT KRPluginManager final : public KRPluginCommandManager,
 public:
     /// No folders, no updater, no state store.
     KRPluginManager();
-    /// `initWithPluginsFolderURLs:updater:pluginStateManager:`. Does not walk the folders. Updater (there is none yet)
+    /// `initWithPluginsFolderURLs:updater:pluginStateManager:`. Does not walk the folders. Updater
     /// and state store may be null; folders are watched for changes exactly when there is a state store.
     KRPluginManager(const QList<QUrl> &pluginsFolderURLs, std::shared_ptr<KRPluginUpdater> updater,
         std::shared_ptr<KRPluginManagingState> pluginStateManager);
@@ -169,6 +171,100 @@ public:
     const std::shared_ptr<KRPluginManagingState> &pluginStateManager() const { return m_pluginStateManager; }
     const std::shared_ptr<KRPluginUpdater> &updater() const { return m_updater; }
 
+    // Updates: checking and downloading
+    //
+    // Handlers are called on the network thread, unless an operation says otherwise, and not after the manager has
+    // ended: its destructor waits for one that runs. They must not wait for the main thread. Without an updater nothing
+    // is found, downloaded or told.
+
+    /// What the feeds offered in the latest check, by the plug-ins' identifiers. Changes while a check runs, and a
+    /// reload drops what is no longer installed.
+    PluginVersionsTable pluginVersions() const;
+    void setPluginVersions(const PluginVersionsTable &versions);
+    /// Null when nothing is known.
+    std::shared_ptr<KRPluginVersions> versionsForPlugin(const std::shared_ptr<KRPluginBundle> &plugin) const;
+    void removePluginVersionsNotInIdentifiers(const QStringList &identifiers);
+
+    /// Forgets what was offered and reads the feeds of all plug-ins that have one. `handler` is called for each of
+    /// them, and `completionHandler`, which must be given where there is no updater, at the end: at once, by this
+    /// thread, when there is nothing to read. A plug-in whose feed turns out to be published as JSON too has that URL
+    /// afterwards.
+    void checkForPluginUpdatesWithHandler(UpdateCheckHandler handler, std::function<void()> completionHandler);
+    /// `checkForPluginUpdates:handler:completionHandler:`. The same without forgetting. The plug-ins given are ignored,
+    /// all are checked: a check of some would leave the records of the others out of date.
+    void checkForPluginUpdates(const QList<std::shared_ptr<KRPluginBundle>> &plugins, UpdateCheckHandler handler,
+        std::function<void()> completionHandler);
+
+    /// Of the batch that runs; nil for none.
+    std::optional<QList<KRError>> downloadPluginsErrors() const;
+    void setDownloadPluginsErrors(const std::optional<QList<KRError>> &errors);
+    void addDownloadAndDecompressPluginError(const KRError &error);
+
+    /// Downloads archives and unpacks them into the warehouse. `withCompletionHandler`, which may be empty, is called
+    /// on the main thread; the errors are forgotten as soon as that call is queued, so that it usually finds nil. A
+    /// host that wants all of them puts an updater of its own before KRPluginUpdaterImplementation.
+    void downloadPluginUpdates(const UpdateList &updates, UpdateErrorsHandler withCompletionHandler);
+    void downloadCompatiblePluginUpdatesWithCompletionHandler(UpdateErrorsHandler completionHandler);
+    void downloadLatestPluginUpdatesWithCompletionHandler(UpdateErrorsHandler completionHandler);
+    /// Cancels the batch that runs.
+    void cancelDownloadingPluginVersions();
+    /// `downloadPluginUpdate:withVersion:completionHandler:`. Downloads one offered version into the warehouse.
+    /// `completionHandler`, which may be empty, is called at once, by this thread, for a version that is there already
+    /// or that is not offered ("KRPluginMangerErrorDomain", 0).
+    void downloadPluginUpdate(
+        const QString &identifier, const QString &withVersion, UpdateErrorHandler completionHandler);
+
+    // Updates: the warehouse and installation
+
+    /// The folder of downloaded and of replaced plug-ins, created when missing.
+    static QUrl pluginsWarehouseURL();
+    /// `warehousePluginFolderForIdentifier:withVersion:`. Both are used as given, slashes included; empty when they
+    /// would name a place outside of the warehouse. Nothing is created.
+    static QUrl warehousePluginFolderForIdentifier(const QString &identifier, const QString &withVersion);
+    /// The plug-in that lies in the warehouse for that version; empty when there is none.
+    QUrl downloadedPluginURLWithIdentifier(const QString &identifier, const QString &version) const;
+    /// The plug-in nearest to the folder's top; empty when there is none.
+    QUrl firstPluginBundleFoundInFolder(const QUrl &folder) const;
+    bool isPluginUpdateDownloadedWithIdentifier(const QString &identifier, const QString &version) const;
+
+    /// `installPluginAtURL:withIdentifier:error:`. Moves a plug-in to where the installed one of that identifier is, or
+    /// into mainPluginsFolderURL(). The installed one goes into the warehouse, or into the trash when its version is
+    /// there already. Answers whether the new one is in its place; `error`, where given, may hold an error all the
+    /// same: that the warehouse has no place for the old one. Does not reload.
+    bool installPluginAtURL(const QUrl &url, const QString &withIdentifier, KRError *error = nullptr);
+    /// The same for a downloaded version; false, with `error` untouched, when it is not downloaded.
+    bool installPluginWithIdentifier(const QString &identifier, const QString &version, KRError *error = nullptr);
+    /// Installs a downloaded version and calls the handler, which must be given, at once. One that is not downloaded
+    /// yet is downloaded and installed on the network thread.
+    void downloadAndInstallPluginWithIdentifier(
+        const QString &identifier, const QString &version, UpdateErrorHandler downloadCompletionHandler);
+    /// Forgets what was offered and removes the warehouse, replaced plug-ins included. Answers whether it is gone; a
+    /// failure is said in the system log.
+    bool clearPluginsCache();
+    /// `isPluginAtURL:newerThanPluginAtURL:`. Whether both are plug-ins and the first has the higher version.
+    static bool isPluginAtURL(const QUrl &url, const QUrl &newerThanPluginAtURL);
+
+    // Updates: what a host shows of them
+    //
+    // Compatible means that the version is not listed as one that does not work; the manifest's own range is not asked.
+
+    qsizetype numberOfPluginsWithUpdates();
+    /// The installed plug-ins with a compatible newer version. What was set is kept, not owned, and has no influence:
+    /// the name, its spelling included, and the setter are there for hosts that use them.
+    QList<std::shared_ptr<KRPluginBundle>> pluginsWithKorvanCompatipleUpdates();
+    void setPluginsWithKorvanCompatipleUpdates(const QList<std::shared_ptr<KRPluginBundle>> &plugins);
+    qsizetype numberOfPluginsWithKorvanCompatibleUpdates();
+    /// Latest versions by identifier.
+    QMap<QString, QString> incompatiblePluginsWithUpdates();
+    QMap<QString, QString> incompatiblePluginsWithCompatibleUpdates();
+    /// Nil, not empty, for none.
+    std::optional<UpdateList> latestPluginUpdatesNotDownloaded();
+    /// The same for every compatible version, older ones than the installed included.
+    std::optional<UpdateList> compatiblePluginUpdatesNotDownloaded();
+    /// A counter for the host's own use.
+    qint64 updatesAddedToWarehouse() const { return m_updatesAddedToWarehouse; }
+    void setUpdatesAddedToWarehouse(qint64 count) { m_updatesAddedToWarehouse = count; }
+
     // The menu
 
     /// `addPluginsToMenu:selector:`. Appends a submenu for each enabled plug-in (the items themselves where a plug-in
@@ -216,6 +312,7 @@ private:
     void rebuildRegistry();
     std::function<void()> foldersChangedBlock();
     PluginTable pluginsOf(const FolderWalk &walk) const;
+    UpdateSummaries updateSummaries();
     void changeEnabledState(const std::shared_ptr<KRPluginBundle> &bundle, bool enabled);
 
     std::optional<PluginTable> m_plugins;
@@ -230,6 +327,10 @@ private:
     std::unique_ptr<RunningCommands> m_runningCommands;
     std::shared_ptr<COFlowDelegate> m_flowDelegate;
     std::unique_ptr<PluginFolderMonitoring> m_folderMonitoring;
+    std::shared_ptr<InstalledPlugins> m_installedPlugins;
+    std::shared_ptr<PluginUpdates> m_updates;
+    std::vector<std::weak_ptr<KRPluginBundle>> m_pluginsWithKorvanCompatipleUpdates;
+    qint64 m_updatesAddedToWarehouse = 0;
     /// Last, for it to end first: it works on another thread.
     std::unique_ptr<RemoteBlocklist> m_remoteBlocklist;
 };

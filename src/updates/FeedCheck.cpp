@@ -62,10 +62,8 @@ VersionsDictionary versionsOf(const UpdatingInfo &info)
 void fetchUpdatingInfo(const QUrl &url, UpdatingInfoDataHandler completionHandler)
 {
     const auto task = URLSession::sharedSession().dataTaskWithRequest({url, feedTimeout},
-        [completion = std::move(completionHandler)](
-            const QByteArray &data, const URLResponse &, const std::optional<KRError> &error) {
-            completion(data, error);
-        });
+        [completion = std::move(completionHandler)](const QByteArray &data, const URLResponse &,
+            const std::optional<KRError> &error) { completion(data, error); });
     task->resume();
 }
 
@@ -106,9 +104,8 @@ void FeedCheck::preferJSON(const QString &identifier)
 void FeedCheck::fetch(const QString &identifier)
 {
     fetchUpdatingInfo(plugin(identifier)->updatingInfoURL(),
-        [self = shared_from_this(), identifier](const QByteArray &data, const std::optional<KRError> &error) {
-            self->feedEnded(identifier, data, error);
-        });
+        [self = shared_from_this(), identifier](
+            const QByteArray &data, const std::optional<KRError> &error) { self->feedEnded(identifier, data, error); });
 }
 
 void FeedCheck::feedEnded(const QString &identifier, const QByteArray &data, const std::optional<KRError> &error)
@@ -129,7 +126,7 @@ void FeedCheck::countDown()
     if (--m_feedsLeft > 0)
         return;
     // Plug-ins that a reload has replaced meanwhile end where their commands belong.
-    LTAppEnvironment::runOnMainQueue([plugins = std::exchange(m_plugins, {})] { });
+    LTAppEnvironment::runOnMainQueue([plugins = std::exchange(m_plugins, {})] {});
     const auto updater = m_updater.lock();
     if (!updater)
         return;

@@ -18,8 +18,8 @@ using UpdatingInfoHandler = std::function<void(const std::optional<KRError> &err
     const std::shared_ptr<KRPluginBundle> &plugin, const std::optional<VersionsDictionary> &versions)>;
 
 /// One archive that has been downloaded, or not: the file is there during the call only.
-using PluginDownloadHandler = std::function<void(const std::optional<KRError> &error, const QString &identifier,
-    const QString &version, const QUrl &temporaryFile)>;
+using PluginDownloadHandler = std::function<void(
+    const std::optional<KRError> &error, const QString &identifier, const QString &version, const QUrl &temporaryFile)>;
 
 /// The same for a single one.
 using PluginFileHandler = std::function<void(const std::optional<KRError> &error, const QUrl &temporaryFile)>;
@@ -36,8 +36,8 @@ public:
     KRPluginUpdater(const KRPluginUpdater &) = delete;
     KRPluginUpdater &operator=(const KRPluginUpdater &) = delete;
 
-    /// `downloadPluginUpdatingInfo:downloadUpdatingInfoHandler:completionHandler:`. Reads the feeds of the plug-ins that
-    /// have one. The first handler, which must be given, is called once for each of them; the second, which may be
+    /// `downloadPluginUpdatingInfo:downloadUpdatingInfoHandler:completionHandler:`. Reads the feeds of the plug-ins
+    /// that have one. The first handler, which must be given, is called once for each of them; the second, which may be
     /// empty, at the end. Main thread.
     virtual void downloadPluginUpdatingInfo(const PluginTable &plugins, UpdatingInfoHandler downloadUpdatingInfoHandler,
         std::function<void()> completionHandler) = 0;

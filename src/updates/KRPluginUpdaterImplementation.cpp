@@ -39,9 +39,8 @@ QString addTask(LTDownloadManager &downloader, DownloadProgress *progress, const
     const QString &version, const QUrl &url, PluginFileHandler handler)
 {
     const auto task = downloader.addDownloadTaskWithDownloadRequest({url, std::nullopt},
-        [handler = std::move(handler)](const QUrl &file, const URLResponse &, const std::optional<KRError> &error) {
-            handler(error, file);
-        });
+        [handler = std::move(handler)](
+            const QUrl &file, const URLResponse &, const std::optional<KRError> &error) { handler(error, file); });
     if (progress)
         progress->taskAdded(task, identifier, version, url);
     return task;
@@ -54,10 +53,8 @@ void addTasks(LTDownloadManager &downloader, DownloadProgress *progress, const U
         const auto &archives = plugin.value();
         for (auto archive = archives.begin(); archive != archives.end(); ++archive) {
             addTask(downloader, progress, plugin.key(), archive.key(), archive.value(),
-                [handler, identifier = plugin.key(), version = archive.key()](
-                    const std::optional<KRError> &error, const QUrl &file) {
-                    handler(error, identifier, version, file);
-                });
+                [handler, identifier = plugin.key(), version = archive.key()](const std::optional<KRError> &error,
+                    const QUrl &file) { handler(error, identifier, version, file); });
         }
     }
 }
@@ -70,8 +67,8 @@ KRPluginUpdaterImplementation::KRPluginUpdaterImplementation()
 
 KRPluginUpdaterImplementation::~KRPluginUpdaterImplementation() = default;
 
-void KRPluginUpdaterImplementation::downloadUpdatingInfoAtURL(const QUrl &url,
-    std::function<void(const QByteArray &data, const std::optional<KRError> &error)> completionHandler)
+void KRPluginUpdaterImplementation::downloadUpdatingInfoAtURL(
+    const QUrl &url, std::function<void(const QByteArray &data, const std::optional<KRError> &error)> completionHandler)
 {
     fetchUpdatingInfo(url, std::move(completionHandler));
 }
@@ -81,8 +78,8 @@ VersionsDictionary KRPluginUpdaterImplementation::versionsDictionaryFromUpdating
     return versionsOf(updatingInfo);
 }
 
-void KRPluginUpdaterImplementation::downloadPluginUpdatingInfo(
-    const PluginTable &plugins, UpdatingInfoHandler downloadUpdatingInfoHandler, std::function<void()> completionHandler)
+void KRPluginUpdaterImplementation::downloadPluginUpdatingInfo(const PluginTable &plugins,
+    UpdatingInfoHandler downloadUpdatingInfoHandler, std::function<void()> completionHandler)
 {
     const auto checked = pluginsWithFeed(plugins);
     if (checked.isEmpty()) {
@@ -91,8 +88,7 @@ void KRPluginUpdaterImplementation::downloadPluginUpdatingInfo(
         return;
     }
     m_state->updatingInfoStatus = Running;
-    std::make_shared<FeedCheck>(
-        checked, m_state, std::move(downloadUpdatingInfoHandler), std::move(completionHandler))
+    std::make_shared<FeedCheck>(checked, m_state, std::move(downloadUpdatingInfoHandler), std::move(completionHandler))
         ->start();
 }
 

@@ -9,8 +9,8 @@
 
 #include <optional>
 
-/// The versions of one plug-in that its feed offers. One that a manager holds is not changed any more and may be read on
-/// any thread; otherwise one thread at a time.
+/// The versions of one plug-in that its feed offers. One that a manager holds is not changed any more and may be read
+/// on any thread; otherwise one thread at a time.
 class KORVAN_EXPORT KRPluginVersions
 {
 public:

@@ -95,8 +95,8 @@ void PluginUpdates::check(
             completionHandler();
         return;
     }
-    const auto feedHandler = [weak = weak_from_this(), handler = std::move(handler)](const auto &error,
-                                 const auto &plugin, const auto &versions) {
+    const auto feedHandler = [weak = weak_from_this(), handler = std::move(handler)](
+                                 const auto &error, const auto &plugin, const auto &versions) {
         if (const auto self = weak.lock())
             self->unlessStopped([&] { self->checked(handler, error, plugin, versions); });
     };

@@ -34,8 +34,8 @@ public:
     /// Without an updater (null) nothing is ever found or downloaded.
     explicit PluginUpdates(std::shared_ptr<KRPluginUpdater> updater);
 
-    /// Waits for the handler that runs, or the archive that is being unpacked. What comes later is dropped. Not inside a
-    /// handler.
+    /// Waits for the handler that runs, or the archive that is being unpacked. What comes later is dropped. Not inside
+    /// a handler.
     void stop();
 
     PluginVersionsTable versions() const;
@@ -47,8 +47,8 @@ public:
     void setErrors(const std::optional<QList<KRError>> &errors);
     void addError(const KRError &error);
 
-    /// Reads the feeds of the plug-ins and remembers what each offers. `completionHandler` is called at the end: at once,
-    /// by this thread, when there is nothing to read. Main thread.
+    /// Reads the feeds of the plug-ins and remembers what each offers. `completionHandler` is called at the end: at
+    /// once, by this thread, when there is nothing to read. Main thread.
     void check(const PluginTable &plugins, UpdateCheckHandler handler, std::function<void()> completionHandler);
 
     /// Downloads and unpacks; errors are added to errors().

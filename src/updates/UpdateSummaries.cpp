@@ -2,7 +2,6 @@
 
 #include "platform/LTCompareVersions.h"
 
-
 namespace {
 
 std::optional<UpdateList> nilIfEmpty(const UpdateList &list)

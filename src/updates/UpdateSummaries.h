@@ -13,8 +13,8 @@
 #include <memory>
 #include <optional>
 
-/// What can be said of the offered versions, seen from the installed plug-ins. Compatible means here that the version is
-/// not listed as one that does not work; a manifest's own range is not looked at.
+/// What can be said of the offered versions, seen from the installed plug-ins. Compatible means here that the version
+/// is not listed as one that does not work; a manifest's own range is not looked at.
 ///
 /// Every answer is computed anew; nothing is changed. The functions given are asked during the calls only.
 class UpdateSummaries

@@ -14,8 +14,8 @@
 
 class NetworkThread;
 
-/// The end of a data task: the whole body, the server's response, an error. With an error the data is null (not so after
-/// an empty body). An HTTP status that says "failed" is no error. Called once, on the network thread.
+/// The end of a data task: the whole body, the server's response, an error. With an error the data is null (not so
+/// after an empty body). An HTTP status that says "failed" is no error. Called once, on the network thread.
 using DataCompletion =
     std::function<void(const QByteArray &data, const URLResponse &response, const std::optional<KRError> &error)>;
 

@@ -93,6 +93,17 @@ Answer &Answer::thenStall()
     return *this;
 }
 
+Answer Answer::withoutBody() const
+{
+    Answer answer = *this;
+    auto &[kind, bytes] = answer.m_steps.first();
+    if (const auto end = bytes.indexOf("\r\n\r\n"); kind == Kind::Bytes && end >= 0) {
+        bytes.truncate(end + 4);
+        answer.m_steps.resize(1);
+    }
+    return answer;
+}
+
 LoopbackServer::LoopbackServer()
     : m_listener(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))
 {
@@ -230,8 +241,9 @@ Answer LoopbackServer::beginRequest(const QByteArray &head)
     m_changed.notify_all();
     const auto found = m_answers.find(head.split(' ').value(1));
     if (found == m_answers.end())
-        return Answer::response(404, "Nothing here.");
-    return found->second.size() > 1 ? found->second.takeFirst() : found->second.first();
+        return Answer::response(404, head.startsWith("HEAD ") ? "" : "Nothing here.");
+    const Answer answer = found->second.size() > 1 ? found->second.takeFirst() : found->second.first();
+    return head.startsWith("HEAD ") ? answer.withoutBody() : answer;
 }
 
 bool LoopbackServer::play(int socket, const Answer &answer)

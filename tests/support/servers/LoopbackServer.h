@@ -35,6 +35,8 @@ public:
 
 private:
     friend class LoopbackServer;
+    /// What a request for the head gets.
+    Answer withoutBody() const;
     enum class Kind { Bytes, WaitForRelease, Stall };
     QList<QPair<Kind, QByteArray>> m_steps;
     bool m_keepAlive = false;
