@@ -60,7 +60,9 @@ set(korvan_public_headers
     platform/script/ValueText.h
     state/BlocklistUpdate.h
     state/IncompatibleVersions.h
-    state/KRPluginManagingState.h)
+    state/KRPluginManagingState.h
+    updates/UpdatingInfo.h
+    updates/UpdatingInfoError.h)
 
 install(TARGETS KorvanPluginManager EXPORT KorvanPluginManagerTargets)
 foreach(header IN LISTS korvan_public_headers)
