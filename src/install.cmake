@@ -43,6 +43,8 @@ set(korvan_public_headers
     platform/Result.h
     platform/Snapshot.h
     platform/UserDefaults.h
+    platform/archive/LTZipReader.h
+    platform/archive/ZipBudget.h
     platform/monitoring/FolderMonitorOptions.h
     platform/monitoring/KRFolderMonitor.h
     platform/script/CODebugController.h
@@ -60,7 +62,8 @@ set(korvan_public_headers
     platform/script/ValueText.h
     state/BlocklistUpdate.h
     state/IncompatibleVersions.h
-    state/KRPluginManagingState.h)
+    state/KRPluginManagingState.h
+    updates/ArchiveExtraction.h)
 
 install(TARGETS KorvanPluginManager EXPORT KorvanPluginManagerTargets)
 foreach(header IN LISTS korvan_public_headers)
