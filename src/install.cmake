@@ -5,6 +5,7 @@ include(CMakePackageConfigHelpers)
 set(korvan_public_headers
     bundles/KRPluginBundle.h
     bundles/KRPluginBundleIconInfo.h
+    bundles/PluginTable.h
     commands/CommandEntry.h
     commands/CommandHandlers.h
     commands/CommandLoading.h
@@ -23,7 +24,6 @@ set(korvan_public_headers
     commands/UserInfoOwner.h
     localization/KorvanPluginManagerLocalization.h
     manager/KRPluginManager.h
-    bundles/PluginTable.h
     platform/Export.h
     platform/JSONText.h
     platform/KRError.h
@@ -43,6 +43,8 @@ set(korvan_public_headers
     platform/Result.h
     platform/Snapshot.h
     platform/UserDefaults.h
+    platform/archive/LTZipReader.h
+    platform/archive/ZipBudget.h
     platform/monitoring/FolderMonitorOptions.h
     platform/monitoring/KRFolderMonitor.h
     platform/script/CODebugController.h
@@ -61,8 +63,15 @@ set(korvan_public_headers
     state/BlocklistUpdate.h
     state/IncompatibleVersions.h
     state/KRPluginManagingState.h
+    updates/ArchiveExtraction.h
+    updates/KRPluginUpdater.h
+    updates/KRPluginUpdaterImplementation.h
+    updates/KRPluginVersions.h
+    updates/PluginDownloadProgress.h
+    updates/PluginUpdateHandlers.h
     updates/UpdatingInfo.h
-    updates/UpdatingInfoError.h)
+    updates/UpdatingInfoError.h
+    updates/VersionsDictionary.h)
 
 install(TARGETS KorvanPluginManager EXPORT KorvanPluginManagerTargets)
 foreach(header IN LISTS korvan_public_headers)

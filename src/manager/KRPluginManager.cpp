@@ -17,6 +17,7 @@
 #include "platform/NotificationCenter.h"
 #include "platform/script/COScript.h"
 #include "state/RemoteBlocklist.h"
+#include "updates/PluginUpdates.h"
 
 namespace {
 

@@ -8,7 +8,8 @@
 #include "platform/monitoring/KRFolderMonitor.h"
 #include "state/BlocklistUpdate.h"
 #include "state/KRPluginManagingState.h"
-#include "updates/PluginUpdates.h"
+#include "updates/KRPluginUpdater.h"
+#include "updates/PluginUpdateHandlers.h"
 
 #include <QList>
 #include <QSet>
@@ -30,6 +31,7 @@ class IncompatiblePlugins;
 class InstalledPlugins;
 class Menu;
 class PluginFolderMonitoring;
+class PluginUpdates;
 class RemoteBlocklist;
 class RunningCommands;
 class UpdateSummaries;

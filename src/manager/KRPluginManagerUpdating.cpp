@@ -4,6 +4,7 @@
 #include "manager/KRPluginManager.h"
 #include "manager/PluginFolders.h"
 #include "updates/PluginInstallation.h"
+#include "updates/PluginUpdates.h"
 #include "updates/PluginWarehouse.h"
 #include "updates/UpdateSummaries.h"
 

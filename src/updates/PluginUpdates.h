@@ -1,8 +1,7 @@
 #pragma once
 
-#include "platform/KRError.h"
 #include "updates/KRPluginUpdater.h"
-#include "updates/KRPluginVersions.h"
+#include "updates/PluginUpdateHandlers.h"
 
 #include <QList>
 #include <QMap>
@@ -11,19 +10,6 @@
 #include <memory>
 #include <mutex>
 #include <optional>
-
-/// What feeds offer, by the plug-ins' identifiers.
-using PluginVersionsTable = QMap<QString, std::shared_ptr<KRPluginVersions>>;
-
-/// One plug-in that has been checked: an error or none, the plug-in, the highest version that its feed offers (nil with
-/// an error, and when there is none).
-using UpdateCheckHandler = std::function<void(const std::optional<KRError> &error,
-    const std::shared_ptr<KRPluginBundle> &plugin, const std::optional<QString> &latestVersion)>;
-
-/// The errors of a batch; nil for none.
-using UpdateErrorsHandler = std::function<void(const std::optional<QList<KRError>> &errors)>;
-
-using UpdateErrorHandler = std::function<void(const std::optional<KRError> &error)>;
 
 /// Checks for updates and brings them into the warehouse; remembers what was found and what failed. Thread-safe.
 ///
