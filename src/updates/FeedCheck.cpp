@@ -7,8 +7,6 @@
 #include "updates/UpdaterState.h"
 #include "updates/UpdatingInfo.h"
 
-#include <QXmlStreamReader>
-
 namespace {
 
 /// So short because a check asks many servers, and nobody waits for the slow ones.
@@ -48,8 +46,7 @@ std::optional<UpdatingInfo> readUpdatingInfo(const QUrl &feed, const QByteArray 
             error = parseError;
         return info;
     }
-    QXmlStreamReader parser(data);
-    return UpdatingInfo::sparkleXMLToUpdatingInfoWithXmlParser(parser, feed);
+    return UpdatingInfo::sparkleXMLToUpdatingInfo(data, feed);
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "support/VirtualMainQueue.h"
 
+#include <QtGlobal>
+
 #include <algorithm>
 
 struct VirtualMainQueue::State
@@ -37,6 +39,7 @@ void VirtualMainQueue::async(std::function<void()> work)
 {
     const std::lock_guard lock(m_mutex);
     m_queued.push_back(std::move(work));
+    m_hasWork.notify_all();
 }
 
 std::unique_ptr<ScheduledCall> VirtualMainQueue::callAfter(std::chrono::milliseconds delay, std::function<void()> work)
@@ -63,6 +66,19 @@ void VirtualMainQueue::runQueued()
             m_queued.pop_front();
         }
         work();
+    }
+}
+
+void VirtualMainQueue::runUntil(const std::function<bool()> &condition)
+{
+    runQueued();
+    while (!condition()) {
+        {
+            std::unique_lock lock(m_mutex);
+            if (!m_hasWork.wait_for(lock, std::chrono::minutes(1), [this] { return !m_queued.empty(); }))
+                qFatal("nothing was queued");
+        }
+        runQueued();
     }
 }
 

@@ -3,6 +3,7 @@
 #include "platform/MainQueue.h"
 
 #include <chrono>
+#include <condition_variable>
 #include <deque>
 #include <functional>
 #include <map>
@@ -23,6 +24,8 @@ public:
 
     /// Runs what was queued with async(), also what that queues in turn. No time passes.
     void runQueued();
+    /// Runs what is queued, and what other threads queue, until the condition holds. Fails the program after a minute.
+    void runUntil(const std::function<bool()> &condition);
     /// Lets time pass, and runs everything that becomes due at its own moment, in order.
     void advance(std::chrono::milliseconds duration);
     /// How many scheduled calls wait for their time.
@@ -40,5 +43,6 @@ private:
     std::shared_ptr<State> m_state;
     std::chrono::milliseconds m_now{0};
     std::mutex m_mutex;
+    std::condition_variable m_hasWork;
     std::deque<std::function<void()>> m_queued;
 };
