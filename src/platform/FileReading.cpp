@@ -1,33 +1,13 @@
 #include "platform/FileReading.h"
 
+#include "platform/FileDescriptor.h"
+
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <system_error>
-#include <unistd.h>
 
 namespace {
-
-class FileDescriptor
-{
-public:
-    explicit FileDescriptor(int descriptor)
-        : m_descriptor(descriptor)
-    { }
-    ~FileDescriptor()
-    {
-        if (m_descriptor >= 0)
-            ::close(m_descriptor);
-    }
-    FileDescriptor(const FileDescriptor &) = delete;
-    FileDescriptor &operator=(const FileDescriptor &) = delete;
-
-    bool isOpen() const { return m_descriptor >= 0; }
-    int get() const { return m_descriptor; }
-
-private:
-    int m_descriptor;
-};
 
 ssize_t readSome(int descriptor, char *destination, qsizetype size)
 {
