@@ -25,8 +25,10 @@ public:
 
     bool isOpen() const { return m_descriptor >= 0; }
     int get() const { return m_descriptor; }
+    /// Gives it away without closing it.
+    int release() { return std::exchange(m_descriptor, -1); }
     /// False when the system kept bytes back until now and could not write them.
-    bool close() { return m_descriptor < 0 || ::close(std::exchange(m_descriptor, -1)) == 0; }
+    bool close() { return m_descriptor < 0 || ::close(release()) == 0; }
 
 private:
     int m_descriptor;

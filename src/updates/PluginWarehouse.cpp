@@ -1,14 +1,15 @@
 #include "updates/PluginWarehouse.h"
 
 #include "localization/KorvanPluginManagerLocalization.h"
-#include "platform/FileReading.h"
 #include "platform/FileURL.h"
 #include "platform/FolderListing.h"
+#include "platform/ItemRemoval.h"
 #include "platform/LTAppEnvironment.h"
 #include "updates/BundleSearch.h"
 
+#include <QByteArrayList>
+
 #include <algorithm>
-#include <filesystem>
 #include <optional>
 #include <sys/stat.h>
 
@@ -49,11 +50,20 @@ bool isInsideAfterLinks(const QByteArray &folder, QByteArray path)
     return !resolved.isEmpty() && (resolved == resolvedFolder || resolved.startsWith(resolvedFolder + '/'));
 }
 
-std::optional<KRError> removeFolder(const QByteArray &path)
+QUrl folderBelowWarehouse(const QByteArrayList &names, KRError *error)
 {
-    std::error_code error;
-    std::filesystem::remove_all(path.toStdString(), error);
-    return error ? std::optional(systemError(error.value())) : std::nullopt;
+    const auto refuse = [error] {
+        if (error)
+            *error = refusal();
+        return QUrl();
+    };
+    if (!std::all_of(names.begin(), names.end(), namesSomethingBelow))
+        return refuse();
+    const auto warehouse = pathFromFileURL(pluginsWarehouseURL());
+    if (warehouse.isEmpty())
+        return refuse();
+    const auto path = pathByAppending(warehouse, names.join('/'));
+    return isInsideAfterLinks(warehouse, path) ? fileURLFromPath(path, FileKind::Folder) : refuse();
 }
 
 /// The application has no place for a warehouse: the system was not asked and gives no reason.
@@ -72,20 +82,12 @@ QUrl pluginsWarehouseURL()
 
 QUrl warehousePluginFolder(const QString &identifier, const QString &version, KRError *error)
 {
-    const auto refuse = [error] {
-        if (error)
-            *error = refusal();
-        return QUrl();
-    };
-    const auto identifierPath = identifier.toUtf8();
-    const auto versionPath = version.toUtf8();
-    if (!namesSomethingBelow(identifierPath) || !namesSomethingBelow(versionPath))
-        return refuse();
-    const auto warehouse = pathFromFileURL(pluginsWarehouseURL());
-    if (warehouse.isEmpty())
-        return refuse();
-    const auto path = pathByAppending(pathByAppending(warehouse, identifierPath), versionPath);
-    return isInsideAfterLinks(warehouse, path) ? fileURLFromPath(path, FileKind::Folder) : refuse();
+    return folderBelowWarehouse({identifier.toUtf8(), version.toUtf8()}, error);
+}
+
+QUrl warehouseFolderOfPlugin(const QString &identifier, KRError *error)
+{
+    return folderBelowWarehouse({identifier.toUtf8()}, error);
 }
 
 QUrl downloadedPluginURL(const QString &identifier, const QString &version)
@@ -106,7 +108,7 @@ QUrl firstPluginBundleFoundInFolder(const QUrl &folder)
 WarehouseRemoval removePluginsWarehouse()
 {
     const auto path = pathFromFileURL(pluginsWarehouseURL());
-    const auto failure = path.isEmpty() ? reasonUnknown() : removeFolder(path);
+    const auto failure = path.isEmpty() ? reasonUnknown() : removeItem(path);
     if (!failure)
         return WarehouseRemoval::Removed;
     LTAppEnvironment::current().systemLog(

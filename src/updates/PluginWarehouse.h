@@ -30,6 +30,9 @@ QUrl pluginsWarehouseURL();
 /// there, makes sure again.
 QUrl warehousePluginFolder(const QString &identifier, const QString &version, KRError *error = nullptr);
 
+/// The folder of all of a plug-in's versions, under the same conditions.
+QUrl warehouseFolderOfPlugin(const QString &identifier, KRError *error = nullptr);
+
 /// The plug-in in the folder of that version; empty when there is none, or no such folder.
 QUrl downloadedPluginURL(const QString &identifier, const QString &version);
 
