@@ -33,7 +33,7 @@ QUrl jsonAlternative(const QUrl &url)
 {
     const auto path = url.path(QUrl::FullyEncoded);
     auto alternative = url;
-    alternative.setPath(path.chopped(pathExtension(url).size()) + QStringLiteral("json"));
+    alternative.setPath(path.chopped(pathExtension(url).size()) + QStringLiteral("json"), QUrl::StrictMode);
     return alternative;
 }
 
