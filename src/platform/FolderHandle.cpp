@@ -16,7 +16,7 @@ constexpr int openFlags = O_PATH | O_DIRECTORY | O_CLOEXEC;
 
 bool isSingleName(const QByteArray &name)
 {
-    return !name.isEmpty() && name != ".." && !name.contains('/') && !name.contains('\0');
+    return !name.isEmpty() && name != "." && name != ".." && !name.contains('/') && !name.contains('\0');
 }
 
 std::optional<KRError> errorIf(int number)

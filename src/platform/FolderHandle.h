@@ -9,7 +9,7 @@
 
 /// An open folder. What is done through it happens in that very folder, wherever its path may lead by now.
 ///
-/// Names are single components; each operation refuses one with a slash or a zero in it, an empty one and "..".
+/// Names are single components; each operation refuses one with a slash or a zero in it, an empty one, "." and "..".
 class FolderHandle
 {
 public:
