@@ -1,6 +1,7 @@
 // Any bytes: an error, or an offer that can be fetched and is the same in a feed of its own.
 
 #include "platform/JSONText.h"
+#include "updates/FeedLimits.h"
 #include "updates/UpdatingInfo.h"
 
 #include <QVariantMap>
@@ -24,12 +25,14 @@ void checkOffer(const UpdatingInfo &info)
     if (!isWeb || info.downloadURL().host().isEmpty() || info.versionID().trimmed().isEmpty())
         qFatal("offers %s at %s", qPrintable(info.versionID()), info.downloadURL().toEncoded().constData());
 
-    const QVariantMap feed{{QStringLiteral("version"), info.versionID()},
-        {QStringLiteral("downloadURL"), QString::fromLatin1(info.downloadURL().toEncoded())}};
+    // Written out: a "#" in a fragment is one QUrl before it was encoded and another one behind.
+    const auto url = info.downloadURL().toEncoded();
+    const QVariantMap feed{
+        {QStringLiteral("version"), info.versionID()}, {QStringLiteral("downloadURL"), QString::fromLatin1(url)}};
     const auto json = jsonFromVariant(feed, JSONStyle::Compact);
     const auto again = UpdatingInfo::initWithData(json, feedURL());
-    // A URL may get longer than the limit when it is encoded.
-    if (again ? *again != info : info.downloadURL().toEncoded().size() <= 8192)
+    const bool isSame = again && again->versionID() == info.versionID() && again->downloadURL().toEncoded() == url;
+    if (!isSame && url.size() <= longestDownloadURL) // which encoding may exceed
         qFatal("not the same from %s", json.constData());
 }
 
