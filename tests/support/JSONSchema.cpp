@@ -4,6 +4,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <limits>
 
 using namespace Qt::StringLiterals;
 
