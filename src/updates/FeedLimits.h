@@ -3,7 +3,7 @@
 #include <QtGlobal>
 
 // What a feed may measure. Far beyond what is published, and small enough that refusing or reading the worst takes
-// about a second.
+// a second or two.
 
 /// In bytes; whoever downloads a feed can stop there.
 inline constexpr qsizetype largestFeed = 4 * 1024 * 1024;
