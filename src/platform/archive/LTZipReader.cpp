@@ -2,6 +2,7 @@
 
 #include "platform/FileDescriptor.h"
 #include "platform/FileURL.h"
+#include "platform/UTF8.h"
 #include "platform/archive/ZipSoundness.h"
 
 #include <QHash>
@@ -57,11 +58,18 @@ bool isSameEntry(zip_t *archive, zip_uint64_t index, const ZipEntry &entry)
         && status.crc == entry.checksum && status.comp_method == entry.method;
 }
 
-QString pathOf(zip_t *archive, zip_uint64_t index, const ZipEntry &entry)
+/// Nil when the path is marked as UTF-8 without being it. A path that is in no way marked is taken for UTF-8 when it
+/// can be, as most programs write it, or else for code page 437.
+std::optional<QString> pathOf(zip_t *archive, zip_uint64_t index, const ZipEntry &entry)
 {
-    if (entry.name.contains('\0') || !archive) // the library ends a path at a zero
-        return QString::fromUtf8(entry.name);
-    return QString::fromUtf8(::zip_get_name(archive, index, ZIP_FL_ENC_GUESS));
+    const bool isCut = !archive || entry.name.contains('\0'); // the library ends a path at a zero
+    const auto bytes = isCut ? entry.name : QByteArray(::zip_get_name(archive, index, ZIP_FL_ENC_RAW));
+    if (isValidUTF8(bytes))
+        return QString::fromUtf8(bytes);
+    if (isCut)
+        return std::nullopt;
+    const QByteArray converted(::zip_get_name(archive, index, ZIP_FL_ENC_STRICT));
+    return isValidUTF8(converted) ? std::optional(QString::fromUtf8(converted)) : std::nullopt;
 }
 
 /// All `size` bytes and then the end, where the library compares the checksum.
@@ -82,6 +90,9 @@ bool readWhole(zip_file_t *file, QByteArray &data)
 
 struct LTZipReader::Archive
 {
+    bool open(const QUrl &url, const ZipBudget &budget);
+    bool readPaths();
+
     FileDescriptor file;
     ZipDirectory directory;
     ArchiveHandle handle;
@@ -89,27 +100,41 @@ struct LTZipReader::Archive
     QHash<QString, qsizetype> indices;
 };
 
+bool LTZipReader::Archive::open(const QUrl &url, const ZipBudget &budget)
+{
+    file = openArchive(url);
+    auto found = readZipDirectory(file.get(), budget);
+    if (!found)
+        return false;
+    directory = std::move(*found);
+    refuseUnsoundEntries(directory, file.get(), budget);
+    if (!directory.isWithinBudget)
+        return true; // the library would read the whole of it
+    handle = openWithLibrary(file.get());
+    return handle && zip_uint64_t(::zip_get_num_entries(handle.get(), 0)) == directory.entries.size();
+}
+
+bool LTZipReader::Archive::readPaths()
+{
+    zip_uint64_t index = 0;
+    for (auto &entry : directory.entries) {
+        if (handle && !isSameEntry(handle.get(), index, entry))
+            entry.state = ZipEntry::State::Refused;
+        auto path = pathOf(handle.get(), index, entry);
+        if (!path)
+            return false;
+        indices.insert(*path, qsizetype(index));
+        paths.append(std::move(*path));
+        ++index;
+    }
+    return true;
+}
+
 std::unique_ptr<LTZipReader> LTZipReader::readerWithURL(const QUrl &url, const ZipBudget &budget)
 {
     auto archive = std::make_unique<Archive>();
-    archive->file = openArchive(url);
-    if (auto directory = readZipDirectory(archive->file.get(), budget)) {
-        refuseUnsoundEntries(*directory, archive->file.get(), budget);
-        if (directory->isWithinBudget)
-            archive->handle = openWithLibrary(archive->file.get());
-        auto *const handle = archive->handle.get();
-        const bool isUsable = !directory->isWithinBudget
-            || (handle && zip_uint64_t(::zip_get_num_entries(handle, 0)) == directory->entries.size());
-        if (isUsable)
-            archive->directory = std::move(*directory);
-    }
-    for (std::size_t index = 0; index < archive->directory.entries.size(); ++index) {
-        auto &entry = archive->directory.entries[index];
-        if (archive->handle && !isSameEntry(archive->handle.get(), index, entry))
-            entry.state = ZipEntry::State::Refused;
-        archive->paths.append(pathOf(archive->handle.get(), index, entry));
-        archive->indices.insert(archive->paths.last(), qsizetype(index));
-    }
+    if (!archive->open(url, budget) || !archive->readPaths())
+        archive = std::make_unique<Archive>();
     return std::unique_ptr<LTZipReader>(new LTZipReader(std::move(archive)));
 }
 

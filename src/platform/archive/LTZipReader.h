@@ -27,8 +27,8 @@ public:
 
     /// The paths of all entries in the archive's order, those of folders ending in "/".
     ///
-    /// A path that is not UTF-8 is taken for code page 437, the format's other encoding; an archive whose paths are
-    /// marked as UTF-8 without being it has no contents. An archive with too many entries has its first ones as
+    /// A path that is not UTF-8 is taken for code page 437, the format's other encoding; an archive with a path that is
+    /// marked as UTF-8 without being it, or that is neither and holds a zero, has no contents. An archive with too many entries has its first ones as
     /// contents, none of which can be read.
     const QStringList &contents() const;
 

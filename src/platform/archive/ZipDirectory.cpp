@@ -178,7 +178,8 @@ std::optional<ZipDirectory> readZipDirectory(int file, const ZipBudget &budget)
     auto end = readEnd(file, quint64(status.st_size));
     if (end)
         end = readLargeEnd(file, *end);
-    if (!end || end->directoryOffset > end->position || end->directorySize > end->position - end->directoryOffset)
+    // Anything between the two could be another directory, which other programs might prefer.
+    if (!end || end->directoryOffset > end->position || end->directorySize != end->position - end->directoryOffset)
         return {};
 
     ZipDirectory directory;
