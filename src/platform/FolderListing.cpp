@@ -105,6 +105,12 @@ bool itemExists(const QByteArray &path)
     return !path.isEmpty() && !path.contains('\0') && ::stat(path.constData(), &status) == 0;
 }
 
+bool hasEntry(const QByteArray &path)
+{
+    struct stat status;
+    return !path.isEmpty() && !path.contains('\0') && ::lstat(path.constData(), &status) == 0;
+}
+
 QByteArray resolvedPath(const QByteArray &path)
 {
     if (path.contains('\0'))

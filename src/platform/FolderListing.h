@@ -37,5 +37,8 @@ bool isDeadLink(const FolderEntry &entry, const FolderTarget &target);
 /// Whether a path leads to anything, of whatever kind.
 bool itemExists(const QByteArray &path);
 
+/// Whether there is anything at the path itself, be it a link that leads nowhere.
+bool hasEntry(const QByteArray &path);
+
 /// The path with every link resolved; empty when it leads nowhere.
 QByteArray resolvedPath(const QByteArray &path);

@@ -2,6 +2,7 @@
 
 #include "platform/FileReading.h"
 #include "platform/FileURL.h"
+#include "platform/FolderListing.h"
 #include "platform/HiddenSibling.h"
 #include "platform/ItemCopy.h"
 #include "platform/ItemRemoval.h"
@@ -24,8 +25,7 @@ std::optional<KRError> errorUnlessZero(int failure)
 /// question and the rename is lost, if it is a file.
 int renameAfterLooking(const QByteArray &from, const QByteArray &to)
 {
-    struct stat status;
-    if (::lstat(to.constData(), &status) == 0)
+    if (hasEntry(to))
         return EEXIST;
     return ::rename(from.constData(), to.constData()) == 0 ? 0 : errno;
 }
@@ -44,12 +44,6 @@ bool areOnOneFileSystem(const QByteArray &item, const QByteArray &folder)
     struct stat folderStatus;
     const bool areThere = ::lstat(item.constData(), &itemStatus) == 0 && ::stat(folder.constData(), &folderStatus) == 0;
     return !areThere || itemStatus.st_dev == folderStatus.st_dev; // what is missing, the rename will tell
-}
-
-bool isAnything(const QByteArray &path)
-{
-    struct stat status;
-    return ::lstat(path.constData(), &status) == 0;
 }
 
 /// What is neither is made in one step: it needs no hidden copy, and could have no lock that protects one.
@@ -130,7 +124,7 @@ std::optional<KRError> ItemMove::carryOut()
         if (failure != EXDEV)
             return errorUnlessZero(failure);
         // Also inside of one file system, where parts of it are mounted twice or lie in layers.
-        if (isAnything(m_to))
+        if (hasEntry(m_to))
             return systemError(EEXIST);
         if (!isFileOrFolder(m_from))
             return copyInOneStep();

@@ -3,6 +3,7 @@
 #include "platform/FileDescriptor.h"
 #include "platform/FileReading.h"
 #include "platform/FileURL.h"
+#include "platform/FolderListing.h"
 #include "platform/ItemMove.h"
 
 #include <QDateTime>
@@ -15,22 +16,14 @@
 
 namespace {
 
-// The trash of the desktops: "files" holds the items, "info" says of each where it was and since when it is there.
+// The trash of the desktops, in the user's own data: "files" holds the items, "info" says of each where it was and
+// since when it is there. QFile::moveToTrash() is of no use here: without a folder for it, it throws things into the
+// current folder; it cannot cross file systems, does not say why it has failed, and refuses names that are not text.
 
 QByteArray infoPath(const QByteArray &inTrash)
 {
     const auto trash = pathWithoutLastComponent(pathWithoutLastComponent(inTrash));
     return trash + "/info/" + lastPathComponent(inTrash) + ".trashinfo";
-}
-
-/// By the system's own means. Paths that are not text are not for it.
-QByteArray moveToSystemTrash(const QByteArray &path)
-{
-    const auto name = QFile::decodeName(path);
-    QString inTrash;
-    if (QFile::encodeName(name) != path || !QFile::moveToTrash(name, &inTrash))
-        return {};
-    return QFile::encodeName(inTrash);
 }
 
 QByteArray infoText(const QByteArray &path)
@@ -46,10 +39,13 @@ int writeInfo(const QByteArray &infoFile, const QByteArray &path)
     const FileDescriptor file(::open(infoFile.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
     if (!file.isOpen())
         return errno;
-    return ::write(file.get(), text.constData(), size_t(text.size())) == text.size() ? 0 : ENOSPC;
+    if (::write(file.get(), text.constData(), size_t(text.size())) == text.size())
+        return 0;
+    ::unlink(infoFile.constData());
+    return ENOSPC; // what else cuts a few bytes short
 }
 
-QByteArray makeTrashOfOwn()
+QByteArray makeTrash()
 {
     const auto data = QFile::encodeName(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
     const auto trash = pathByAppending(data, "Trash");
@@ -59,38 +55,35 @@ QByteArray makeTrashOfOwn()
     return trash;
 }
 
-QByteArray moveToTrashOfOwn(const QByteArray &path, KRError &error)
+/// Reserves a name that nothing has in the trash, by saying whose it is. The path that the item will have.
+Result<QByteArray> reservePlace(const QByteArray &path)
 {
     constexpr int mostNames = 1000;
-    const auto files = makeTrashOfOwn() + "/files";
+    const auto files = makeTrash() + "/files";
     auto inTrash = pathByAppending(files, lastPathComponent(path));
-    int failure = EEXIST;
-    for (int number = 2; failure == EEXIST && number <= mostNames; ++number) {
-        failure = writeInfo(infoPath(inTrash), path);
-        if (failure == EEXIST)
-            inTrash = pathByAppending(files, lastPathComponent(path) + '-' + QByteArray::number(number));
+    for (int number = 2; number <= mostNames; ++number) {
+        // An item of which nothing is said has its name all the same.
+        const int failure = hasEntry(inTrash) ? EEXIST : writeInfo(infoPath(inTrash), path);
+        if (failure == 0)
+            return inTrash;
+        if (failure != EEXIST)
+            return systemError(failure);
+        inTrash = pathByAppending(files, lastPathComponent(path) + '-' + QByteArray::number(number));
     }
-    if (failure != 0)
-        error = systemError(failure);
-    else if (moveItem(path, inTrash, &error))
-        return inTrash;
-    if (failure != EEXIST)
-        ::unlink(infoPath(inTrash).constData());
-    return {};
+    return systemError(EEXIST);
 }
 
 } // namespace
 
 std::optional<TrashedItem> moveToTrash(const QByteArray &path, KRError *error)
 {
-    KRError reason;
-    auto inTrash = moveToSystemTrash(path);
-    if (inTrash.isEmpty())
-        inTrash = moveToTrashOfOwn(path, reason);
-    if (!inTrash.isEmpty())
-        return TrashedItem{path, inTrash};
-    if (error)
-        *error = reason;
+    const auto place = reservePlace(path);
+    if (place && moveItem(path, place.value(), error))
+        return TrashedItem{path, place.value()};
+    if (place)
+        ::unlink(infoPath(place.value()).constData());
+    else if (error)
+        *error = place.error();
     return std::nullopt;
 }
 

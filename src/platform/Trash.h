@@ -15,10 +15,10 @@ struct TrashedItem
     QByteArray inTrash;
 };
 
-/// Moves a file, a link or a folder to the user's trash, under a name that nothing has there. Where the system has none
-/// for the item's disk it comes into the trash of the user's own data, also across file systems.
+/// Moves a file, a link or a folder to the trash in the user's own data, under a name that nothing has there; also from
+/// another file system. A user who has no trash yet gets one.
 ///
-/// Nil with the error when it is still at its place.
+/// Nil with the error when that fails, and the item is still at its place. Any thread.
 std::optional<TrashedItem> moveToTrash(const QByteArray &path, KRError *error = nullptr);
 
 /// Moves it from the trash to where it was. Nil when it is there.

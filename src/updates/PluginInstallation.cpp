@@ -3,6 +3,7 @@
 #include "bundles/KRPluginBundle.h"
 #include "platform/FileReading.h"
 #include "platform/FileURL.h"
+#include "platform/FolderListing.h"
 #include "platform/LTAppEnvironment.h"
 #include "platform/LTCompareVersions.h"
 #include "updates/InstallationFailures.h"
@@ -10,19 +11,12 @@
 #include "updates/SettingAside.h"
 
 #include <filesystem>
-#include <sys/stat.h>
 
 namespace {
 
 void log(const QString &line)
 {
     LTAppEnvironment::current().systemLog(line);
-}
-
-bool isAnything(const QByteArray &path)
-{
-    struct stat status;
-    return ::lstat(path.constData(), &status) == 0;
 }
 
 std::optional<KRError> makeFolders(const QByteArray &path)
@@ -58,7 +52,7 @@ std::optional<KRError> moveAside(SettingAside &aside, const QByteArray &bundle, 
 {
     const auto backup = pathByAppending(backupFolder, lastPathComponent(bundle));
     std::optional<KRError> failure;
-    if (backupFolder.isEmpty() || isAnything(backup)) {
+    if (backupFolder.isEmpty() || hasEntry(backup)) {
         failure = aside.moveToTrash();
     } else {
         if (auto error = makeFolders(backupFolder))

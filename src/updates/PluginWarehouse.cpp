@@ -11,7 +11,6 @@
 
 #include <algorithm>
 #include <optional>
-#include <sys/stat.h>
 
 namespace {
 
@@ -30,12 +29,6 @@ bool namesSomethingBelow(const QByteArray &text)
     const auto components = text.split('/');
     const auto isNothing = [](const QByteArray &component) { return component.isEmpty() || component == "."; };
     return !components.contains("..") && !std::all_of(components.begin(), components.end(), isNothing);
-}
-
-bool hasEntry(const QByteArray &path)
-{
-    struct stat status;
-    return ::lstat(path.constData(), &status) == 0;
 }
 
 /// Whether the path below the folder, or as much of it as there is, is inside the folder after all links.
