@@ -3,7 +3,7 @@
 // The bytes are an archive, or lines that describe one, so that the search gets past checksums: "fNAME=CONTENT" for a
 // file, "z" for a deflated one, "lNAME=TARGET" for a link.
 
-#include "support/ZipBuilder.h"
+#include "support/archives/ZipBuilder.h"
 #include "updates/ArchiveExtraction.h"
 
 #include <QDir>

@@ -430,10 +430,9 @@ void tst_CommandLine::demoShowsTheMainJob()
 {
     const auto finished = run({u"demo"_s});
     QCOMPARE(finished.exitCode, 0);
-    for (const auto *const text :
-        {"9 plug-ins were found", "Report Colours              Ctrl+Shift+P", "Sun → 01 Sun", "+ Note on 01 Sun",
-            "Renamed: 01 Sun → Renamed by the user", "SyntaxError", "The document was saved and read again",
-             "The user disables Colour Palette", "Colours of the Day"})
+    for (const auto *const text : {"9 plug-ins were found", "Report Colours              Ctrl+Shift+P", "Sun → 01 Sun",
+             "+ Note on 01 Sun", "Renamed: 01 Sun → Renamed by the user", "SyntaxError",
+             "The document was saved and read again", "The user disables Colour Palette", "Colours of the Day"})
         QVERIFY2(finished.output.contains(text), text);
 
     const auto json = run({u"demo"_s, u"--json"_s});

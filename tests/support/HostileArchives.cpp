@@ -1,6 +1,6 @@
 #include "support/HostileArchives.h"
 
-#include "support/ZipBuilder.h"
+#include "support/archives/ZipBuilder.h"
 
 #include <QtEndian>
 

@@ -1,5 +1,5 @@
 #include "support/HostileArchives.h"
-#include "support/ZipBuilder.h"
+#include "support/archives/ZipBuilder.h"
 
 using namespace Qt::StringLiterals;
 using Result = HostileArchive::Result;

@@ -2,7 +2,7 @@
 
 #include "manager/KRPluginManager.h"
 #include "platform/network/NetworkThread.h"
-#include "support/TestArchives.h"
+#include "support/archives/TestArchives.h"
 #include "support/TestEnvironment.h"
 #include "support/TestUpdates.h"
 #include "support/servers/LoopbackServer.h"

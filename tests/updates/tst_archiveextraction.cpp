@@ -1,7 +1,7 @@
 // Unpacking: the order of the checks, their texts, and what lies in the destination afterwards.
 
 #include "support/PathFiles.h"
-#include "support/ZipBuilder.h"
+#include "support/archives/ZipBuilder.h"
 #include "updates/ArchiveExtraction.h"
 
 #include <QDir>

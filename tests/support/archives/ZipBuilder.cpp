@@ -1,4 +1,4 @@
-#include "support/ZipBuilder.h"
+#include "support/archives/ZipBuilder.h"
 
 #include <QtEndian>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/ZipBuilder.h"
+#include "support/archives/ZipBuilder.h"
 
 #include <QByteArray>
 #include <QString>
