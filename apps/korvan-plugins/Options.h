@@ -55,6 +55,12 @@ struct PortOptions
     QString message;
 };
 
+struct UnpackOptions
+{
+    QString archive;
+    QString folder;
+};
+
 struct CompareVersionsOptions
 {
     QString first;

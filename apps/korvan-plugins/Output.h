@@ -35,5 +35,8 @@ private:
     bool m_hasColours;
 };
 
+/// A failure as it stands in a document: domain and code where there are, and the message.
+OrderedVariantDictionary errorDocument(const KRError &error);
+
 /// A line on standard error.
 void printToStandardError(const QString &line);
