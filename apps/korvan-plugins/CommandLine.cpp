@@ -29,6 +29,8 @@ struct RawOptions
     std::string documentFile;
     std::string context;
     std::string dumpDocumentFile;
+    std::string archive;
+    std::string unpackFolder;
     std::string firstVersion;
     std::string secondVersion;
     double waitSeconds = 60;
@@ -91,6 +93,7 @@ public:
         m_updates.addTo(m_app, std::bind_front(&Program::addCommandTo, this), m_globalOptions);
         addWatch();
         addPorts();
+        addUnpack();
         addCompareVersions();
         addDemo();
     }
@@ -241,6 +244,18 @@ private:
         });
         send->add_option("port", m_raw.port, "Name of the port")->type_name("PORT")->required();
         send->add_option("message", m_raw.message, "The text")->type_name("MESSAGE")->required();
+    }
+
+    void addUnpack()
+    {
+        auto *const unpack =
+            addCommand("unpack", "Unpack an archive, with nothing of it outside the folder", [this](Output &output) {
+                return unpackArchive({text(m_raw.archive), text(m_raw.unpackFolder)}, output);
+            });
+        unpack->add_option("archive", m_raw.archive, "The archive")->type_name("ZIP")->required();
+        unpack->add_option("folder", m_raw.unpackFolder, "Where to unpack it; made when it does not exist")
+            ->type_name("FOLDER")
+            ->required();
     }
 
     void addCompareVersions()

@@ -22,5 +22,6 @@ ExitCode clearUpdates(const GlobalOptions &options, Output &output);
 ExitCode watchPlugins(const GlobalOptions &options, Output &output);
 ExitCode listenOnPort(const PortOptions &port, Output &output);
 ExitCode sendToPort(const PortOptions &port, Output &output);
+ExitCode unpackArchive(const UnpackOptions &unpack, Output &output);
 ExitCode compareVersions(const CompareVersionsOptions &versions, Output &output);
 ExitCode showDemo(const GlobalOptions &options, Output &output);

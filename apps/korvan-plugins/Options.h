@@ -70,6 +70,12 @@ struct PortOptions
     QString message;
 };
 
+struct UnpackOptions
+{
+    QString archive;
+    QString folder;
+};
+
 struct CompareVersionsOptions
 {
     QString first;

@@ -44,18 +44,7 @@ void Output::error(const KRError &error)
 {
     if (!isJSON())
         return printToStandardError(QStringLiteral("korvan-plugins: ") + error.localizedDescription);
-    document({{QStringLiteral("error"), QVariant::fromValue(describeError(error))}});
-}
-
-OrderedVariantDictionary describeError(const KRError &error)
-{
-    OrderedVariantDictionary description;
-    if (!error.domain.isEmpty()) {
-        description.insert({QStringLiteral("domain"), error.domain});
-        description.insert({QStringLiteral("code"), error.code});
-    }
-    description.insert({QStringLiteral("message"), error.localizedDescription});
-    return description;
+    document({{QStringLiteral("error"), QVariant::fromValue(errorDocument(error))}});
 }
 
 QString Output::coloured(const QString &text, Colour colour) const
@@ -77,6 +66,17 @@ QString Output::coloured(const QString &text, Colour colour) const
         break;
     }
     return text;
+}
+
+OrderedVariantDictionary errorDocument(const KRError &error)
+{
+    OrderedVariantDictionary document;
+    if (!error.domain.isEmpty()) {
+        document.insert({QStringLiteral("domain"), error.domain});
+        document.insert({QStringLiteral("code"), error.code});
+    }
+    document.insert({QStringLiteral("message"), error.localizedDescription});
+    return document;
 }
 
 void printToStandardError(const QString &line)

@@ -35,8 +35,8 @@ private:
     bool m_hasColours;
 };
 
-/// "domain", "code" (both only where there are any) and "message".
-OrderedVariantDictionary describeError(const KRError &error);
+/// A failure as it stands in a document: domain and code where there are, and the message.
+OrderedVariantDictionary errorDocument(const KRError &error);
 
 /// A line on standard error.
 void printToStandardError(const QString &line);

@@ -50,7 +50,7 @@ QVariantList describeFeeds(KRPluginManager &manager, const QMap<QString, FeedRes
             {QStringLiteral("installed"), textOrNull(installedVersion(manager, identifier))},
             {QStringLiteral("latest"), textOrNull(feed.latest)},
             {QStringLiteral("error"),
-                feed.error ? QVariant::fromValue(describeError(*feed.error)) : QVariant::fromValue(nullptr)},
+                feed.error ? QVariant::fromValue(errorDocument(*feed.error)) : QVariant::fromValue(nullptr)},
         }));
     }
     return descriptions;

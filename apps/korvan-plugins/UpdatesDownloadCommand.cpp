@@ -74,7 +74,7 @@ ExitCode report(
     }
     QVariantList failures;
     for (const auto &error : errors) {
-        failures.append(QVariant::fromValue(describeError(error)));
+        failures.append(QVariant::fromValue(errorDocument(error)));
         if (!output.isJSON())
             printToStandardError(QStringLiteral("korvan-plugins: ") + error.localizedDescription);
     }

@@ -71,7 +71,7 @@ ExitCode installUpdate(const GlobalOptions &options, const InstallOptions &insta
         {QStringLiteral("identifier"), selection.identifier},
         {QStringLiteral("version"), version.value()},
         {QStringLiteral("path"), plugin ? QVariant(path) : QVariant::fromValue(nullptr)},
-        {QStringLiteral("error"), error ? QVariant::fromValue(describeError(*error)) : QVariant::fromValue(nullptr)},
+        {QStringLiteral("error"), error ? QVariant::fromValue(errorDocument(*error)) : QVariant::fromValue(nullptr)},
     });
     if (!error)
         output.line(QStringLiteral("%1 %2 is installed: %3").arg(selection.identifier, version.value(), path));

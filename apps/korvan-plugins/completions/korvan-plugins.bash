@@ -3,7 +3,7 @@
 _korvan_plugins() {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} command='' word
     local options='--folder --support-dir --defaults --default --safe-mode --resources --host-version --blocklist-url --json --help --version'
-    local commands='list info menu edit run enable disable state blocklist watch listen send compare-versions demo'
+    local commands='list info menu edit run enable disable state blocklist watch listen send unpack compare-versions demo'
 
     for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
         case " $commands " in *" $word "*) command=$word ;; esac
@@ -24,7 +24,9 @@ _korvan_plugins() {
     blocklist) options+=' show update' ;;
     '') options+=" $commands" ;;
     esac
-    if [[ $command == info && $current != -* ]]; then
+    if [[ $command == unpack && $current != -* ]]; then
+        mapfile -t COMPREPLY < <(compgen -f -- "$current")
+    elif [[ $command == info && $current != -* ]]; then
         mapfile -t COMPREPLY < <(compgen -d -- "$current")
     else
         mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")

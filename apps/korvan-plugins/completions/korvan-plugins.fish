@@ -1,6 +1,6 @@
 # Completion of korvan-plugins for fish.
 
-set -l commands list info menu edit run enable disable state blocklist watch listen send compare-versions demo
+set -l commands list info menu edit run enable disable state blocklist watch listen send unpack compare-versions demo
 complete -c korvan-plugins -l folder -x -a '(__fish_complete_directories)' -d 'A plug-in folder'
 complete -c korvan-plugins -l support-dir -x -a '(__fish_complete_directories)' -d 'The support folder of the application'
 complete -c korvan-plugins -l defaults -r -d "The file of the user's settings"
@@ -26,6 +26,7 @@ complete -c korvan-plugins -f -n $none -a blocklist -d 'The versions of plug-ins
 complete -c korvan-plugins -f -n $none -a watch -d 'Reload on changes of the plug-ins and tell what changed'
 complete -c korvan-plugins -f -n $none -a listen -d 'Show what is sent to a message port'
 complete -c korvan-plugins -f -n $none -a send -d 'Send a text to a message port'
+complete -c korvan-plugins -f -n $none -a unpack -d 'Unpack an archive, with nothing of it outside the folder'
 complete -c korvan-plugins -f -n $none -a compare-versions -d 'Tell which of two versions is newer'
 complete -c korvan-plugins -f -n $none -a demo -d 'Show the library at work on the example plug-ins'
 
