@@ -3,6 +3,8 @@
 #include "platform/FileReading.h"
 #include "platform/FolderNames.h"
 
+#include <QByteArrayList>
+
 #include <algorithm>
 #include <array>
 #include <cerrno>

@@ -6,7 +6,6 @@
 #include "support/BundleBuilder.h"
 #include "support/PathFiles.h"
 #include "support/TestEnvironment.h"
-#include "updates/InstallationFailures.h"
 #include "updates/PluginInstallation.h"
 #include "updates/PluginWarehouse.h"
 
@@ -102,7 +101,6 @@ private slots:
     void refused_data();
     void refused();
     void errorIsNotAskedFor();
-    void texts();
     void newer_data();
     void newer();
 
@@ -354,18 +352,6 @@ void tst_PluginInstallation::errorIsNotAskedFor()
     auto &machine = *m_machine;
     QVERIFY(!installPlugin(QUrl(), tidy, std::nullopt, bundleURL(machine.support() + "/Plugins")));
     QVERIFY(!installPlugin(QUrl(), u".."_s, std::nullopt, bundleURL(machine.support() + "/Plugins")));
-}
-
-void tst_PluginInstallation::texts()
-{
-    const KRError reason{u"posix"_s, 1, u"No %1 room"_s};
-    QCOMPARE(movingAsideFailureLine(reason), u"Failure to move the plugin with error No %1 room."_s);
-    QCOMPARE(movingAsideFailureLine({}), u"Failure to move the plugin (unknown error)"_s);
-    QCOMPARE(installationFailureLine(reason, "/%2", "/b"),
-        u"1. Failure to install plugin with error No %1 room from: /%2, to: /b"_s);
-    QCOMPARE(installationFailureLine({}, "/a", "/b"), u"2. Failure to install plugin from: /a, to: /b"_s);
-    QCOMPARE(installationFailure(reason), reason);
-    QCOMPARE(installationFailure({}), (KRError{u"NSURLErrorDomain"_s, 0, u"Failure to install plugin."_s}));
 }
 
 void tst_PluginInstallation::newer_data()
