@@ -2,7 +2,7 @@
 
 #include "platform/archive/LTZipReader.h"
 #include "support/PathFiles.h"
-#include "support/ZipBuilder.h"
+#include "support/archives/ZipBuilder.h"
 
 #include <QtTest>
 

@@ -1,7 +1,7 @@
 // Unpacking one entry, what the process runs out of, and how failures are told.
 
 #include "support/PathFiles.h"
-#include "support/ZipBuilder.h"
+#include "support/archives/ZipBuilder.h"
 #include "updates/ArchiveExtraction.h"
 
 #include <QDir>
