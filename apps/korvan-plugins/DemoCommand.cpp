@@ -1,9 +1,11 @@
 #include "Commands.h"
 
 #include "CommandRunner.h"
+#include "DemoUpdate.h"
 #include "DocumentChanges.h"
 #include "DocumentContext.h"
 #include "Examples.h"
+#include "FolderCopy.h"
 #include "MenuReport.h"
 #include "PluginSession.h"
 #include "TextTable.h"
@@ -11,25 +13,11 @@
 #include "platform/Menu.h"
 #include "platform/NotificationCenter.h"
 
-#include <QDir>
-#include <QDirIterator>
 #include <QEventLoop>
 #include <QTemporaryDir>
 #include <QTimer>
 
 namespace {
-
-bool copyFolder(const QString &from, const QString &to)
-{
-    QDirIterator files(from, QDir::Files, QDirIterator::Subdirectories);
-    while (files.hasNext()) {
-        const auto source = files.next();
-        const auto target = to + source.mid(from.size());
-        if (!QDir().mkpath(QFileInfo(target).path()) || !QFile::copy(source, target))
-            return false;
-    }
-    return true;
-}
 
 /// The demonstration: the example plug-ins at work on a copy of an example document, step by step.
 class Demo
@@ -37,6 +25,7 @@ class Demo
 public:
     Demo(const GlobalOptions &options, const QString &folder, std::shared_ptr<Document> document, Output &output)
         : m_output(output)
+        , m_update(folder + QStringLiteral("/plugins"))
         , m_session(options)
         , m_log(std::make_shared<LogCollector>())
         , m_document(std::move(document))
@@ -63,6 +52,7 @@ public:
         save();
         disableOne();
         editWhileWatched();
+        update();
         m_output.document({{QStringLiteral("steps"), m_steps}, {QStringLiteral("ok"), !m_hasFailed}});
         return m_hasFailed ? ExitCode::Failed : ExitCode::Done;
     }
@@ -211,6 +201,12 @@ private:
         m_hasFailed |= !isReloaded || !showTopOfMenu().contains(QStringLiteral("Colours of the Day"));
     }
 
+    void update()
+    {
+        heading(QStringLiteral("The author of Lorem Text publishes a newer version"));
+        m_hasFailed |= !m_update.perform(m_session, m_output);
+    }
+
     bool waitForReload()
     {
         bool isReloaded = false;
@@ -235,6 +231,7 @@ private:
     }
 
     Output &m_output;
+    DemoUpdate m_update;
     PluginSession m_session;
     std::shared_ptr<LogCollector> m_log;
     std::shared_ptr<Document> m_document;
