@@ -1,5 +1,7 @@
 #include "platform/ContainedFolder.h"
 
+#include <QByteArrayList>
+
 #include <cerrno>
 #include <climits>
 #include <fcntl.h>
