@@ -14,9 +14,15 @@
 #include <chrono>
 #include <fcntl.h>
 #include <filesystem>
+#include <functional>
+#include <limits>
 #include <random>
 #include <unistd.h>
 #include <zip.h>
+
+#ifdef KORVAN_HAS_LIBDEFLATE
+#include <libdeflate.h>
+#endif
 
 namespace {
 
@@ -73,11 +79,7 @@ public:
     QByteArray archive() const { return m_archive; }
 
     /// A folder that does not exist yet.
-    QByteArray freshFolder()
-    {
-        m_latest = m_folder.filePath(QStringLiteral("out-%1").arg(++m_number)).toUtf8();
-        return m_latest;
-    }
+    QByteArray freshFolder() { return m_folder.filePath(QStringLiteral("out-%1").arg(++m_number)).toUtf8(); }
     void removeFolders()
     {
         for (int number = m_removed + 1; number <= m_number; ++number)
@@ -88,13 +90,14 @@ public:
 private:
     QTemporaryDir m_folder;
     QByteArray m_archive;
-    QByteArray m_latest;
     int m_number = 0;
     int m_removed = 0;
 };
 
-/// The library alone, without any of the checks.
-void unpackBare(const QByteArray &path, const QByteArray &folder)
+using ReadEntry = std::function<QByteArray(zip_t *archive, const zip_stat_t &status)>;
+
+/// Unpacks without any of the checks, each entry read as the caller likes.
+void unpackBare(const QByteArray &path, const QByteArray &folder, const ReadEntry &read)
 {
     int error = 0;
     zip_t *archive = ::zip_open(path.constData(), ZIP_RDONLY, &error);
@@ -109,18 +112,49 @@ void unpackBare(const QByteArray &path, const QByteArray &folder)
             std::filesystem::create_directories(parent.toStdString());
             folders.insert(parent);
         }
-        zip_file_t *entry = ::zip_fopen_index(archive, zip_uint64_t(index), 0);
-        QByteArray data(qsizetype(status.size), Qt::Uninitialized);
-        check(::zip_fread(entry, data.data(), status.size) == zip_int64_t(status.size), "read an entry");
-        char further = 0;
-        check(::zip_fread(entry, &further, 1) == 0, "verify an entry");
-        ::zip_fclose(entry);
+        const auto data = read(archive, status);
         const int file = ::open(target.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
         check(
             ::write(file, data.constData(), size_t(data.size())) == data.size() && ::close(file) == 0, "write a file");
     }
     ::zip_discard(archive);
 }
+
+QByteArray readBytes(zip_t *archive, zip_uint64_t index, zip_uint64_t size, zip_flags_t flags)
+{
+    zip_file_t *entry = ::zip_fopen_index(archive, index, flags);
+    QByteArray data(qsizetype(size), Qt::Uninitialized);
+    check(::zip_fread(entry, data.data(), size) == zip_int64_t(size), "read an entry");
+    char further = 0;
+    check(::zip_fread(entry, &further, 1) == 0, "verify an entry");
+    ::zip_fclose(entry);
+    return data;
+}
+
+/// The library alone.
+QByteArray readWithLibrary(zip_t *archive, const zip_stat_t &status)
+{
+    return readBytes(archive, status.index, status.size, 0);
+}
+
+#ifdef KORVAN_HAS_LIBDEFLATE
+/// Another decompressor and checksum below the library's directory.
+QByteArray readWithLibdeflate(zip_t *archive, const zip_stat_t &status)
+{
+    static libdeflate_decompressor *const decompressor = ::libdeflate_alloc_decompressor();
+    auto data = readBytes(archive, status.index, status.comp_size, ZIP_FL_COMPRESSED);
+    if (status.comp_method == ZIP_CM_DEFLATE) {
+        QByteArray unpacked(qsizetype(status.size), Qt::Uninitialized);
+        check(::libdeflate_deflate_decompress(decompressor, data.constData(), size_t(data.size()), unpacked.data(),
+                  size_t(unpacked.size()), nullptr)
+                == LIBDEFLATE_SUCCESS,
+            "unpack an entry");
+        data = unpacked;
+    }
+    check(::libdeflate_crc32(0, data.constData(), size_t(data.size())) == status.crc, "verify an entry");
+    return data;
+}
+#endif
 
 void unpackOurs(const QByteArray &path, const QByteArray &folder)
 {
@@ -129,29 +163,37 @@ void unpackOurs(const QByteArray &path, const QByteArray &folder)
         "unpack the archive");
 }
 
-/// The best of some runs of a program, in microseconds; 0 where it is not installed.
-double programTime(const QString &program, const QStringList &arguments, UnpackBench &bench)
+/// The best of some runs, in microseconds.
+double bestTime(UnpackBench &bench, const std::function<void(const QString &folder)> &unpack)
 {
     constexpr int runs = 5;
-    if (QStandardPaths::findExecutable(program).isEmpty())
-        return 0;
-    double best = 0;
+    double best = std::numeric_limits<double>::max();
     for (int run = 0; run < runs; ++run) {
         const auto folder = QString::fromUtf8(bench.freshFolder());
         QDir().mkpath(folder);
         const auto start = std::chrono::steady_clock::now();
-        check(QProcess::execute(program, QStringList(arguments) << folder) == 0, "run another program");
-        const auto time = std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - start).count();
-        best = run == 0 ? time : std::min(best, time);
+        unpack(folder);
+        const auto end = std::chrono::steady_clock::now();
+        best = std::min(best, std::chrono::duration<double, std::micro>(end - start).count());
         bench.removeFolders();
     }
     return best;
 }
 
+/// 0 where the program is not installed.
+double programTime(const QString &program, const QStringList &arguments, UnpackBench &bench)
+{
+    if (QStandardPaths::findExecutable(program).isEmpty())
+        return 0;
+    return bestTime(bench, [&](const QString &folder) {
+        check(QProcess::execute(program, QStringList(arguments) << folder) == 0, "run another program");
+    });
+}
+
 void measure(benchmark::State &state, UnpackBench &bench)
 {
     measureInterleaved(
-        state, [&] { unpackBare(bench.archive(), bench.freshFolder()); },
+        state, [&] { unpackBare(bench.archive(), bench.freshFolder(), readWithLibrary); },
         [&] { unpackOurs(bench.archive(), bench.freshFolder()); }, [&] { bench.removeFolders(); });
     bench.removeFolders();
     const auto archive = QString::fromUtf8(bench.archive());
@@ -159,6 +201,10 @@ void measure(benchmark::State &state, UnpackBench &bench)
         programTime(QStringLiteral("bsdtar"), {QStringLiteral("-xf"), archive, QStringLiteral("-C")}, bench);
     state.counters["unzip_us"] =
         programTime(QStringLiteral("unzip"), {QStringLiteral("-q"), archive, QStringLiteral("-d")}, bench);
+#ifdef KORVAN_HAS_LIBDEFLATE
+    state.counters["libdeflate_us"] = bestTime(
+        bench, [&](const QString &folder) { unpackBare(bench.archive(), folder.toUtf8(), readWithLibdeflate); });
+#endif
 }
 
 void manySmallFiles(benchmark::State &state)

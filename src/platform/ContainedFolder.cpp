@@ -1,21 +1,29 @@
 #include "platform/ContainedFolder.h"
 
+#include <QByteArrayList>
+
 #include <cerrno>
 #include <climits>
 #include <fcntl.h>
-#include <linux/openat2.h>
 #include <sys/syscall.h>
+#if __has_include(<linux/openat2.h>)
+#include <linux/openat2.h>
+#endif
 
 namespace {
 
-/// Fails on systems without the call, like for any other reason.
-FolderHandle openBeneath(const FolderHandle &folder, const QByteArray &relativePath)
+/// No folder on systems without the call, as for any other reason.
+FolderHandle openBeneath([[maybe_unused]] const FolderHandle &folder, [[maybe_unused]] const QByteArray &relativePath)
 {
+#ifdef SYS_openat2
     open_how how{};
     how.flags = O_PATH | O_DIRECTORY | O_CLOEXEC;
     how.resolve = RESOLVE_BENEATH | RESOLVE_NO_MAGICLINKS;
     return FolderHandle(
         FileDescriptor(int(::syscall(SYS_openat2, folder.descriptor(), relativePath.constData(), &how, sizeof how))));
+#else
+    return FolderHandle();
+#endif
 }
 
 } // namespace

@@ -166,7 +166,8 @@ bool decompressPluginZip(const QUrl &zip, const QUrl &folder, KRError *error)
         if (!extraction.extract(index, error))
             return false;
     }
-    return true;
+    // Nothing could be read, but there may have been nothing but folders to pass over.
+    return !reader->hasTooManyEntries() || fail(error, QStringLiteral("Decompressing zip file failed."));
 }
 
 bool decompressFile(const QString &path, LTZipReader &reader, const QUrl &target, KRError *error)

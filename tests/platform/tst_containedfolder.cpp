@@ -299,5 +299,5 @@ void tst_ContainedFolder::noFolderAtAll()
     QCOMPARE(FolderHandle::open(QByteArray("/tmp\0x", 6)).error().code, EINVAL);
 }
 
-QTEST_MAIN(tst_ContainedFolder)
+QTEST_GUILESS_MAIN(tst_ContainedFolder)
 #include "tst_containedfolder.moc"

@@ -251,6 +251,7 @@ void tst_LTZipReader::tooManyEntries()
     QFETCH(bool, isReadable);
     const auto zip = reader(ZipBuilder({{"a", "a"}, {"b", "b"}, {"c", "c"}}).bytes(), budget);
     QTEST(zip->contents().size(), "count");
+    QCOMPARE(zip->hasTooManyEntries(), !isReadable);
     for (const auto &name : zip->contents())
         QCOMPARE(zip->rawDataAtSubpath(name).has_value(), isReadable);
 }

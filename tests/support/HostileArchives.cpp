@@ -174,9 +174,11 @@ std::vector<HostileArchive> hostileContents()
     const QByteArray zeros(100 * 1024 * 1024, '\0');
     const quint64 pretended = 600 * 1024 * 1024;
     ZipBuilder tooMany;
-    for (int number = 0; number < 50'001; ++number)
+    ZipBuilder tooManyFolders;
+    for (int number = 0; number < 50'001; ++number) {
         tooMany.add({QByteArray::number(number)});
-    tooMany.withLargeEnd();
+        tooManyFolders.add({QByteArray::number(number) + '/'});
+    }
     const auto damaged = Result::CannotDecompress;
     return {
         {"a device", zip({{"evil", "e", 0020666}}), Result::Unpacked, {u"evil"_s}},
@@ -240,5 +242,6 @@ std::vector<HostileArchive> hostileContents()
          }),
             damaged, before},
         {"too many entries", tooMany.bytes(), damaged, {}},
+        {"too many folders", tooManyFolders.bytes(), damaged, {}},
     };
 }

@@ -149,6 +149,11 @@ const QStringList &LTZipReader::contents() const
     return m_archive->paths;
 }
 
+bool LTZipReader::hasTooManyEntries() const
+{
+    return !m_archive->directory.isWithinBudget;
+}
+
 qsizetype LTZipReader::indexOf(const QString &path) const
 {
     return m_archive->indices.value(path, -1);

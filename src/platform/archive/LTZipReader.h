@@ -28,9 +28,12 @@ public:
     /// The paths of all entries in the archive's order, those of folders ending in "/".
     ///
     /// A path that is not UTF-8 is taken for code page 437, the format's other encoding; an archive with a path that is
-    /// marked as UTF-8 without being it, or that is neither and holds a zero, has no contents. An archive with too many entries has its first ones as
-    /// contents, none of which can be read.
+    /// marked as UTF-8 without being it, or that is neither and holds a zero, has no contents.
     const QStringList &contents() const;
+
+    /// Whether there are more entries than the budget allows. The contents are then the first ones, and none of them
+    /// can be read.
+    bool hasTooManyEntries() const;
 
     /// Of several entries of the same path the last one counts, which is the one that extracting leaves behind. False
     /// where there is none.
