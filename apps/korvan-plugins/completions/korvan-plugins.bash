@@ -3,7 +3,7 @@
 _korvan_plugins() {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} command='' word
     local options='--folder --support-dir --defaults --default --safe-mode --resources --host-version --blocklist-url --json --help --version'
-    local commands='list info menu edit run enable disable state blocklist watch listen send unpack compare-versions demo'
+    local commands='list info menu edit run enable disable state blocklist updates watch listen send unpack compare-versions demo'
 
     for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
         case " $commands " in *" $word "*) command=$word ;; esac
@@ -17,11 +17,16 @@ _korvan_plugins() {
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
         return
         ;;
+    --all)
+        mapfile -t COMPREPLY < <(compgen -W 'latest compatible' -- "$current")
+        return
+        ;;
     --default | --host-version | --blocklist-url | --handler | --context | --wait) return ;;
     esac
     case $command in
     run) options+=' --standalone --handler --document --context --wait --dump-document' ;;
     blocklist) options+=' show update' ;;
+    updates) options+=' check download install clear --all' ;;
     '') options+=" $commands" ;;
     esac
     if [[ $command == unpack && $current != -* ]]; then

@@ -1,6 +1,6 @@
 # Completion of korvan-plugins for fish.
 
-set -l commands list info menu edit run enable disable state blocklist watch listen send unpack compare-versions demo
+set -l commands list info menu edit run enable disable state blocklist updates watch listen send unpack compare-versions demo
 complete -c korvan-plugins -l folder -x -a '(__fish_complete_directories)' -d 'A plug-in folder'
 complete -c korvan-plugins -l support-dir -x -a '(__fish_complete_directories)' -d 'The support folder of the application'
 complete -c korvan-plugins -l defaults -r -d "The file of the user's settings"
@@ -23,6 +23,7 @@ complete -c korvan-plugins -f -n $none -a enable -d 'Enable plug-ins'
 complete -c korvan-plugins -f -n $none -a disable -d 'Disable plug-ins'
 complete -c korvan-plugins -f -n $none -a state -d 'Show what is remembered of the plug-ins'
 complete -c korvan-plugins -f -n $none -a blocklist -d 'The versions of plug-ins that do not work'
+complete -c korvan-plugins -f -n $none -a updates -d 'Newer versions of the plug-ins'
 complete -c korvan-plugins -f -n $none -a watch -d 'Reload on changes of the plug-ins and tell what changed'
 complete -c korvan-plugins -f -n $none -a listen -d 'Show what is sent to a message port'
 complete -c korvan-plugins -f -n $none -a send -d 'Send a text to a message port'
@@ -31,6 +32,8 @@ complete -c korvan-plugins -f -n $none -a compare-versions -d 'Tell which of two
 complete -c korvan-plugins -f -n $none -a demo -d 'Show the library at work on the example plug-ins'
 
 complete -c korvan-plugins -f -n '__fish_seen_subcommand_from blocklist' -a 'show update'
+complete -c korvan-plugins -f -n '__fish_seen_subcommand_from updates' -a 'check download install clear'
+complete -c korvan-plugins -n '__fish_seen_subcommand_from updates' -l all -x -a 'latest compatible' -d 'All updates of a kind'
 
 set -l run '__fish_seen_subcommand_from run'
 complete -c korvan-plugins -n $run -l standalone -r -d 'A file of bare statements to run instead'
