@@ -1,7 +1,7 @@
 #pragma once
 
-#include "document/Layer.h"
 #include "commands/UserInfoOwner.h"
+#include "document/Layer.h"
 
 #include <QHash>
 #include <QList>

@@ -47,8 +47,8 @@ public:
     /// The installed environment, or the default one.
     static LTAppEnvironment &current();
 
-    /// Runs `work` on the main thread, later, through the queue of the environment that is in force now. Any thread, also
-    /// while environments come and go.
+    /// Runs `work` on the main thread, later, through the queue of the environment that is in force now. Any thread,
+    /// also while environments come and go.
     static void runOnMainQueue(std::function<void()> work);
 
     /// Puts an environment in force for as long as it lives, then the one before it again. Last in, first out.

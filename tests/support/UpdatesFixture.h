@@ -2,9 +2,9 @@
 
 #include "manager/KRPluginManager.h"
 #include "platform/network/NetworkThread.h"
-#include "support/archives/TestArchives.h"
 #include "support/TestEnvironment.h"
 #include "support/TestUpdates.h"
+#include "support/archives/TestArchives.h"
 #include "support/servers/LoopbackServer.h"
 #include "updates/KRPluginUpdaterImplementation.h"
 
