@@ -18,9 +18,9 @@ class FolderWatch;
 /// packages (see FolderMonitorOptions) also for every write into a file. When it comes, all of this can be read on
 /// disk: what is written after it has come is told of again.
 ///
-/// A folder that is deleted or renamed is waited for, and so is one that does not exist yet; its coming is a change.
-/// Renaming a folder above it, mounting something onto it, and writes through links inside of a package are not
-/// noticed.
+/// A folder that is deleted or renamed is waited for, and so is one that does not exist yet; its coming is a change. So
+/// is the renaming of a folder above it, or of a link on the way to it, if the user may read what these lie in.
+/// Mounting something onto it, and writes through links inside of a package are not noticed.
 class KORVAN_EXPORT KRFolderMonitor final
 {
 public:

@@ -8,12 +8,13 @@
 namespace {
 
 constexpr quint32 comingAndGoing = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO;
-constexpr quint32 endOfFolder = IN_DELETE_SELF | IN_MOVE_SELF | IN_UNMOUNT | IN_IGNORED;
+constexpr quint32 endOfFolder = IN_DELETE_SELF | IN_UNMOUNT | IN_IGNORED;
 
 } // namespace
 
 PathGuard::PathGuard(FolderEvents &events, const QByteArray &path, std::function<void()> pathMayHaveChanged)
     : m_events(events)
+    , m_foldersAbove(FoldersAbove::shared(events))
     , m_pathMayHaveChanged(std::move(pathMayHaveChanged))
 {
     // The path may come to lead elsewhere before the way to it is watched.
@@ -41,13 +42,15 @@ void PathGuard::guard(const std::vector<RoutePoint> &route)
         m_isWatching = hold(point);
     if (!m_isWatching && !route.empty())
         m_isWatching = holdAbove(route.back());
+    for (const auto &point : m_points)
+        m_foldersAbove->hold(point.folder, *this);
 }
 
 bool PathGuard::hold(const RoutePoint &point)
 {
-    const int watch = m_events.hold(point.folder, comingAndGoing | IN_DELETE_SELF | IN_MOVE_SELF, *this).watch;
+    const int watch = m_events.hold(point.folder, comingAndGoing | IN_DELETE_SELF, *this).watch;
     if (watch >= 0)
-        m_points.push_back({watch, point.name});
+        m_points.push_back({watch, point.folder, point.name});
     return watch >= 0;
 }
 
@@ -69,6 +72,7 @@ void PathGuard::release()
         const auto isSame = [point](const Point &other) { return other.watch == point->watch; };
         if (std::none_of(points.begin(), point, isSame))
             m_events.release(point->watch, *this);
+        m_foldersAbove->release(point->folder, *this);
     }
 }
 

@@ -1,14 +1,15 @@
 #pragma once
 
-#include "platform/monitoring/FolderEvents.h"
+#include "platform/monitoring/FoldersAbove.h"
 #include "platform/monitoring/PathRoute.h"
 
 #include <vector>
 
-/// Hears when a path leads elsewhere: when a link on the way to its end changes, or its end comes or goes. While the
+/// Hears when a path leads elsewhere: when a link on the way to its end changes, its end comes or goes, or a
+/// folder on the way is moved. While the
 /// path leads nowhere, the component at which it ends is waited for. Good for one change: whoever hears of it looks
 /// again, and guards the path anew.
-class PathGuard final : public FolderEventReceiver
+class PathGuard final : public FolderEventReceiver, private FoldersAbove::Listener
 {
 public:
     PathGuard(FolderEvents &events, const QByteArray &path, std::function<void()> pathMayHaveChanged);
@@ -26,8 +27,11 @@ private:
     struct Point
     {
         int watch;
+        QByteArray folder;
         QByteArray name;
     };
+
+    void folderAboveMoved() override { m_pathMayHaveChanged(); }
 
     void guard(const std::vector<RoutePoint> &route);
     bool hold(const RoutePoint &point);
@@ -35,6 +39,7 @@ private:
     void release();
 
     FolderEvents &m_events;
+    std::shared_ptr<FoldersAbove> m_foldersAbove;
     std::function<void()> m_pathMayHaveChanged;
     bool m_isWatching = false;
     std::vector<Point> m_points;

@@ -114,6 +114,26 @@ void tst_KRFolderMonitor_Links::changesOnTheWay_data()
         << QByteArrayList{"link L ext/cur/late/plain", "folder v3/plain"} << "L"_ba
         << "rename v3 ext/v1/late"_ba
         << "write ext/v1/late/plain/new"_ba;
+
+    const QByteArrayList deep{"folder a/b/c/d"};
+    QTest::newRow("folder two levels above is renamed") << deep << "a/b/c/d"_ba
+                                                        << "rename a/b z"_ba
+                                                        << "rename z a/b"_ba;
+    QTest::newRow("folder three levels above is renamed") << deep << "a/b/c/d"_ba
+                                                          << "rename a z"_ba
+                                                          << "rename z a"_ba;
+    QTest::newRow("folder above comes anew, with the same in it")
+        << deep + QByteArrayList{"folder z/b/c/d", "rename a y"} << "a/b/c/d"_ba
+        << "rename z a"_ba
+        << "write a/b/c/d/new"_ba;
+    QTest::newRow("folder above what a link leads to is renamed")
+        << QByteArrayList{"folder a/b/c/P.package", "link watched/P.package ../a/b/c/P.package"} << "watched"_ba
+        << "rename a/b z"_ba
+        << "rename z a/b"_ba;
+    QTest::newRow("folder above a link on the way is renamed")
+        << QByteArrayList{"folder a/b/c", "link a/b/c/link ../../../ext/v1/plain", "link L a/b/c/link"} << "L"_ba
+        << "rename a z"_ba
+        << "rename z a"_ba;
 }
 
 void tst_KRFolderMonitor_Links::changesOnTheWay()
