@@ -70,7 +70,12 @@ void FolderWatch::addLink(const QByteArray &entry)
 
 void FolderWatch::addPackage(const QByteArray &entry, const QByteArray &target)
 {
-    auto tree = std::make_unique<PackageTree>(*m_events, m_options, [this] { changed(); });
+    auto tree = std::make_unique<PackageTree>(*m_events, m_options, [this](PackageTree::Change change) {
+        if (change == PackageTree::Change::Links)
+            changedFromGround();
+        else
+            changed();
+    });
     tree->watch(target);
     m_entries[entry].tree = std::move(tree);
 }

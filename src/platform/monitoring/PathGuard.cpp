@@ -8,13 +8,22 @@
 namespace {
 
 constexpr quint32 comingAndGoing = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO;
+constexpr quint32 contentChanges = IN_MODIFY | IN_CLOSE_WRITE | IN_ATTRIB;
 constexpr quint32 endOfFolder = IN_DELETE_SELF | IN_UNMOUNT | IN_IGNORED;
+
+/// What is asked for of a point's folder, and is of interest if it is about the point.
+quint32 changesIn(PathGuard::Scope scope)
+{
+    return scope == PathGuard::Scope::FileContents ? comingAndGoing | contentChanges : comingAndGoing;
+}
 
 } // namespace
 
-PathGuard::PathGuard(FolderEvents &events, const QByteArray &path, std::function<void()> pathMayHaveChanged)
+PathGuard::PathGuard(
+    FolderEvents &events, const QByteArray &path, std::function<void()> pathMayHaveChanged, Scope scope)
     : m_events(events)
     , m_foldersAbove(FoldersAbove::shared(events))
+    , m_scope(scope)
     , m_pathMayHaveChanged(std::move(pathMayHaveChanged))
 {
     // The path may come to lead elsewhere before the way to it is watched.
@@ -48,7 +57,7 @@ void PathGuard::guard(const std::vector<RoutePoint> &route)
 
 bool PathGuard::hold(const RoutePoint &point)
 {
-    const int watch = m_events.hold(point.folder, comingAndGoing | IN_DELETE_SELF, *this).watch;
+    const int watch = m_events.hold(point.folder, changesIn(m_scope) | IN_DELETE_SELF, *this).watch;
     if (watch >= 0)
         m_points.push_back({watch, point.folder, point.name});
     return watch >= 0;
@@ -78,8 +87,8 @@ void PathGuard::release()
 
 void PathGuard::folderEvent(const InotifyEvent &event)
 {
-    const bool isComingOrGoing = event.mask & comingAndGoing;
-    const bool isOfThePath = isComingOrGoing && std::any_of(m_points.begin(), m_points.end(), [&](const Point &point) {
+    const bool isChange = event.mask & changesIn(m_scope);
+    const bool isOfThePath = isChange && std::any_of(m_points.begin(), m_points.end(), [&](const Point &point) {
         return point.watch == event.watch && event.name == point.name;
     });
     if (isOfThePath || (event.mask & endOfFolder))

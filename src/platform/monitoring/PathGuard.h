@@ -12,7 +12,15 @@
 class PathGuard final : public FolderEventReceiver, private FoldersAbove::Listener
 {
 public:
-    PathGuard(FolderEvents &events, const QByteArray &path, std::function<void()> pathMayHaveChanged);
+    enum class Scope {
+        /// Where the path leads.
+        Place,
+        /// What is in the file that it leads to, too.
+        FileContents
+    };
+
+    PathGuard(FolderEvents &events, const QByteArray &path, std::function<void()> pathMayHaveChanged,
+        Scope scope = Scope::Place);
     ~PathGuard();
     PathGuard(const PathGuard &) = delete;
     PathGuard &operator=(const PathGuard &) = delete;
@@ -40,6 +48,7 @@ private:
 
     FolderEvents &m_events;
     std::shared_ptr<FoldersAbove> m_foldersAbove;
+    Scope m_scope;
     std::function<void()> m_pathMayHaveChanged;
     bool m_isWatching = false;
     std::vector<Point> m_points;

@@ -151,13 +151,12 @@ void tst_KRFolderMonitor_Limits::tooFewWatchesForAPackage()
     QVERIFY(watching);
     writeFileAt(path("watched/P.package/file"), "");
     letFoldersSettle(*m_environment);
-    QCOMPARE(told, 1);
+    QCOMPARE(std::exchange(told, 0), 1);
     int inside = 0;
     for (int i = 0; i < 2 * mostWatches; ++i) {
-        told = 0;
         writeFileAt(path("watched/P.package/" + QByteArray::number(i) + "/file"), "");
         letFoldersSettle(*m_environment);
-        inside += told;
+        inside += std::exchange(told, 0);
     }
     // Those of the folder, its parent, the folders above and the package itself are taken.
     QCOMPARE(inside, mostWatches - 3 - foldersAbove());

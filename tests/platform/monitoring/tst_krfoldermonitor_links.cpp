@@ -19,11 +19,21 @@ private slots:
 
     void changesOnTheWay_data();
     void changesOnTheWay();
+    void linksInsideOfPackages_data();
+    void linksInsideOfPackages();
+    void linksThatAreNotFollowed_data();
+    void linksThatAreNotFollowed();
+    void linkToVeryManyFolders();
 
 private:
     QByteArray path(const QByteArray &relativePath) const { return m_folder->path(relativePath); }
     /// Does what a row says: "folder a", "write a", "remove a", "rename a b", "link a text", "relink a text".
     void perform(const QByteArray &action) const;
+    std::unique_ptr<KRFolderMonitor> monitor(const QByteArray &relativePath)
+    {
+        return KRFolderMonitor::initWithURL(
+            fileURLFromPath(path(relativePath), FileKind::Folder), [this] { ++m_told; }, {"package", {"node_modules"}});
+    }
     int toldAfterwards()
     {
         letFoldersSettle(*m_environment);
@@ -144,9 +154,8 @@ void tst_KRFolderMonitor_Links::changesOnTheWay()
     QFETCH(QByteArray, inside);
     for (const auto &action : before)
         perform(action);
-    const auto monitor = KRFolderMonitor::initWithURL(
-        fileURLFromPath(path(watched), FileKind::Folder), [this] { ++m_told; }, {"package", {}});
-    QVERIFY(monitor);
+    const auto watching = monitor(watched);
+    QVERIFY(watching);
     QCOMPARE(toldAfterwards(), 0);
     perform(change);
     QCOMPARE(toldAfterwards(), 1);
@@ -155,6 +164,118 @@ void tst_KRFolderMonitor_Links::changesOnTheWay()
         return;
     perform(inside);
     QCOMPARE(toldAfterwards(), 1);
+}
+
+void tst_KRFolderMonitor_Links::linksInsideOfPackages_data()
+{
+    QTest::addColumn<QByteArrayList>("before");
+    QTest::addColumn<QByteArrayList>("changes"); // each is told of
+
+    const QByteArrayList contents{"link watched/P.package/Contents ../../build/Contents"};
+    QTest::newRow("in a linked folder") << contents << QByteArrayList{"write build/Contents/manifest"};
+    QTest::newRow("deep in a linked folder") << contents << QByteArrayList{"write build/Contents/Korvan/script"};
+    QTest::newRow("new folder in a linked folder")
+        << contents << QByteArrayList{"write build/Contents/new/file", "write build/Contents/new/file"};
+    QTest::newRow("linked folder is built anew")
+        << contents
+        << QByteArrayList{"rename build old", "write build/Contents/manifest", "write build/Contents/manifest"};
+    QTest::newRow("linked folder comes later")
+        << QByteArrayList{"link watched/P.package/Contents ../../late"}
+        << QByteArrayList{"write late/Korvan/script", "write late/Korvan/script"};
+    QTest::newRow("link on the way leads elsewhere")
+        << QByteArrayList{"link watched/P.package/Contents ../../ext/cur/plain"}
+        << QByteArrayList{"relink ext/cur v2", "write ext/v2/plain/file"};
+    QTest::newRow("the link itself leads elsewhere")
+        << contents << QByteArrayList{"relink watched/P.package/Contents ../../ext/v1", "write ext/v1/plain/file"};
+    QTest::newRow("link in a linked folder") << contents + QByteArrayList{"link build/Contents/more ../../ext/v1"}
+                                             << QByteArrayList{"write ext/v1/plain/file"};
+    QTest::newRow("link that comes later")
+        << QByteArrayList{}
+        << QByteArrayList{"link watched/P.package/Contents ../../build/Contents", "write build/Contents/Korvan/script"};
+
+    const QByteArrayList script{"link watched/P.package/s.js ../../ext/v1/s.js", "write ext/v1/s.js"};
+    QTest::newRow("linked file is written") << script << QByteArrayList{"write ext/v1/s.js", "write ext/v1/s.js"};
+    QTest::newRow("linked file is renamed over")
+        << script + QByteArrayList{"write new.js"} << QByteArrayList{"rename new.js ext/v1/s.js", "write ext/v1/s.js"};
+    QTest::newRow("linked file goes") << script << QByteArrayList{"remove ext/v1/s.js", "write ext/v1/s.js"};
+    QTest::newRow("linked file behind a link")
+        << QByteArrayList{"link watched/P.package/s.js ../../ext/cur/s.js", "write ext/v1/s.js", "write ext/v2/s.js"}
+        << QByteArrayList{"write ext/v1/s.js", "relink ext/cur v2", "write ext/v2/s.js"};
+    QTest::newRow("in a linked package") << QByteArrayList{"link watched/x ../ext/v1/One.package",
+        "link ext/v1/One.package/s.js ../../s.js"}
+                                         << QByteArrayList{"write ext/s.js", "write ext/s.js"};
+}
+
+void tst_KRFolderMonitor_Links::linksInsideOfPackages()
+{
+    QFETCH(QByteArrayList, before);
+    QFETCH(QByteArrayList, changes);
+    perform("write watched/P.package/file");
+    perform("write build/Contents/manifest");
+    perform("write build/Contents/Korvan/script");
+    for (const auto &action : before)
+        perform(action);
+    const auto watching = monitor("watched");
+    QCOMPARE(toldAfterwards(), 0);
+    for (const auto &change : changes) {
+        perform(change);
+        QVERIFY2(toldAfterwards() == 1, change.constData());
+    }
+    QCOMPARE(toldAfterwards(), 0);
+}
+
+void tst_KRFolderMonitor_Links::linksThatAreNotFollowed_data()
+{
+    QTest::addColumn<QByteArray>("link");
+    QTest::addColumn<QByteArray>("change");
+    QTest::newRow("to the folder around") << "link watched/P.package/up .."_ba
+                                          << "write watched/plain/file"_ba;
+    QTest::newRow("to a folder further up") << "link watched/P.package/up ../../.."_ba
+                                            << "write ext/v1/plain/file"_ba;
+    QTest::newRow("to the root") << "link watched/P.package/up /"_ba
+                                 << "write ext/v1/plain/file"_ba;
+    QTest::newRow("of an ignored name") << "link watched/P.package/node_modules ../../ext"_ba
+                                        << "write ext/v1/plain/file"_ba;
+    QTest::newRow("hidden") << "link watched/P.package/.x ../../ext"_ba
+                            << "write ext/v1/plain/file"_ba;
+    QTest::newRow("other files beside a linked one") << "link watched/P.package/s.js ../../ext/v1/plain/file"_ba
+                                                     << "write ext/v1/plain/other"_ba;
+}
+
+void tst_KRFolderMonitor_Links::linksThatAreNotFollowed()
+{
+    QFETCH(QByteArray, link);
+    QFETCH(QByteArray, change);
+    perform("folder watched/plain");
+    perform("write watched/P.package/file");
+    perform(link);
+    const auto watching = monitor("watched");
+    perform(change);
+    QCOMPARE(toldAfterwards(), 0);
+    perform("write watched/P.package/file");
+    QCOMPARE(toldAfterwards(), 1);
+}
+
+/// What is near is watched, and the package itself whatever its links lead to.
+void tst_KRFolderMonitor_Links::linkToVeryManyFolders()
+{
+    const QTemporaryDir inMemory(u"/dev/shm/tst_KRFolderMonitor_Links-XXXXXX"_s);
+    const auto root = inMemory.isValid() ? inMemory.path().toUtf8() : path("many");
+    for (int i = 0; i < 2000; ++i)
+        makeFolderAt(root + '/' + QByteArray::number(i) + "/deep");
+    perform("write watched/P.package/zzz/deep/file");
+    makeLinkAt(path("watched/P.package/many"), root);
+    const auto watching = monitor("watched");
+    writeFileAt(root + "/file", "");
+    QCOMPARE(toldAfterwards(), 1);
+    perform("write watched/P.package/zzz/deep/file");
+    QCOMPARE(toldAfterwards(), 1);
+    int told = 0;
+    for (int i = 0; i < 2000; ++i) {
+        writeFileAt(root + '/' + QByteArray::number(i) + "/deep/file", "");
+        told += toldAfterwards();
+    }
+    QCOMPARE(told, 0);
 }
 
 QTEST_GUILESS_MAIN(tst_KRFolderMonitor_Links)
