@@ -10,7 +10,7 @@ namespace {
 
 void print(std::FILE *stream, const QByteArray &text)
 {
-    // Nobody is left to be told that the output has nowhere to go.
+    // The stream remembers that it has failed.
     std::ignore = std::fwrite(text.constData(), 1, std::size_t(text.size()), stream);
     std::ignore = std::fflush(stream);
 }
@@ -72,6 +72,11 @@ QString Output::coloured(const QString &text, Colour colour) const
         break;
     }
     return text;
+}
+
+bool isStandardOutputComplete()
+{
+    return std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
 }
 
 void printToStandardError(const QString &line)

@@ -35,5 +35,8 @@ private:
     bool m_hasColours;
 };
 
+/// Whether everything up to now was written; a full disk, for one, leaves a part.
+bool isStandardOutputComplete();
+
 /// A line on standard error.
 void printToStandardError(const QString &line);
