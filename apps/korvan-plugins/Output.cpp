@@ -1,5 +1,6 @@
 #include "Output.h"
 
+#include "ControlCharacters.h"
 #include "platform/JSONText.h"
 
 #include <cstdio>
@@ -34,10 +35,14 @@ void Output::documentLine(const OrderedVariantDictionary &document)
         print(stdout, jsonFromVariant(QVariant::fromValue(document), JSONStyle::Compact) + '\n');
 }
 
-void Output::line(const QString &text)
+void Output::line(const QList<Piece> &pieces)
 {
-    if (!isJSON())
-        print(stdout, text.toUtf8() + '\n');
+    if (isJSON())
+        return;
+    QString line;
+    for (const auto &piece : pieces)
+        line += coloured(withoutControlCharacters(piece.text, ControlCharacters::AllButLayout), piece.colour);
+    print(stdout, line.toUtf8() + '\n');
 }
 
 void Output::error(const KRError &error)
@@ -81,5 +86,5 @@ bool isStandardOutputComplete()
 
 void printToStandardError(const QString &line)
 {
-    print(stderr, line.toUtf8() + '\n');
+    print(stderr, withoutControlCharacters(line, ControlCharacters::AllButLayout).toUtf8() + '\n');
 }

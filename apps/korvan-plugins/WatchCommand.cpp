@@ -80,7 +80,7 @@ private:
     void printNames(const QString &mark, const QStringList &identifiers, Output::Colour colour)
     {
         for (const auto &identifier : identifiers)
-            m_output.line(m_output.coloured(QStringLiteral("  ") + mark + identifier, colour));
+            m_output.line(QStringLiteral("  ") + mark + identifier, colour);
     }
 
     Output &m_output;
