@@ -63,7 +63,7 @@ private:
     void heading(const QString &text)
     {
         m_output.line();
-        m_output.line(m_output.coloured(text, Output::Colour::Bold));
+        m_output.line(text, Output::Colour::Bold);
     }
 
     void showPlugins()
@@ -142,13 +142,13 @@ private:
             for (const auto &entry : result.log) {
                 const bool isError = entry.value(QStringLiteral("level")).toString() == u"error";
                 const auto text = entry.value(QStringLiteral("stringValue")).toString();
-                m_output.line(m_output.coloured(text, isError ? Output::Colour::Red : Output::Colour::Plain));
+                m_output.line(text, isError ? Output::Colour::Red : Output::Colour::Plain);
                 log.append(text);
             }
             m_hasFailed |= result.hasErrors() != (mistakes == Mistakes::AreTheSubject) || !result.isFinished;
         }
         for (const auto &change : changes)
-            m_output.line(m_output.coloured(QStringLiteral("  ") + change, Output::Colour::Green));
+            m_output.line(QStringLiteral("  ") + change, Output::Colour::Green);
         m_steps.append(QVariant::fromValue(OrderedVariantDictionary{
             {QStringLiteral("command"), specifier},
             {QStringLiteral("log"), log},

@@ -37,13 +37,13 @@ void printForPeople(const OrderedVariantDictionary &description, const KRPluginB
     for (const auto &[key, value] : description) {
         const bool isNull = value.typeId() == QMetaType::Nullptr;
         if (!isNull && !inTheirOwnForm.contains(key))
-            output.line(output.coloured(key.leftJustified(labelWidth), Output::Colour::Dim) + valueForPeople(value));
+            output.line({{key.leftJustified(labelWidth), Output::Colour::Dim}, {valueForPeople(value)}});
     }
     output.line();
     for (const auto &[identifier, command] : bundle.commands()) {
-        output.line(output.coloured(identifier, Output::Colour::Bold) + QStringLiteral("  ")
-            + command->name().value_or(QString())
-            + (command->shortcut() ? QStringLiteral("  (%1)").arg(*command->shortcut()) : QString()));
+        const auto shortcut = command->shortcut() ? QStringLiteral("  (%1)").arg(*command->shortcut()) : QString();
+        output.line({{identifier, Output::Colour::Bold},
+            {QStringLiteral("  ") + command->name().value_or(QString()) + shortcut}});
         for (const auto &[key, function] : command->handlers())
             output.line(QStringLiteral("    %1 → %2").arg(key, function));
     }

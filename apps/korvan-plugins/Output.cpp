@@ -1,5 +1,6 @@
 #include "Output.h"
 
+#include "ControlCharacters.h"
 #include "platform/JSONText.h"
 
 #include <cstdio>
@@ -10,7 +11,7 @@ namespace {
 
 void print(std::FILE *stream, const QByteArray &text)
 {
-    // Nobody is left to be told that the output has nowhere to go.
+    // The stream remembers that it has failed.
     std::ignore = std::fwrite(text.constData(), 1, std::size_t(text.size()), stream);
     std::ignore = std::fflush(stream);
 }
@@ -34,10 +35,14 @@ void Output::documentLine(const OrderedVariantDictionary &document)
         print(stdout, jsonFromVariant(QVariant::fromValue(document), JSONStyle::Compact) + '\n');
 }
 
-void Output::line(const QString &text)
+void Output::line(const QList<Piece> &pieces)
 {
-    if (!isJSON())
-        print(stdout, text.toUtf8() + '\n');
+    if (isJSON())
+        return;
+    QString line;
+    for (const auto &piece : pieces)
+        line += coloured(withoutControlCharacters(piece.text, ControlCharacters::AllButLayout), piece.colour);
+    print(stdout, line.toUtf8() + '\n');
 }
 
 void Output::error(const KRError &error)
@@ -79,7 +84,12 @@ OrderedVariantDictionary errorDocument(const KRError &error)
     return document;
 }
 
+bool isStandardOutputComplete()
+{
+    return std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+}
+
 void printToStandardError(const QString &line)
 {
-    print(stderr, line.toUtf8() + '\n');
+    print(stderr, withoutControlCharacters(line, ControlCharacters::AllButLayout).toUtf8() + '\n');
 }

@@ -3,6 +3,7 @@
 #include "platform/KRError.h"
 #include "platform/OrderedDictionary.h"
 
+#include <QList>
 #include <QString>
 
 /// What the program prints: one JSON document, or text for people.
@@ -14,23 +15,28 @@ public:
     explicit Output(Format format);
 
     bool isJSON() const { return m_format == Format::JSON; }
-    /// Whether escape sequences for colours make sense: on a terminal, unless the user does not want any.
-    bool hasColours() const { return m_hasColours; }
-
     /// The one document; only as JSON.
     void document(const OrderedVariantDictionary &document);
     /// One of many documents, on a line of its own; only as JSON.
     void documentLine(const OrderedVariantDictionary &document);
-    /// A line for people; only as text.
-    void line(const QString &text = {});
+    enum class Colour { Plain, Dim, Bold, Red, Green, Yellow };
+    struct Piece
+    {
+        QString text;
+        Colour colour = Colour::Plain;
+    };
+
+    /// A line for people; only as text. Coloured on a terminal, unless the user wants no colours. Texts of plug-ins
+    /// have no power over the terminal: all their control characters but tabs and line ends are shown as escapes.
+    void line(const QList<Piece> &pieces);
+    void line(const QString &text = {}, Colour colour = Colour::Plain) { line({{text, colour}}); }
     /// The failure of the operation, in either form.
     void error(const KRError &error);
     void error(const QString &message) { error({{}, 0, message}); }
 
-    enum class Colour { Plain, Dim, Bold, Red, Green, Yellow };
+private:
     QString coloured(const QString &text, Colour colour) const;
 
-private:
     Format m_format;
     bool m_hasColours;
 };
@@ -38,5 +44,8 @@ private:
 /// A failure as it stands in a document: domain and code where there are, and the message.
 OrderedVariantDictionary errorDocument(const KRError &error);
 
-/// A line on standard error.
+/// Whether everything up to now was written; a full disk, for one, leaves a part.
+bool isStandardOutputComplete();
+
+/// A line on standard error, with control characters as in the lines for people.
 void printToStandardError(const QString &line);

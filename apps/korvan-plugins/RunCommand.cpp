@@ -151,8 +151,8 @@ private:
     void showEntry(const QVariantMap &entry)
     {
         const bool isError = entry.value(QStringLiteral("level")).toString() == u"error";
-        m_output.line(m_output.coloured(entry.value(QStringLiteral("stringValue")).toString(),
-            isError ? Output::Colour::Red : Output::Colour::Plain));
+        m_output.line(entry.value(QStringLiteral("stringValue")).toString(),
+            isError ? Output::Colour::Red : Output::Colour::Plain);
     }
 
     void show(const QList<CommandResult> &results)
@@ -161,11 +161,9 @@ private:
             return showAsJSON(results);
         for (const auto &result : results) {
             if (result.returnValue.isValid())
-                m_output.line(m_output.coloured(
-                    QStringLiteral("→ ") + descriptionOfValue(result.returnValue), Output::Colour::Green));
+                m_output.line(QStringLiteral("→ ") + descriptionOfValue(result.returnValue), Output::Colour::Green);
             if (!result.isFinished)
-                m_output.line(
-                    m_output.coloured(QStringLiteral("The command is still running."), Output::Colour::Yellow));
+                m_output.line(QStringLiteral("The command is still running."), Output::Colour::Yellow);
         }
     }
 

@@ -1,5 +1,7 @@
 #include "TextTable.h"
 
+#include "ControlCharacters.h"
+
 #include <algorithm>
 
 namespace {
@@ -23,6 +25,14 @@ TextTable::TextTable(const QStringList &heading)
     : m_heading(heading)
 { }
 
+void TextTable::addRow(const QStringList &cells)
+{
+    QStringList row;
+    for (const auto &cell : cells)
+        row.append(withoutControlCharacters(cell, ControlCharacters::All));
+    m_rows.append(row);
+}
+
 void TextTable::print(Output &output) const
 {
     QList<qsizetype> widths;
@@ -32,7 +42,7 @@ void TextTable::print(Output &output) const
             width = std::max(width, row[i].size());
         widths.append(width);
     }
-    output.line(output.coloured(padded(m_heading, widths), Output::Colour::Bold));
+    output.line(padded(m_heading, widths), Output::Colour::Bold);
     for (const auto &row : m_rows)
         output.line(padded(row, widths));
 }

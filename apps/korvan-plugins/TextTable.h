@@ -11,7 +11,8 @@ class TextTable
 public:
     explicit TextTable(const QStringList &heading);
 
-    void addRow(const QStringList &cells) { m_rows.append(cells); }
+    /// Control characters in it are shown as escapes: they would break the columns.
+    void addRow(const QStringList &cells);
     void print(Output &output) const;
 
 private:

@@ -1,5 +1,6 @@
 #include "Commands.h"
 
+#include "BundleFiles.h"
 #include "PluginReport.h"
 #include "PluginSession.h"
 #include "StopSignals.h"
@@ -11,15 +12,11 @@
 
 namespace {
 
-/// Everything that tells one state of a plug-in from another, its scripts included.
+/// Everything that tells one state of a plug-in from another, its files included.
 QByteArray contentOf(const KRPluginBundle &bundle, const KRPluginManager &manager)
 {
-    auto content = jsonFromVariant(QVariant::fromValue(describePlugin(bundle, manager)), JSONStyle::Compact);
-    for (const auto &[identifier, command] : bundle.commands()) {
-        if (command->script())
-            content += command->script()->script().value_or(QString()).toUtf8() + '\0';
-    }
-    return content;
+    const auto description = jsonFromVariant(QVariant::fromValue(describePlugin(bundle, manager)), JSONStyle::Compact);
+    return description + stampOfFiles(bundle.url().toLocalFile());
 }
 
 class Watch
@@ -80,7 +77,7 @@ private:
     void printNames(const QString &mark, const QStringList &identifiers, Output::Colour colour)
     {
         for (const auto &identifier : identifiers)
-            m_output.line(m_output.coloured(QStringLiteral("  ") + mark + identifier, colour));
+            m_output.line(QStringLiteral("  ") + mark + identifier, colour);
     }
 
     Output &m_output;

@@ -49,12 +49,11 @@ void FolderWalk::visitEntry(const QByteArray &folder, const FolderEntry &entry)
     const bool isLink = entry.kind == FolderEntry::Kind::Link;
     if (!isLink && entry.kind != FolderEntry::Kind::Folder)
         return; // a plain file with the extension holds no bundle
+    if (isLink && m_observer)
+        m_observer->foundLink(folder, pathByAppending(folder, entry.name));
     const auto target = targetOf(folder, entry);
-    if (target.kind != FolderEntry::Kind::Folder) {
-        if (m_observer && isDeadLink(entry, target))
-            m_observer->foundDeadLink(folder, target.path);
+    if (target.kind != FolderEntry::Kind::Folder)
         return;
-    }
     if (!hasExtension(target.path, pluginBundleExtension))
         return visit(target.path, isLink ? Arrival::FromElsewhere : Arrival::FromParent);
     if (m_observer)

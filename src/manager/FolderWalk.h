@@ -17,10 +17,10 @@ public:
     /// A folder, or a link that was named to the walk, is about to be visited. `FromElsewhere` is one that was named,
     /// or that a link led to.
     virtual void willVisit(const QByteArray &folder, Arrival arrival) = 0;
+    /// The entry of a visited folder is a link, which is about to be followed.
+    virtual void foundLink(const QByteArray &folder, const QByteArray &entry) = 0;
     /// The entry of a visited folder is a plug-in, which is `target` after all links.
     virtual void foundBundle(const QByteArray &folder, const QByteArray &entry, const QByteArray &target) = 0;
-    /// The entry of a visited folder is a link that leads nowhere.
-    virtual void foundDeadLink(const QByteArray &folder, const QByteArray &entry) = 0;
 
 protected:
     ~FolderWalkObserver() = default;

@@ -1,6 +1,7 @@
 #include "manager/PluginFolderMonitoring.h"
 
 #include "bundles/PluginBundleExtension.h"
+
 namespace {
 
 FolderMonitorOptions optionsFor(const QStringList &ignoredNames)
@@ -37,10 +38,10 @@ void WalkWatches::foundBundle(const QByteArray &folder, const QByteArray &entry,
         watch->addPackage(entry, target);
 }
 
-void WalkWatches::foundDeadLink(const QByteArray &folder, const QByteArray &entry)
+void WalkWatches::foundLink(const QByteArray &folder, const QByteArray &entry)
 {
     if (auto *watch = watchOf(folder))
-        watch->addDeadLink(entry);
+        watch->addLink(entry);
 }
 
 void PluginFolderMonitoring::setUp(WalkWatches &watches, const std::function<void()> &changed)

@@ -19,7 +19,7 @@ public:
 
     void willVisit(const QByteArray &folder, Arrival arrival) override;
     void foundBundle(const QByteArray &folder, const QByteArray &entry, const QByteArray &target) override;
-    void foundDeadLink(const QByteArray &folder, const QByteArray &entry) override;
+    void foundLink(const QByteArray &folder, const QByteArray &entry) override;
 
     /// In the order of the walk.
     std::vector<std::unique_ptr<FolderWatch>> take() { return std::move(m_watches); }

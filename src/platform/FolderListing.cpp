@@ -94,11 +94,6 @@ FolderTarget targetOf(const QByteArray &folderPath, const FolderEntry &entry)
     return {resolved, kindOfTarget(resolved)};
 }
 
-bool isDeadLink(const FolderEntry &entry, const FolderTarget &target)
-{
-    return entry.kind == FolderEntry::Kind::Link && target.kind == FolderEntry::Kind::Other && !itemExists(target.path);
-}
-
 bool itemExists(const QByteArray &path)
 {
     struct stat status;

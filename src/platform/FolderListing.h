@@ -31,8 +31,6 @@ struct FolderTarget
 };
 
 FolderTarget targetOf(const QByteArray &folderPath, const FolderEntry &entry);
-/// Whether the entry, whose target is given, is a link that leads nowhere.
-bool isDeadLink(const FolderEntry &entry, const FolderTarget &target);
 
 /// Whether a path leads to anything, of whatever kind.
 bool itemExists(const QByteArray &path);

@@ -55,7 +55,8 @@ QString shippedBlocklistName(const BlocklistTarget &target)
 
 QString downloadedBlocklistName(const BlocklistTarget &target)
 {
-    return QStringLiteral("PluginsToDisable") + remoteBlocklistName(target);
+    // A version that looks like a path must not lead out of the support folder.
+    return QStringLiteral("PluginsToDisable") + remoteBlocklistName(target).replace(u'/', u'-');
 }
 
 QString remoteBlocklistName(const BlocklistTarget &target)

@@ -21,9 +21,9 @@ struct BlocklistTarget
 
 /// "PluginsToDisable", with the processor's name on 64-bit x86: the list that ships inside the application.
 QString shippedBlocklistName(const BlocklistTarget &target);
-/// The downloaded list's file name in the support folder.
+/// The downloaded list's file name in the support folder; has no slashes.
 QString downloadedBlocklistName(const BlocklistTarget &target);
-/// The list's file name on the vendor's server, which has no "PluginsToDisable" in front.
+/// The list's file name on the vendor's server, which has no "PluginsToDisable" in front. Not yet encoded for a URL.
 QString remoteBlocklistName(const BlocklistTarget &target);
 
 /// Where the lists lie; a value, so that another thread may read them.

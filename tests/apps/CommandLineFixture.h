@@ -44,9 +44,12 @@ class CommandLineFixture
 protected:
     void makeFolder() { m_folder = std::make_unique<QTemporaryDir>(); }
 
-    Finished run(const QStringList &arguments) const
+    /// With its output in a file, if one is named.
+    Finished run(const QStringList &arguments, const QString &outputFile = {}) const
     {
         QProcess process;
+        if (!outputFile.isEmpty())
+            process.setStandardOutputFile(outputFile);
         auto environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QStringLiteral("HOME"), m_folder->path());
         environment.insert(QStringLiteral("XDG_DATA_HOME"), m_folder->filePath(QStringLiteral("data")));

@@ -91,6 +91,8 @@ private slots:
     void failedUpdateIsSilent_data();
     void failedUpdateIsSilent();
     void watchTellsOfEveryReload();
+    void watchTellsWhatChanged_data();
+    void watchTellsWhatChanged();
     void watchEndsWithSignals_data();
     void watchEndsWithSignals();
     void watchRegistersIncompatiblePlugins();
@@ -269,6 +271,29 @@ void tst_CommandLine_State::watchTellsOfEveryReload()
     }
     QCOMPARE(added, QStringList{u"d"_s});
     QCOMPARE(removed, QStringList{u"a"_s});
+}
+
+void tst_CommandLine_State::watchTellsWhatChanged_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::newRow("script of a command") << u"plugins/b.korvanplugin/Contents/Korvan/script.js"_s;
+    QTest::newRow("script that another one requires") << u"plugins/b.korvanplugin/Contents/Korvan/lib/module.js"_s;
+    QTest::newRow("resource") << u"plugins/b.korvanplugin/Contents/Resources/icon.svg"_s;
+    QTest::newRow("file that is linked") << u"sources/linked.js"_s;
+}
+
+void tst_CommandLine_State::watchTellsWhatChanged()
+{
+    QFETCH(QString, file);
+    const auto place = m_folder->filePath(file);
+    writeFile(place, "before");
+    writeFile(m_folder->filePath(u"sources/linked.js"_s), "before");
+    QVERIFY(QFile::link(m_folder->filePath(u"sources/linked.js"_s),
+        m_folder->filePath(u"plugins/b.korvanplugin/Contents/Korvan/linked.js"_s)));
+    RunningCommand watch(m_folder->path(), with({u"watch"_s}));
+    QVERIFY(!watch.nextDocument().isEmpty());
+    writeFile(place, "afterwards");
+    QCOMPARE(texts(watch.nextDocument().value(u"changed"_s)), QStringList{u"b"_s});
 }
 
 void tst_CommandLine_State::watchEndsWithSignals_data()

@@ -54,6 +54,8 @@ void tst_Blocklist::names_data()
                                 << u"PluginsToDisable95.3_x86_64.json"_s << u"95.3_x86_64.json"_s;
     QTest::newRow("other machines") << u"95.3"_s << u""_s << u"PluginsToDisable"_s << u"PluginsToDisable95.3.json"_s
                                     << u"95.3.json"_s;
+    QTest::newRow("version that looks like a path") << u"/../esc/95"_s << u""_s << u"PluginsToDisable"_s
+                                                    << u"PluginsToDisable-..-esc-95.json"_s << u"/../esc/95.json"_s;
 }
 
 void tst_Blocklist::names()

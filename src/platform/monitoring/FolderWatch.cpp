@@ -61,30 +61,29 @@ void FolderWatch::guardPath()
     });
 }
 
-std::unique_ptr<PathGuard> FolderWatch::guardTarget(const QByteArray &target)
+void FolderWatch::addLink(const QByteArray &entry)
 {
-    return std::make_unique<PathGuard>(*m_events, target, [this] { changedFromGround(); });
+    auto guard = std::make_unique<PathGuard>(*m_events, entry, [this] { changedFromGround(); });
+    if (kindOfTarget(entry) != FolderEntry::Kind::File) // which holds no package
+        m_entries[entry].guard = std::move(guard);
 }
 
 void FolderWatch::addPackage(const QByteArray &entry, const QByteArray &target)
 {
-    Package package;
-    if (entry != target)
-        package.guard = guardTarget(target);
-    package.tree = std::make_unique<PackageTree>(*m_events, m_options, [this] { changed(); });
-    package.tree->watch(target);
-    m_packages.insert_or_assign(entry, std::move(package));
-}
-
-void FolderWatch::addDeadLink(const QByteArray &entry)
-{
-    m_packages.insert_or_assign(entry, Package{nullptr, guardTarget(missingTargetOf(entry))});
+    auto tree = std::make_unique<PackageTree>(*m_events, m_options, [this](PackageTree::Change change) {
+        if (change == PackageTree::Change::Links)
+            changedFromGround();
+        else
+            changed();
+    });
+    tree->watch(target);
+    m_entries[entry].tree = std::move(tree);
 }
 
 void FolderWatch::findPackages()
 {
     // The old ones go after the new ones have come: what both hold stays watched.
-    const auto previous = std::exchange(m_packages, {});
+    const auto previous = std::exchange(m_entries, {});
     if (m_options.packageExtension.isEmpty() || m_watch < 0)
         return;
     const auto entries = visibleEntries(m_path);
@@ -97,11 +96,11 @@ void FolderWatch::findPackages()
 void FolderWatch::addEntry(const FolderEntry &entry)
 {
     const auto path = pathByAppending(m_path, entry.name);
+    if (entry.kind == FolderEntry::Kind::Link)
+        addLink(path);
     const auto target = targetOf(m_path, entry);
     if (target.kind == FolderEntry::Kind::Folder && hasExtension(target.path, m_options.packageExtension))
         addPackage(path, target.path);
-    else if (isDeadLink(entry, target))
-        addDeadLink(path);
 }
 
 void FolderWatch::start(std::function<void()> contentsChanged)
@@ -134,9 +133,9 @@ void FolderWatch::followEntry(const InotifyEvent &event)
         return;
     const auto name = event.name.toByteArray();
     const auto path = pathByAppending(m_path, name);
-    if (event.mask & (IN_DELETE | IN_MOVED_FROM))
-        m_packages.erase(path);
-    else if (event.mask & (IN_CREATE | IN_MOVED_TO))
+    if (event.mask & (IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO))
+        m_entries.erase(path);
+    if (event.mask & (IN_CREATE | IN_MOVED_TO))
         addEntry({name, kindOfEntry(path)});
 }
 

@@ -30,10 +30,11 @@ public:
     FolderWatch(const FolderWatch &) = delete;
     FolderWatch &operator=(const FolderWatch &) = delete;
 
+    /// A link that was found: where it leads may change on the way, and something may come there. Called before it is
+    /// looked at where that is.
+    void addLink(const QByteArray &entry);
     /// A package that was found under the name `entry` (a path), and where it is after all links.
     void addPackage(const QByteArray &entry, const QByteArray &target);
-    /// A link that leads nowhere: something may come where it leads.
-    void addDeadLink(const QByteArray &entry);
     /// Lists the folder for both.
     void findPackages();
 
@@ -44,17 +45,17 @@ public:
     void eventsLost() override;
 
 private:
-    struct Package
+    struct Entry
     {
-        std::unique_ptr<PackageTree> tree;
-        /// Of what is reached through a link.
+        /// Of a link.
         std::unique_ptr<PathGuard> guard;
+        /// Of a package.
+        std::unique_ptr<PackageTree> tree;
     };
 
     FolderWatch(std::shared_ptr<FolderEvents> events, const QByteArray &path, const FolderMonitorOptions &options);
     bool watchFolder();
     void guardPath();
-    std::unique_ptr<PathGuard> guardTarget(const QByteArray &target);
     void addEntry(const FolderEntry &entry);
     void followEntry(const InotifyEvent &event);
 
@@ -73,6 +74,6 @@ private:
     bool m_hasChanged = false;
     bool m_mustLookAgain = false;
     std::unique_ptr<PathGuard> m_guard;
-    /// By the path of the entry. A link that leads nowhere has a guard only.
-    std::unordered_map<QByteArray, Package> m_packages;
+    /// The packages and links in the folder, by their path.
+    std::unordered_map<QByteArray, Entry> m_entries;
 };

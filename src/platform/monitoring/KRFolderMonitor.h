@@ -15,12 +15,12 @@ class FolderWatch;
 /// The callback comes on the main thread, when the folder has been quiet for 100 ms and at most a second after the
 /// first change; the changes of all folders wait together, so that copying files into many of them is told of once. It
 /// comes for every change of the folder's entries (one comes, goes, is renamed, gets other permissions), inside of
-/// packages (see FolderMonitorOptions) also for every write into a file. When it comes, all of this can be read on
-/// disk: what is written after it has come is told of again.
+/// packages (see FolderMonitorOptions) also for every write into a file, behind links in them too. When it comes, all
+/// of this can be read on disk: what is written after it has come is told of again.
 ///
-/// A folder that is deleted or renamed is waited for, and so is one that does not exist yet; its coming is a change.
-/// Renaming a folder above it, mounting something onto it, and writes through links inside of a package are not
-/// noticed.
+/// A folder that is deleted or renamed is waited for, and so is one that does not exist yet; its coming is a change. So
+/// is the renaming of a folder above it, or of a link on the way to it, if the user may read what these lie in.
+/// Mounting something onto it is not noticed.
 class KORVAN_EXPORT KRFolderMonitor final
 {
 public:

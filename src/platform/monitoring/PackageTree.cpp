@@ -1,7 +1,7 @@
 #include "platform/monitoring/PackageTree.h"
 
 #include "platform/FileURL.h"
-#include "platform/FolderListing.h"
+#include "platform/monitoring/PathGuard.h"
 
 #include <algorithm>
 #include <sys/inotify.h>
@@ -11,13 +11,15 @@ namespace {
 constexpr quint32 contentChanges =
     IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_ATTRIB | IN_MODIFY | IN_CLOSE_WRITE;
 
+constexpr int mostFoldersThroughLinks = 1000;
+constexpr std::size_t mostLinks = 1000;
+
 } // namespace
 
-PackageTree::PackageTree(
-    FolderEvents &events, const FolderMonitorOptions &options, std::function<void()> contentsChanged)
+PackageTree::PackageTree(FolderEvents &events, const FolderMonitorOptions &options, std::function<void(Change)> changed)
     : m_events(events)
     , m_options(options)
-    , m_contentsChanged(std::move(contentsChanged))
+    , m_changed(std::move(changed))
 { }
 
 PackageTree::~PackageTree()
@@ -26,65 +28,110 @@ PackageTree::~PackageTree()
         m_events.release(folder.watch, *this);
 }
 
-void PackageTree::watch(const QByteArray &folder)
+void PackageTree::watch(const QByteArray &package)
 {
-    std::vector<QByteArray> pending{folder};
-    while (!pending.empty()) {
-        const auto next = std::move(pending.back());
-        pending.pop_back();
-        watchOne(next, pending);
+    m_package = package;
+    watchAll({{package, Reach::Inside}});
+}
+
+/// These and all below them, level by level.
+void PackageTree::watchAll(Places places)
+{
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        const auto place = places[i]; // the list grows
+        watchOne(place, places);
     }
 }
 
-void PackageTree::watchOne(const QByteArray &folder, std::vector<QByteArray> &subfolders)
+void PackageTree::watchOne(const Place &folder, Places &places)
 {
+    const bool isThroughLink = folder.reach == Reach::ThroughLink;
+    if (isThroughLink && m_foldersThroughLinks >= mostFoldersThroughLinks)
+        return;
     // Watched before it is listed: what comes meanwhile is either in the list or an event.
-    const auto [watch, isNew] = m_events.hold(folder, contentChanges, *this);
+    const auto [watch, isNew] = m_events.hold(folder.path, contentChanges, *this);
     if (!isNew)
         return;
     m_folders.push_back({watch, folder});
-    const auto entries = visibleEntries(folder);
+    m_foldersThroughLinks += isThroughLink ? 1 : 0;
+    const auto entries = visibleEntries(folder.path);
     for (const auto &entry : entries) {
-        if (entry.kind == FolderEntry::Kind::Folder && !isIgnored(entry.name))
-            subfolders.push_back(pathByAppending(folder, entry.name));
+        if (entry.kind != FolderEntry::Kind::File && !isIgnored(entry.name))
+            addEntry(pathByAppending(folder.path, entry.name), entry.kind, folder.reach, places);
     }
+}
+
+void PackageTree::addEntry(const QByteArray &path, FolderEntry::Kind kind, Reach reach, Places &places)
+{
+    if (kind == FolderEntry::Kind::Folder)
+        places.push_back({path, reach});
+    else if (kind == FolderEntry::Kind::Link)
+        followLink(path, places);
+}
+
+void PackageTree::followLink(const QByteArray &link, Places &places)
+{
+    if (m_links.size() >= mostLinks)
+        return;
+    m_links.push_back(std::make_unique<PathGuard>(
+        m_events, link, [this] { m_changed(Change::Links); }, PathGuard::Scope::FileContents));
+    const auto target = resolvedPath(link);
+    if (kindOfTarget(target) == FolderEntry::Kind::Folder && !isAroundPackage(target))
+        places.push_back({target, Reach::ThroughLink});
+}
+
+bool PackageTree::isAroundPackage(const QByteArray &folder) const
+{
+    const auto package = pathByAppending(resolvedPath(m_package), "");
+    return package.startsWith(pathByAppending(folder, ""));
 }
 
 void PackageTree::folderEvent(const InotifyEvent &event)
 {
-    if (event.mask & IN_IGNORED) {
-        std::erase_if(m_folders, [&event](const Folder &folder) { return folder.watch == event.watch; });
-        return;
-    }
+    if (event.mask & IN_IGNORED)
+        return forget([&event](const Folder &folder) { return folder.watch == event.watch; });
     if (!(event.mask & contentChanges))
         return;
-    m_contentsChanged();
-    if (!(event.mask & IN_ISDIR) || event.name.isEmpty())
+    m_changed(Change::Contents);
+    const auto *const folder = placeOf(event.watch);
+    const auto name = event.name.toByteArray();
+    if (!folder || name.isEmpty() || isIgnored(name))
         return;
-    const auto folder = pathByAppending(pathOf(event.watch), event.name);
-    if (event.mask & IN_MOVED_FROM)
-        forgetBelow(folder);
-    else if ((event.mask & (IN_CREATE | IN_MOVED_TO)) && !isIgnored(event.name.toByteArray()))
-        watch(folder);
+    const auto path = pathByAppending(folder->path, name);
+    if ((event.mask & IN_ISDIR) && (event.mask & IN_MOVED_FROM))
+        return forgetBelow(path);
+    if (!(event.mask & (IN_CREATE | IN_MOVED_TO)))
+        return;
+    Places places;
+    addEntry(path, kindOfEntry(path), folder->reach, places);
+    watchAll(std::move(places));
 }
 
-QByteArray PackageTree::pathOf(int watch) const
+/// Null for none of its folders.
+const PackageTree::Place *PackageTree::placeOf(int watch) const
 {
     const auto found = std::find_if(
         m_folders.begin(), m_folders.end(), [watch](const Folder &folder) { return folder.watch == watch; });
-    return found == m_folders.end() ? QByteArray() : found->path;
+    return found == m_folders.end() ? nullptr : &found->place;
+}
+
+template <typename Matches>
+void PackageTree::forget(const Matches &matches)
+{
+    std::erase_if(m_folders, [&](const Folder &folder) {
+        if (!matches(folder))
+            return false;
+        m_events.release(folder.watch, *this);
+        m_foldersThroughLinks -= folder.place.reach == Reach::ThroughLink ? 1 : 0;
+        return true;
+    });
 }
 
 /// What is moved away keeps its watches.
 void PackageTree::forgetBelow(const QByteArray &folder)
 {
     const auto inside = folder + '/';
-    std::erase_if(m_folders, [&](const Folder &found) {
-        if (found.path != folder && !found.path.startsWith(inside))
-            return false;
-        m_events.release(found.watch, *this);
-        return true;
-    });
+    forget([&](const Folder &found) { return found.place.path == folder || found.place.path.startsWith(inside); });
 }
 
 bool PackageTree::isIgnored(const QByteArray &name) const

@@ -1,98 +1,96 @@
 #include "platform/monitoring/PathGuard.h"
 
 #include "platform/FileURL.h"
-#include "platform/FolderListing.h"
 
-#include <climits>
+#include <algorithm>
 #include <sys/inotify.h>
-#include <unistd.h>
 
 namespace {
 
 constexpr quint32 comingAndGoing = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO;
-constexpr quint32 endOfFolder = IN_DELETE_SELF | IN_MOVE_SELF | IN_UNMOUNT | IN_IGNORED;
+constexpr quint32 contentChanges = IN_MODIFY | IN_CLOSE_WRITE | IN_ATTRIB;
+constexpr quint32 endOfFolder = IN_DELETE_SELF | IN_UNMOUNT | IN_IGNORED;
 
-/// Empty for what is no link.
-QByteArray linkText(const QByteArray &path)
+/// What is asked for of a point's folder, and is of interest if it is about the point.
+quint32 changesIn(PathGuard::Scope scope)
 {
-    char text[PATH_MAX];
-    const auto size = ::readlink(path.constData(), text, sizeof text);
-    return size <= 0 ? QByteArray() : QByteArray(text, size);
-}
-
-/// The longest beginning of the path that leads somewhere.
-QByteArray existingPart(QByteArray path)
-{
-    while (path.size() > 1 && !itemExists(path))
-        path = pathWithoutLastComponent(path);
-    return path;
+    return scope == PathGuard::Scope::FileContents ? comingAndGoing | contentChanges : comingAndGoing;
 }
 
 } // namespace
 
-PathGuard::PathGuard(FolderEvents &events, const QByteArray &path, std::function<void()> pathMayHaveChanged)
+PathGuard::PathGuard(
+    FolderEvents &events, const QByteArray &path, std::function<void()> pathMayHaveChanged, Scope scope)
     : m_events(events)
-    , m_path(path)
+    , m_foldersAbove(FoldersAbove::shared(events))
+    , m_scope(scope)
     , m_pathMayHaveChanged(std::move(pathMayHaveChanged))
 {
-    watchNearestFolder();
+    // The path may come to lead elsewhere before the way to it is watched.
+    constexpr int enoughTries = 10;
+    auto route = routeOf(path);
+    for (int i = 0; i < enoughTries; ++i) {
+        guard(route);
+        auto current = routeOf(path);
+        if (current == route)
+            return;
+        route = std::move(current);
+    }
 }
 
 PathGuard::~PathGuard()
 {
-    m_events.release(m_watch, *this);
+    release();
 }
 
-void PathGuard::watchNearestFolder()
+void PathGuard::guard(const std::vector<RoutePoint> &route)
 {
-    // What is waited for may come before its folder is watched; it may also be a folder that cannot be watched.
-    constexpr int enoughTries = 10;
-    for (int i = 0; i < enoughTries; ++i) {
-        m_events.release(std::exchange(m_watch, -1), *this);
-        climb();
-        if (m_watch < 0 || m_awaited == m_path || kindOfTarget(m_awaited) != FolderEntry::Kind::Folder)
-            return;
+    release();
+    m_isWatching = false;
+    for (const auto &point : route)
+        m_isWatching = hold(point);
+    if (!m_isWatching && !route.empty())
+        m_isWatching = holdAbove(route.back());
+    for (const auto &point : m_points)
+        m_foldersAbove->hold(point.folder, *this);
+}
+
+bool PathGuard::hold(const RoutePoint &point)
+{
+    const int watch = m_events.hold(point.folder, changesIn(m_scope) | IN_DELETE_SELF, *this).watch;
+    if (watch >= 0)
+        m_points.push_back({watch, point.folder, point.name});
+    return watch >= 0;
+}
+
+/// Where a folder cannot be watched, what happens to the folder itself is better than nothing.
+bool PathGuard::holdAbove(RoutePoint point)
+{
+    while (point.folder != "/") {
+        point = {pathWithoutLastComponent(point.folder), lastPathComponent(point.folder)};
+        if (hold(point))
+            return true;
     }
+    return false;
 }
 
-void PathGuard::climb()
+void PathGuard::release()
 {
-    m_awaited = m_path;
-    while (m_awaited.size() > 1) {
-        const auto folder = pathWithoutLastComponent(m_awaited);
-        m_watch = m_events.hold(folder, comingAndGoing | IN_DELETE_SELF | IN_MOVE_SELF, *this).watch;
-        if (m_watch >= 0)
-            return;
-        m_awaited = folder;
+    const auto points = std::exchange(m_points, {});
+    for (auto point = points.begin(); point != points.end(); ++point) {
+        const auto isSame = [point](const Point &other) { return other.watch == point->watch; };
+        if (std::none_of(points.begin(), point, isSame))
+            m_events.release(point->watch, *this);
+        m_foldersAbove->release(point->folder, *this);
     }
 }
 
 void PathGuard::folderEvent(const InotifyEvent &event)
 {
-    const bool isAwaited = (event.mask & comingAndGoing) && event.name == lastPathComponent(m_awaited);
-    if (isAwaited || (event.mask & endOfFolder))
+    const bool isChange = event.mask & changesIn(m_scope);
+    const bool isOfThePath = isChange && std::any_of(m_points.begin(), m_points.end(), [&](const Point &point) {
+        return point.watch == event.watch && event.name == point.name;
+    });
+    if (isOfThePath || (event.mask & endOfFolder))
         m_pathMayHaveChanged();
-}
-
-QByteArray missingTargetOf(const QByteArray &path)
-{
-    constexpr int mostLinks = 40; // as the system has it
-    auto target = path;
-    for (int i = 0; i < mostLinks; ++i) {
-        const auto existing = existingPart(target);
-        const auto resolved = resolvedPath(existing);
-        if (existing == target)
-            return resolved;
-        const auto rest = target.mid(existing.size() + (existing.endsWith('/') ? 0 : 1));
-        const auto slash = rest.indexOf('/');
-        const auto missing = pathByAppending(resolved, slash < 0 ? rest : rest.left(slash));
-        const auto link = linkText(missing);
-        if (link.isEmpty())
-            return pathByAppending(resolved, rest);
-        auto next = link.startsWith('/') ? link : pathByAppending(resolved, link);
-        if (slash >= 0)
-            next = pathByAppending(next, QByteArrayView(rest).sliced(slash + 1));
-        target = next;
-    }
-    return path;
 }

@@ -11,52 +11,9 @@ class tst_PathGuard : public QObject
     Q_OBJECT
 
 private slots:
-    void missingTargets_data();
-    void missingTargets();
     void hearsOfComingAndGoing();
     void hearsOfFoldersAbove();
 };
-
-void tst_PathGuard::missingTargets_data()
-{
-    QTest::addColumn<QByteArray>("path");
-    QTest::addColumn<QByteArray>("missing");
-    QTest::newRow("there") << "folder"_ba
-                           << "folder"_ba;
-    QTest::newRow("link to what is there") << "link"_ba
-                                           << "folder"_ba;
-    QTest::newRow("missing") << "missing"_ba
-                             << "missing"_ba;
-    QTest::newRow("several missing") << "folder/a/b/c"_ba
-                                     << "folder/a/b/c"_ba;
-    QTest::newRow("behind a link") << "link/a/b"_ba
-                                   << "folder/a/b"_ba;
-    QTest::newRow("link to nowhere") << "dangling"_ba
-                                     << "folder/nowhere/deep"_ba;
-    QTest::newRow("below a link to nowhere") << "dangling/a/b"_ba
-                                             << "folder/nowhere/deep/a/b"_ba;
-    QTest::newRow("upwards") << "folder/up"_ba
-                             << "other/x"_ba;
-    QTest::newRow("link to a link to nowhere") << "chain"_ba
-                                               << "folder/nowhere/deep/x"_ba;
-    QTest::newRow("links in a circle") << "circle"_ba
-                                       << "circle"_ba;
-}
-
-void tst_PathGuard::missingTargets()
-{
-    const TemporaryFolder folder;
-    makeFolderAt(folder.path("folder"));
-    makeLinkAt(folder.path("link"), "folder");
-    makeLinkAt(folder.path("dangling"), folder.path("folder/nowhere/deep"));
-    makeLinkAt(folder.path("folder/up"), "../other/x");
-    makeLinkAt(folder.path("chain"), "dangling/x");
-    makeLinkAt(folder.path("circle"), "circle");
-    QFETCH(QByteArray, path);
-    QFETCH(QByteArray, missing);
-    const auto target = QString::fromUtf8(missingTargetOf(folder.path(path)));
-    QCOMPARE(QDir::cleanPath(target), QString::fromUtf8(folder.path(missing)));
-}
 
 void tst_PathGuard::hearsOfComingAndGoing()
 {
