@@ -14,6 +14,17 @@ std::optional<QString> unknownPlugin(const EnablingOptions &enabling, const Plug
     return std::nullopt;
 }
 
+/// Whether the file holds the user's choice, as another program would find it.
+bool isPersisted(const KRPluginManager &manager, const KRPluginBundle &bundle, bool enabled)
+{
+    const KRPluginManagingState written(manager.pluginStateManager()->metadataURL());
+    const auto identifier = bundle.identifier().value_or(QString());
+    const bool isIncompatible = manager.isPluginWithIdentifier(identifier, bundle.version());
+    const auto has = [&](const QString &key) { return written.metadataValueForKey(key, identifier).toBool(); };
+    return has(QStringLiteral("disabled")) == (!enabled && !isIncompatible)
+        && has(QStringLiteral("IncompatibleDisableOverridden")) == (enabled && isIncompatible);
+}
+
 } // namespace
 
 ExitCode enablePlugins(const GlobalOptions &options, const EnablingOptions &enabling, Output &output)
@@ -35,7 +46,7 @@ ExitCode enablePlugins(const GlobalOptions &options, const EnablingOptions &enab
     bool hasFailed = false;
     for (const auto &identifier : enabling.identifiers) {
         const auto bundle = manager.plugins().value(identifier);
-        if (!bundle || bundle->isEnabled() != enabling.enabled) {
+        if (!bundle || bundle->isEnabled() != enabling.enabled || !isPersisted(manager, *bundle, enabling.enabled)) {
             hasFailed = true;
             printToStandardError(
                 QStringLiteral("korvan-plugins: The state of \"%1\" could not be changed.").arg(identifier));

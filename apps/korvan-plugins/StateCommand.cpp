@@ -7,6 +7,31 @@
 
 namespace {
 
+/// What a property list holds and JSON does not: dates become ISO texts, data base64.
+QVariant forJSON(const QVariant &value)
+{
+    switch (value.typeId()) {
+    case QMetaType::QVariantMap: {
+        auto map = value.toMap();
+        for (auto &element : map)
+            element = forJSON(element);
+        return map;
+    }
+    case QMetaType::QVariantList: {
+        auto list = value.toList();
+        for (auto &element : list)
+            element = forJSON(element);
+        return list;
+    }
+    case QMetaType::QDateTime:
+        return value.toDateTime().toString(Qt::ISODateWithMs);
+    case QMetaType::QByteArray:
+        return QString::fromLatin1(value.toByteArray().toBase64());
+    default:
+        return value;
+    }
+}
+
 void printForPeople(const QVariantMap &metadata, Output &output)
 {
     if (metadata.isEmpty()) {
@@ -15,6 +40,8 @@ void printForPeople(const QVariantMap &metadata, Output &output)
     }
     TextTable table({QStringLiteral("IDENTIFIER"), QStringLiteral("KEY"), QStringLiteral("VALUE")});
     for (auto plugin = metadata.begin(); plugin != metadata.end(); ++plugin) {
+        if (plugin->typeId() != QMetaType::QVariantMap)
+            table.addRow({plugin.key(), {}, descriptionOfValue(*plugin)});
         const auto values = plugin->toMap();
         for (auto value = values.begin(); value != values.end(); ++value)
             table.addRow({plugin.key(), value.key(), descriptionOfValue(*value)});
@@ -31,7 +58,7 @@ ExitCode showState(const GlobalOptions &options, Output &output)
     const auto number = session.manager().numberOfIncompatiblePluginsDisabled();
     const auto versions = session.state().incompatiblePluginVersions().value_or(IncompatibleVersions());
     output.document({
-        {QStringLiteral("metadata"), metadata},
+        {QStringLiteral("metadata"), forJSON(metadata)},
         {QStringLiteral("incompatiblePluginVersions"), describeVersions(versions)},
         {QStringLiteral("numberOfIncompatiblePluginsDisabled"), number},
     });

@@ -131,6 +131,8 @@ void KRPluginManager::setPlugins(const std::optional<PluginTable> &plugins)
 void KRPluginManager::rebuildRegistry()
 {
     const auto self = weak_from_this().lock(); // the monitors that are replaced may be the last that hold it
+    if (m_pluginStateManager)
+        m_pluginStateManager->setMetadata({}); // other programs may have changed what is persisted
     const auto ignoredNames = folderNamesToIgnore();
     std::optional<WalkWatches> watches;
     if (m_monitorForChanges)

@@ -7,6 +7,7 @@
 #include <QSaveFile>
 
 #include <cerrno>
+#include <fcntl.h>
 #include <filesystem>
 #include <unistd.h>
 
@@ -17,17 +18,23 @@ KRError writingError(const QSaveFile &file)
     return {QStringLiteral("posix"), 0, file.errorString()};
 }
 
-/// Another name for the file; it works for a file that this process may not read. A copy where the file system knows no
-/// second names.
+/// Another name for the file, for the one behind a link; it works for a file that this process may not read. A copy
+/// where the file system knows no second names.
 int giveSecondName(const QByteArray &path, const QByteArray &name)
 {
-    if (::link(path.constData(), name.constData()) == 0)
+    if (::linkat(AT_FDCWD, path.constData(), AT_FDCWD, name.constData(), AT_SYMLINK_FOLLOW) == 0)
         return 0;
     if (errno == EEXIST || errno == ENOENT)
         return errno;
     std::error_code error;
     std::filesystem::copy_file(path.toStdString(), name.toStdString(), error);
     return error.value();
+}
+
+bool areSameFile(const QByteArray &first, const QByteArray &second)
+{
+    std::error_code ignored;
+    return std::filesystem::equivalent(first.toStdString(), second.toStdString(), ignored);
 }
 
 } // namespace
@@ -56,7 +63,8 @@ std::optional<KRError> keepUnreadableFile(const QByteArray &path)
     auto name = path + ".unreadable";
     for (int number = 2; number <= mostNames; ++number) {
         const int failure = giveSecondName(path, name);
-        if (failure == 0 || failure == ENOENT)
+        const bool isKeptAlready = failure == EEXIST && areSameFile(path, name); // by a change that failed then
+        if (failure == 0 || failure == ENOENT || isKeptAlready)
             return std::nullopt;
         if (failure != EEXIST)
             return systemError(failure);

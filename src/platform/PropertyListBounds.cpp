@@ -48,6 +48,15 @@ bool closesContainer(QByteArrayView bytes, qsizetype position)
     return startsWithAt(bytes, position, "</dict") || startsWithAt(bytes, position, "</array");
 }
 
+/// Parsers know further forms of property lists, which are not measured here and are nobody's.
+bool isMarkup(QByteArrayView bytes)
+{
+    constexpr QByteArrayView byteOrderMark("\xEF\xBB\xBF");
+    if (bytes.startsWith(byteOrderMark))
+        bytes = bytes.sliced(byteOrderMark.size());
+    return bytes.trimmed().startsWith('<');
+}
+
 bool isXMLWithinBounds(QByteArrayView bytes)
 {
     if (bytes.contains('\0'))
@@ -277,7 +286,7 @@ private:
 bool isPropertyListWithinBounds(QByteArrayView bytes)
 {
     if (!bytes.startsWith("bplist"))
-        return isXMLWithinBounds(bytes);
+        return isMarkup(bytes) && isXMLWithinBounds(bytes);
     const auto objects = BinaryObjects::read(bytes);
     return !objects || BinaryMeasure(*objects).isWithinBounds();
 }

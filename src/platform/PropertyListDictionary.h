@@ -27,6 +27,15 @@ public:
     /// Nil removes the value. False, and nothing is changed, for what no property list can hold.
     bool setValue(const QString &key, const QVariant &value);
 
+    /// The same for one value of the dictionary under `entry`, whose other values stay as they are, whatever they are.
+    /// An entry that is missing or no dictionary becomes one; one that becomes empty is removed.
+    bool setValueInEntry(const QString &entry, const QString &key, const QVariant &value);
+
+    /// The entry as it is, to be put back; null when there is none.
+    PropertyListNode copyOfEntry(const QString &key) const;
+    /// Null removes it.
+    void setEntry(const QString &key, PropertyListNode entry);
+
 private:
     explicit PropertyListDictionary(PropertyListNode root);
 

@@ -5,6 +5,7 @@
 #include <QDateTime>
 #include <QStringList>
 
+#include <algorithm>
 #include <cstdlib>
 #include <limits>
 #include <optional>
@@ -69,6 +70,13 @@ QVariantList listOf(plist_t node)
         if (const auto content = variantFromNode(element); content.isValid())
             list.append(content);
     }
+}
+
+bool isForbiddenInXML(QChar character)
+{
+    const auto code = character.unicode();
+    const bool isWhiteSpace = code == u'\t' || code == u'\n' || code == u'\r';
+    return (code < 0x20 && !isWhiteSpace) || code >= 0xFFFE;
 }
 
 PropertyListNode dictionaryNode(const QVariantMap &map)
@@ -161,7 +169,8 @@ QVariant variantFromNode(plist_t node)
 
 std::optional<QByteArray> textForPropertyList(const QString &text)
 {
-    return text.contains(QChar::Null) ? std::nullopt : std::optional(text.toUtf8());
+    const bool isKeepable = text.isValidUtf16() && std::none_of(text.begin(), text.end(), isForbiddenInXML);
+    return isKeepable ? std::optional(text.toUtf8()) : std::nullopt;
 }
 
 PropertyListNode nodeFromVariant(const QVariant &value)

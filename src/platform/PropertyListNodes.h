@@ -33,5 +33,6 @@ QByteArray xmlFromNode(plist_t node);
 QVariant variantFromNode(plist_t node);
 /// Null for a value that no property list holds.
 PropertyListNode nodeFromVariant(const QVariant &value);
-/// A text as property lists keep it. They hold C strings: nil for one with a zero, behind which all would get lost.
+/// A text as property lists keep it; nil for one that no XML holds (control characters, halves of surrogate pairs):
+/// what is written has to be read again, by any reader.
 std::optional<QByteArray> textForPropertyList(const QString &text);

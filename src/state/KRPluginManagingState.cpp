@@ -69,7 +69,7 @@ bool KRPluginManagingState::isPluginVersion(
     return LTCompareVersions(version, incompatibleWithVersion) <= 0;
 }
 
-std::shared_ptr<const PropertyListDictionary> KRPluginManagingState::currentMetadata() const
+std::shared_ptr<const PluginMetadata> KRPluginManagingState::currentMetadata() const
 {
     if (auto cached = m_metadata.get())
         return cached;
@@ -77,32 +77,40 @@ std::shared_ptr<const PropertyListDictionary> KRPluginManagingState::currentMeta
     return read ? m_metadata.set(std::move(*read)) : nullptr;
 }
 
+/// As currentMetadata(), but what another program has written since is read first. What a host has set stays.
+std::shared_ptr<const PluginMetadata> KRPluginManagingState::metadataToBeChanged() const
+{
+    const auto cached = m_metadata.get();
+    if (cached && cached->source && cached->source != identityOfFile(pathFromFileURL(m_metadataURL)))
+        m_metadata.clear();
+    return currentMetadata();
+}
+
 QVariantMap KRPluginManagingState::dictionaryFor(const QString &identifier) const
 {
     const auto current = currentMetadata();
-    const auto value = current ? current->value(identifier) : QVariant();
+    const auto value = current ? current->dictionary.value(identifier) : QVariant();
     return value.typeId() == QMetaType::QVariantMap ? value.toMap() : QVariantMap();
 }
 
 std::optional<QVariantMap> KRPluginManagingState::metadata() const
 {
     const auto current = currentMetadata();
-    return current ? std::optional(current->toVariantMap()) : std::nullopt;
+    return current ? std::optional(current->dictionary.toVariantMap()) : std::nullopt;
 }
 
 void KRPluginManagingState::setMetadata(const std::optional<QVariantMap> &metadata)
 {
     auto kept = metadata ? PropertyListDictionary::fromVariantMap(*metadata) : std::nullopt;
     if (kept)
-        m_metadata.set(std::move(*kept));
+        m_metadata.set({std::move(*kept), std::nullopt});
     else
         m_metadata.clear();
 }
 
-bool KRPluginManagingState::write(const Metadata &metadata, bool wasRead) const
+bool KRPluginManagingState::write(const PluginMetadata &metadata) const
 {
-    const auto before = wasRead ? FileContent::Known : FileContent::Unread;
-    return !writeMetadata(pathFromFileURL(m_metadataURL), metadata, before);
+    return !writeMetadata(pathFromFileURL(m_metadataURL), metadata);
 }
 
 QVariant KRPluginManagingState::metadataValueForKey(const QString &key, const QString &identifier) const
@@ -112,27 +120,32 @@ QVariant KRPluginManagingState::metadataValueForKey(const QString &key, const QS
 
 bool KRPluginManagingState::setMetadataValue(const QVariant &value, const QString &forKey, const QString &identifier)
 {
-    auto dictionary = dictionaryFor(identifier);
-    if (value.isValid())
-        dictionary.insert(forKey, value);
-    else
-        dictionary.remove(forKey);
-    return setPluginMetadaDictionary(dictionary, identifier);
+    return changeEntry(identifier,
+        [&](PropertyListDictionary &changed) { return changed.setValueInEntry(identifier, forKey, value); });
 }
 
 bool KRPluginManagingState::setPluginMetadaDictionary(
     const std::optional<QVariantMap> &dictionary, const QString &forIdentifier)
 {
-    auto read = currentMetadata();
+    const bool isKept = dictionary && !dictionary->isEmpty();
+    return changeEntry(forIdentifier, [&](PropertyListDictionary &changed) {
+        return changed.setValue(forIdentifier, isKept ? QVariant(*dictionary) : QVariant());
+    });
+}
+
+/// Whether it was written; what is kept in memory is as before otherwise.
+template <class Change>
+bool KRPluginManagingState::changeEntry(const QString &identifier, Change change)
+{
+    auto read = metadataToBeChanged();
     const bool wasRead = read != nullptr;
     auto changed = takeMetadata(std::move(read));
-    const auto before = changed.value(forIdentifier);
-    const bool isKept = dictionary && !dictionary->isEmpty();
-    if (changed.setValue(forIdentifier, isKept ? QVariant(*dictionary) : QVariant()) && write(changed, wasRead)) {
+    auto before = changed.dictionary.copyOfEntry(identifier);
+    if (change(changed.dictionary) && write(changed)) {
         m_metadata.clear();
         return true;
     }
-    changed.setValue(forIdentifier, before);
+    changed.dictionary.setEntry(identifier, std::move(before));
     if (wasRead)
         m_metadata.set(std::move(changed));
     return false;
@@ -140,12 +153,12 @@ bool KRPluginManagingState::setPluginMetadaDictionary(
 
 /// What was read, to be changed: the kept one itself where nobody else has it, since a copy of many entries costs as
 /// much as writing them.
-PropertyListDictionary KRPluginManagingState::takeMetadata(std::shared_ptr<const Metadata> read)
+PluginMetadata KRPluginManagingState::takeMetadata(std::shared_ptr<const PluginMetadata> read)
 {
     if (!read)
         return {};
     const auto taken = m_metadata.take(read);
-    return taken ? std::move(*taken) : read->copy();
+    return taken ? std::move(*taken) : PluginMetadata{read->dictionary.copy(), read->source};
 }
 
 void KRPluginManagingState::setEnabled(
@@ -197,33 +210,32 @@ unsigned KRPluginManagingState::registerPluginIncompatibilityForVersions(
 
 void KRPluginManagingState::updateMetadataWithPluginIndentifiers(const QStringList &identifiers)
 {
-    const auto current = currentMetadata();
+    const auto current = metadataToBeChanged();
     if (!current)
         return;
     const QSet<QString> kept(identifiers.begin(), identifiers.end());
-    auto gone = current->keys();
+    auto gone = current->dictionary.keys();
     gone.removeIf([&kept](const QString &identifier) { return kept.contains(identifier); });
     if (gone.isEmpty())
         return;
-    auto changed = current->copy();
+    PluginMetadata changed{current->dictionary.copy(), current->source};
     for (const auto &identifier : std::as_const(gone))
-        changed.setValue(identifier, {});
-    write(changed, true);
+        changed.dictionary.setEntry(identifier, nullptr);
+    write(changed);
     m_metadata.clear();
 }
 
+/// Entries that are no dictionaries are not this class's, and stay.
 void KRPluginManagingState::removeEverywhere(const QString &key)
 {
-    const auto current = currentMetadata();
-    Metadata changed;
-    const auto identifiers = current ? current->keys() : QStringList();
+    const auto current = metadataToBeChanged();
+    auto changed = current ? PluginMetadata{current->dictionary.copy(), current->source} : PluginMetadata();
+    const auto identifiers = changed.dictionary.keys();
     for (const auto &identifier : identifiers) {
-        auto dictionary = current->value(identifier).toMap();
-        dictionary.remove(key);
-        if (!dictionary.isEmpty())
-            changed.setValue(identifier, dictionary);
+        if (changed.dictionary.value(identifier).typeId() == QMetaType::QVariantMap)
+            changed.dictionary.setValueInEntry(identifier, key, {});
     }
-    write(changed, current != nullptr);
+    write(changed);
     m_metadata.clear();
 }
 

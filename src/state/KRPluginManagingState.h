@@ -14,7 +14,7 @@
 #include <memory>
 #include <optional>
 
-class PropertyListDictionary;
+struct PluginMetadata;
 
 /// What is remembered of each plug-in over the end of the application: whether the user disabled it, whether the user
 /// insists on it although its version is known not to work, and which version was last counted as not working. It also
@@ -22,7 +22,8 @@ class PropertyListDictionary;
 ///
 /// The memory is one property-list file, a dictionary by plug-in identifier, written as a whole on every change. A file
 /// that is missing or cannot be read counts as empty; one that cannot be read is kept beside the new one, with
-/// ".unreadable" behind its name. An entry of the wrong type counts as absent and costs no other.
+/// ".unreadable" behind its name. What another program has written meanwhile is read before anything is changed. An
+/// entry of the wrong type counts as absent and costs no other.
 ///
 /// Belongs to the main thread; a blocklist download also calls it from its own. Every answer is then of one moment, but
 /// of two changes at the same time the file may keep only one.
@@ -98,15 +99,16 @@ public:
     static std::optional<IncompatibleVersions> incompatiblePlugins();
 
 private:
-    using Metadata = PropertyListDictionary;
-
-    std::shared_ptr<const Metadata> currentMetadata() const;
-    Metadata takeMetadata(std::shared_ptr<const Metadata> read);
+    std::shared_ptr<const PluginMetadata> currentMetadata() const;
+    std::shared_ptr<const PluginMetadata> metadataToBeChanged() const;
+    PluginMetadata takeMetadata(std::shared_ptr<const PluginMetadata> read);
     QVariantMap dictionaryFor(const QString &identifier) const;
-    bool write(const Metadata &metadata, bool wasRead) const;
+    template <class Change>
+    bool changeEntry(const QString &identifier, Change change);
+    bool write(const PluginMetadata &metadata) const;
     void removeEverywhere(const QString &key);
 
     Snapshot<IncompatibleVersions> m_incompatiblePluginVersions;
     QUrl m_metadataURL;
-    mutable Snapshot<Metadata> m_metadata;
+    mutable Snapshot<PluginMetadata> m_metadata;
 };

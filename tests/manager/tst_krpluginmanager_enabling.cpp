@@ -32,6 +32,7 @@ private slots:
 
     void disablingIsKept();
     void enablingIsKept();
+    void reloadSeesWhatAnotherProgramHasChanged();
     void oneNotificationAfterTheReload();
     void allOffWhateverIsKept();
     void enablingOneWhileAllAreOff();
@@ -113,6 +114,16 @@ void tst_KRPluginManager_Enabling::enablingIsKept()
     manager->enablePlugin(manager->plugins().value(u"b"_s));
     QCOMPARE(identifiersOf(manager->enabledPlugins()), QStringList({u"a"_s, u"b"_s, u"c"_s}));
     QCOMPARE(m_state->metadata(), std::optional(QVariantMap()));
+}
+
+void tst_KRPluginManager_Enabling::reloadSeesWhatAnotherProgramHasChanged()
+{
+    plugin(u"a"_s);
+    const auto manager = makeManager();
+    QVERIFY(manager->plugins()[u"a"_s]->isEnabled());
+    KRPluginManagingState(m_state->metadataURL()).setEnabled(false, u"a"_s, u"1.0"_s);
+    manager->reloadPlugins();
+    QVERIFY(!manager->plugins()[u"a"_s]->isEnabled());
 }
 
 void tst_KRPluginManager_Enabling::oneNotificationAfterTheReload()

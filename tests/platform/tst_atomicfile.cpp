@@ -24,6 +24,7 @@ private slots:
     void readOnlyDiskKeepsTheOldFile();
     void unreadableFileIsKept();
     void everyKeptFileHasANameOfItsOwn();
+    void sameFileIsKeptOnce();
     void nothingIsKeptOfNothing();
     void folderCannotBeKept();
 
@@ -134,6 +135,16 @@ void tst_AtomicFile::everyKeptFileHasANameOfItsOwn()
     QCOMPARE(content("again.unreadable-2"), "second");
     QCOMPARE(content("again.unreadable-3"), "third");
     QCOMPARE(content("again"), "third");
+}
+
+/// A change that failed after it, on a full disk for example, is tried again.
+void tst_AtomicFile::sameFileIsKeptOnce()
+{
+    QVERIFY(!writeFileAtomically(path("once"), "garbage"));
+    QVERIFY(!keepUnreadableFile(path("once")));
+    QVERIFY(!keepUnreadableFile(path("once")));
+    QCOMPARE(content("once.unreadable"), "garbage");
+    QVERIFY(!QFile::exists(m_folder.filePath(u"once.unreadable-2"_s)));
 }
 
 void tst_AtomicFile::nothingIsKeptOfNothing()

@@ -106,7 +106,7 @@ void tst_PropertyList::survivesBothWays_data()
     row("dictionary", QVariantMap{{u"a"_s, 1LL}, {u"b"_s, QVariantMap{{u"c"_s, true}}}});
     row("markup in a key", QVariantMap{{u"</key> & <dict>"_s, true}});
     row("empty key", QVariantMap{{u""_s, true}});
-    row("control characters of a key", QVariantMap{{u"a\x01\x1F"_s, true}});
+    row("white space in a key", QVariantMap{{u"a\t\n\r"_s, true}});
     row("white space of a key", QVariantMap{{u" a\n"_s, true}});
 }
 
@@ -171,6 +171,8 @@ void tst_PropertyList::whatCannotBeWritten_data()
     QTest::newRow("nil in an array") << QVariant(QVariantList{QVariant()});
     QTest::newRow("zero character in a text") << QVariant(u"a\0b"_s);
     QTest::newRow("zero character in a key") << QVariant(QVariantMap{{u"a\0b"_s, true}});
+    QTest::newRow("control character in a text") << QVariant(u"a\x1F"_s);
+    QTest::newRow("half of a surrogate pair in a key") << QVariant(QVariantMap{{QString(QChar(0xDC00)), true}});
     QTest::newRow("date without a date") << QVariant(QDateTime());
     QTest::newRow("date far away") << QVariant(QDateTime(QDate(3000, 1, 1), QTime(0, 0), Qt::UTC));
     QTest::newRow("value of another kind") << QVariant(QSize(1, 2));
@@ -198,6 +200,8 @@ void tst_PropertyList::whatIsNoPropertyList_data()
     QTest::newRow("binary cut off") << inBinary(document("<dict><key>a</key><true/></dict>")).chopped(1);
     QTest::newRow("binary noise") << QByteArray("bplist00") + QByteArray(200, '\xD3');
     QTest::newRow("zeros") << QByteArray(500, '\0');
+    QTest::newRow("list in JSON") << QByteArray("{\"a\": true}");
+    QTest::newRow("list in another old form") << QByteArray("{ a = b; }");
 }
 
 void tst_PropertyList::whatIsNoPropertyList()
