@@ -71,6 +71,15 @@ QVariantMap readContext(const std::string &argument)
     return value.value().toMap();
 }
 
+/// Other bytes would name other files than the user's, as soon as they were texts.
+void requireText(int argc, char **argv)
+{
+    for (int i = 1; i < argc; ++i) {
+        if (!QUtf8StringView(argv[i]).isValidUtf8())
+            throw CLI::ValidationError("argument " + std::to_string(i), "it is not UTF-8");
+    }
+}
+
 class Program
 {
 public:
@@ -101,6 +110,7 @@ public:
     ExitCode run(int argc, char **argv)
     {
         try {
+            requireText(argc, argv);
             m_app.parse(argc, argv);
             m_globalOptions = globalOptions();
             m_runOptions = runOptions();

@@ -11,7 +11,7 @@ namespace {
 
 QUrl urlOf(const QString &path)
 {
-    return QUrl::fromLocalFile(QDir::current().absoluteFilePath(path));
+    return QUrl::fromLocalFile(QDir::cleanPath(QDir::current().absoluteFilePath(path)));
 }
 
 ExitCode fail(const std::optional<KRError> &error, const QString &text, Output &output)

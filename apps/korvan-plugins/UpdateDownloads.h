@@ -24,6 +24,8 @@ struct OfferedVersion
 {
     QString identifier;
     QString version;
+
+    friend bool operator==(const OfferedVersion &, const OfferedVersion &) = default;
 };
 
 /// Downloads and unpacks these, all at once. The errors, in the order in which they came.

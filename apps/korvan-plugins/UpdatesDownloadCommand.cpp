@@ -30,8 +30,9 @@ QList<OfferedVersion> versionsOf(
         const auto feed = feeds.value(selection.identifier);
         if (feed.error)
             errors.append(*feed.error);
-        else
-            versions.append({selection.identifier, selection.version.value_or(feed.latest.value_or(QString()))});
+        const OfferedVersion version{selection.identifier, selection.version.value_or(feed.latest.value_or(QString()))};
+        if (!feed.error && !versions.contains(version))
+            versions.append(version);
     }
     return versions;
 }

@@ -4,7 +4,6 @@
 #include "platform/LTAppEnvironment.h"
 #include "platform/network/LTDownloadManager.h"
 #include "platform/network/URLSession.h"
-#include "updates/UpdaterState.h"
 #include "updates/UpdatingInfo.h"
 
 namespace {
@@ -12,14 +11,17 @@ namespace {
 /// So short because a check asks many servers, and nobody waits for the slow ones.
 constexpr std::chrono::milliseconds feedTimeout(2000);
 
-QString fileName(const QUrl &url)
+QString pathWithoutSlash(const QUrl &url)
 {
-    return url.path(QUrl::FullyEncoded).section(u'/', -1);
+    auto path = url.path(QUrl::FullyEncoded);
+    while (path.endsWith(u'/'))
+        path.chop(1);
+    return path;
 }
 
 QString pathExtension(const QUrl &url)
 {
-    const auto name = fileName(url);
+    const auto name = pathWithoutSlash(url).section(u'/', -1);
     return name.mid(withoutExtension(name).size() + 1);
 }
 
@@ -31,7 +33,7 @@ bool isAppcastByName(const QUrl &url)
 
 QUrl jsonAlternative(const QUrl &url)
 {
-    const auto path = url.path(QUrl::FullyEncoded);
+    const auto path = pathWithoutSlash(url);
     auto alternative = url;
     alternative.setPath(path.chopped(pathExtension(url).size()) + QStringLiteral("json"), QUrl::StrictMode);
     return alternative;
@@ -64,7 +66,7 @@ void fetchUpdatingInfo(const QUrl &url, UpdatingInfoDataHandler completionHandle
     task->resume();
 }
 
-FeedCheck::FeedCheck(PluginTable plugins, std::weak_ptr<UpdaterState> updater, UpdatingInfoHandler feedHandler,
+FeedCheck::FeedCheck(PluginTable plugins, std::weak_ptr<FeedStatus> updater, UpdatingInfoHandler feedHandler,
     std::function<void()> completionHandler)
     : m_plugins(std::move(plugins))
     , m_updater(std::move(updater))
@@ -127,7 +129,7 @@ void FeedCheck::countDown()
     const auto updater = m_updater.lock();
     if (!updater)
         return;
-    updater->updatingInfoStatus = 3;
+    *updater = 3;
     if (m_completionHandler)
         m_completionHandler();
 }

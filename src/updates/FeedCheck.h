@@ -5,10 +5,10 @@
 #include <QByteArray>
 #include <QUrl>
 
+#include <atomic>
 #include <functional>
 #include <memory>
 
-class UpdaterState;
 class UpdatingInfo;
 
 /// What a feed's server has sent, and the error of the transfer. Whatever the server's status: a page that says "not
@@ -21,12 +21,16 @@ void fetchUpdatingInfo(const QUrl &url, UpdatingInfoDataHandler completionHandle
 /// The one version of a feed, with its archive.
 VersionsDictionary versionsOf(const UpdatingInfo &info);
 
+/// How far an updater has come with feeds: 0, 1 or 3. Belongs to the updater alone, so that a check sees when it has
+/// gone.
+using FeedStatus = std::atomic<int>;
+
 /// One reading of the feeds of many plug-ins. Keeps itself alive until the last feed has been handled.
 class FeedCheck : public std::enable_shared_from_this<FeedCheck>
 {
 public:
     /// All plug-ins need a feed.
-    FeedCheck(PluginTable plugins, std::weak_ptr<UpdaterState> updater, UpdatingInfoHandler feedHandler,
+    FeedCheck(PluginTable plugins, std::weak_ptr<FeedStatus> updater, UpdatingInfoHandler feedHandler,
         std::function<void()> completionHandler);
 
     /// Main thread, once.
@@ -40,7 +44,7 @@ private:
     const std::shared_ptr<KRPluginBundle> &plugin(const QString &identifier) const;
 
     PluginTable m_plugins;
-    std::weak_ptr<UpdaterState> m_updater;
+    std::weak_ptr<FeedStatus> m_updater;
     UpdatingInfoHandler m_feedHandler;
     std::function<void()> m_completionHandler;
     /// On the network thread, where only one call is made at a time.

@@ -63,6 +63,7 @@ void addTasks(LTDownloadManager &downloader, DownloadProgress *progress, const U
 
 KRPluginUpdaterImplementation::KRPluginUpdaterImplementation()
     : m_state(std::make_shared<UpdaterState>())
+    , m_updatingInfoStatus(std::make_shared<FeedStatus>(0))
 { }
 
 KRPluginUpdaterImplementation::~KRPluginUpdaterImplementation() = default;
@@ -87,8 +88,9 @@ void KRPluginUpdaterImplementation::downloadPluginUpdatingInfo(const PluginTable
             completionHandler();
         return;
     }
-    m_state->updatingInfoStatus = Running;
-    std::make_shared<FeedCheck>(checked, m_state, std::move(downloadUpdatingInfoHandler), std::move(completionHandler))
+    *m_updatingInfoStatus = Running;
+    std::make_shared<FeedCheck>(
+        checked, m_updatingInfoStatus, std::move(downloadUpdatingInfoHandler), std::move(completionHandler))
         ->start();
 }
 
@@ -138,12 +140,12 @@ bool KRPluginUpdaterImplementation::decompressPluginZip(const QUrl &zip, const Q
 
 int KRPluginUpdaterImplementation::downloadingUpdatingInfoStatus() const
 {
-    return m_state->updatingInfoStatus;
+    return *m_updatingInfoStatus;
 }
 
 void KRPluginUpdaterImplementation::setDownloadingUpdatingInfoStatus(int status)
 {
-    m_state->updatingInfoStatus = status;
+    *m_updatingInfoStatus = status;
 }
 
 int KRPluginUpdaterImplementation::downloadingPluginVersionsStatus() const

@@ -6,6 +6,7 @@
 
 #include <QByteArray>
 
+#include <atomic>
 #include <memory>
 
 class LTDownloadManager;
@@ -58,4 +59,5 @@ public:
 
 private:
     std::shared_ptr<UpdaterState> m_state;
+    std::shared_ptr<std::atomic<int>> m_updatingInfoStatus;
 };

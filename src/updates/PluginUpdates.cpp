@@ -1,9 +1,12 @@
 #include "updates/PluginUpdates.h"
 
 #include "localization/KorvanPluginManagerLocalization.h"
+#include "platform/FileURL.h"
+#include "platform/ItemRemoval.h"
 #include "platform/LTAppEnvironment.h"
 #include "platform/LTCompareVersions.h"
 #include "updates/PluginWarehouse.h"
+#include "updates/UnpackingMark.h"
 
 using namespace Qt::StringLiterals;
 
@@ -140,13 +143,22 @@ void PluginUpdates::downloadAll(const UpdateList &updates, UpdateErrorsHandler c
     });
 }
 
-/// Nil also when nothing could be unpacked but nobody knows why.
+/// Nil also when nothing could be unpacked but nobody knows why. What a broken attempt has left is no update; the next
+/// one begins without it.
 std::optional<KRError> PluginUpdates::unpack(const QString &identifier, const QString &version, const QUrl &file)
 {
     KRError error;
     const auto folder = warehousePluginFolder(identifier, version, &error);
-    if (!folder.isEmpty())
-        m_updater->decompressPluginZip(file, folder, &error);
+    if (folder.isEmpty())
+        return error;
+    const auto path = pathFromFileURL(folder);
+    const UnpackingMark mark(path);
+    if (mark.isSet())
+        removeItem(path);
+    if (const auto failure = mark.set())
+        return failure;
+    if (m_updater->decompressPluginZip(file, folder, &error))
+        mark.clear();
     return error == KRError() ? std::nullopt : std::optional(error);
 }
 

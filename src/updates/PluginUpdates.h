@@ -59,7 +59,8 @@ private:
     void unlessStopped(Work work);
 
     const std::shared_ptr<KRPluginUpdater> m_updater;
-    std::mutex m_running;
+    /// An updater may call its handlers at once, inside of another one.
+    std::recursive_mutex m_running;
     bool m_stopped = false;
     mutable std::mutex m_mutex;
     PluginVersionsTable m_versions;

@@ -6,6 +6,7 @@
 #include "platform/ItemRemoval.h"
 #include "platform/LTAppEnvironment.h"
 #include "updates/BundleSearch.h"
+#include "updates/UnpackingMark.h"
 
 #include <QByteArrayList>
 
@@ -85,7 +86,9 @@ QUrl warehouseFolderOfPlugin(const QString &identifier, KRError *error)
 
 QUrl downloadedPluginURL(const QString &identifier, const QString &version)
 {
-    return firstPluginBundleFoundInFolder(warehousePluginFolder(identifier, version));
+    const auto folder = warehousePluginFolder(identifier, version);
+    const bool isWhole = !folder.isEmpty() && !UnpackingMark(pathFromFileURL(folder)).isSet();
+    return isWhole ? firstPluginBundleFoundInFolder(folder) : QUrl();
 }
 
 QUrl firstPluginBundleFoundInFolder(const QUrl &folder)

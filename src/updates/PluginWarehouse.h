@@ -33,7 +33,8 @@ QUrl warehousePluginFolder(const QString &identifier, const QString &version, KR
 /// The folder of all of a plug-in's versions, under the same conditions.
 QUrl warehouseFolderOfPlugin(const QString &identifier, KRError *error = nullptr);
 
-/// The plug-in in the folder of that version; empty when there is none, or no such folder.
+/// The plug-in in the folder of that version; empty when there is none, or no such folder, or when its unpacking has
+/// not come to its end.
 QUrl downloadedPluginURL(const QString &identifier, const QString &version);
 
 /// The first entry with the extension of plug-ins, whatever its kind and in the file system's own order: among the

@@ -11,7 +11,6 @@
 class UpdaterState
 {
 public:
-    std::atomic<int> updatingInfoStatus = 0;
     std::atomic<int> pluginVersionsStatus = 0;
 
     /// Null while no batch runs.

@@ -34,6 +34,10 @@ private slots:
     void install_data();
     void install();
     void installWithoutANetwork();
+    void installOfTheLatestWithoutANetwork();
+    void archiveOfSomethingElse_data();
+    void archiveOfSomethingElse();
+    void sameVersionTwice();
     void nothingNewerToInstall();
     void whatNamesNothing_data();
     void whatNamesNothing();
@@ -330,6 +334,48 @@ void tst_CommandLine_Updates::installWithoutANetwork()
     QCOMPARE(finished.exitCode, 0);
     QCOMPARE(finished.output,
         u"com.x.new 1.0 is installed: %1\n"_s.arg(path(u"support/Plugins/New.korvanplugin"_s)).toUtf8());
+}
+
+void tst_CommandLine_Updates::installOfTheLatestWithoutANetwork()
+{
+    pluginWithUpdate(u"com.x.a"_s);
+    QCOMPARE(updates({u"download"_s}).exitCode, 0);
+    pluginWithFeed(u"com.x.a"_s, u"http://127.0.0.1:1/feed.json"_s);
+    QCOMPARE(updates({u"install"_s, u"com.x.a"_s}).exitCode, 0);
+    QCOMPARE(installedVersion(u"com.x.a"_s), u"2.0"_s);
+}
+
+void tst_CommandLine_Updates::archiveOfSomethingElse_data()
+{
+    QTest::addColumn<QByteArray>("archive");
+    QTest::addColumn<QString>("message");
+    const QByteArray manifest = "x.korvanplugin/Contents/Korvan/manifest.json";
+    const auto none = u"The archive holds no plug-in."_s;
+    QTest::newRow("another plug-in") << ZipBuilder().add({manifest, R"({"identifier": "com.x.b"})"}).bytes()
+                                     << u"The archive holds another plug-in, \"com.x.b\"."_s;
+    QTest::newRow("file") << ZipBuilder().add({"x.korvanplugin", "text"}).bytes() << none;
+    QTest::newRow("link") << ZipBuilder().add({"x.korvanplugin", "/etc", ZipPart::link}).bytes() << none;
+    QTest::newRow("folder without a manifest") << ZipBuilder().add({"x.korvanplugin/a", "text"}).bytes() << none;
+}
+
+void tst_CommandLine_Updates::archiveOfSomethingElse()
+{
+    QFETCH(QByteArray, archive);
+    QFETCH(QString, message);
+    pluginWithUpdate(u"com.x.a"_s);
+    serve(u"com.x.a.zip"_s, archive);
+    const auto finished = updatesJSON({u"install"_s, u"com.x.a"_s});
+    QCOMPARE(finished.exitCode, 1);
+    QCOMPARE(finished.json()[u"error"_s].toObject()[u"message"_s].toString(), message);
+    QCOMPARE(installedVersion(u"com.x.a"_s), u"1.0"_s);
+}
+
+void tst_CommandLine_Updates::sameVersionTwice()
+{
+    pluginWithUpdate(u"com.x.a"_s);
+    const auto finished = updatesJSON({u"download"_s, u"com.x.a"_s, u"com.x.a@2.0"_s});
+    QCOMPARE(finished.exitCode, 0);
+    QCOMPARE(finished.json()[u"downloaded"_s].toArray().size(), 1);
 }
 
 void tst_CommandLine_Updates::nothingNewerToInstall()

@@ -22,6 +22,9 @@ private slots:
     void identifiersOfStrangers_data();
     void identifiersOfStrangers();
     void singleDownload();
+    void brokenUnpackingIsNoUpdate_data();
+    void brokenUnpackingIsNoUpdate();
+    void updaterThatAnswersAtOnce();
     void singleDownloadIsRefused_data();
     void singleDownloadIsRefused();
     void singleDownloadFails_data();
@@ -156,6 +159,80 @@ void tst_KRPluginManager_Downloads::singleDownload()
     const auto folder = KRPluginManager::warehousePluginFolderForIdentifier(u"a"_s, u"2.0"_s);
     QCOMPARE(downloaded.path(), folder.path() + u"update/a.korvanplugin/"_s);
     QCOMPARE(m_manager->firstPluginBundleFoundInFolder(KRPluginManager::pluginsWarehouseURL()), downloaded);
+}
+
+void tst_KRPluginManager_Downloads::brokenUnpackingIsNoUpdate_data()
+{
+    QTest::addColumn<bool>("isBatch");
+    QTest::newRow("single download") << false;
+    QTest::newRow("batch") << true;
+}
+
+/// The first entries are a plug-in, but not all of it. What is left is repeated, without what was there.
+void tst_KRPluginManager_Downloads::brokenUnpackingIsNoUpdate()
+{
+    QFETCH(bool, isBatch);
+    pluginWithUpdate();
+    const QByteArray folder = "a.korvanplugin/Contents/Korvan/";
+    ZipPart broken(folder + "script.js", "function onRun() {}");
+    broken.checksum = 1;
+    answer("/a.zip",
+        ZipBuilder({{folder + "manifest.json", R"({"identifier": "a"})"}, {folder + "old.js", ""}, broken}).bytes());
+    const auto download = [&] {
+        m_events.clear();
+        if (isBatch)
+            m_manager->downloadLatestPluginUpdatesWithCompletionHandler([this](const auto &) { tell(u"end"_s); });
+        else
+            m_manager->downloadPluginUpdate(u"a"_s, u"2.0"_s, [this](const auto &) { tell(u"end"_s); });
+        waitFor(u"end"_s);
+        settle();
+    };
+    download();
+    QVERIFY(isInWarehouse(u"a/2.0/a.korvanplugin/Contents/Korvan/manifest.json"_s));
+    QVERIFY(!m_manager->isPluginUpdateDownloadedWithIdentifier(u"a"_s, u"2.0"_s));
+    QVERIFY(!m_manager->installPluginWithIdentifier(u"a"_s, u"2.0"_s));
+    QCOMPARE(m_manager->latestPluginUpdatesNotDownloaded()->keys(), QStringList{u"a"_s});
+    answer("/a.zip", pluginArchive(u"a"_s, u"2.0"_s));
+    download();
+    QVERIFY(m_manager->isPluginUpdateDownloadedWithIdentifier(u"a"_s, u"2.0"_s));
+    QVERIFY(!isInWarehouse(u"a/2.0/a.korvanplugin"_s));
+}
+
+namespace {
+
+/// Has every feed and every archive already.
+class ImmediateUpdater final : public KRPluginUpdater
+{
+public:
+    void downloadPluginUpdatingInfo(const PluginTable &plugins, UpdatingInfoHandler downloadUpdatingInfoHandler,
+        std::function<void()> completionHandler) override
+    {
+        for (const auto &plugin : plugins)
+            downloadUpdatingInfoHandler({}, plugin, VersionsDictionary{{u"2.0"_s, {{downloadURLKey, QUrl(u"x:y"_s)}}}});
+        completionHandler();
+    }
+    void downloadPlugins(const UpdateList &, PluginDownloadHandler, std::function<void()>) override { }
+    void downloadPluginFromURL(const QUrl &, PluginFileHandler completionHandler) override
+    {
+        completionHandler({}, {});
+    }
+    void cancelDownloadingPluginVersions() override { }
+    bool decompressPluginZip(const QUrl &, const QUrl &, KRError *) override { return true; }
+};
+
+} // namespace
+
+void tst_KRPluginManager_Downloads::updaterThatAnswersAtOnce()
+{
+    makeManager(std::make_shared<ImmediateUpdater>());
+    plugin(u"a"_s, u"1.0"_s, {});
+    int downloads = 0;
+    m_manager->checkForPluginUpdatesWithHandler(
+        [&](const auto &, const auto &, const auto &latest) {
+            m_manager->downloadPluginUpdate(u"a"_s, *latest, [&](const auto &error) { downloads += error ? 0 : 1; });
+        },
+        [] {});
+    QCOMPARE(downloads, 1);
 }
 
 void tst_KRPluginManager_Downloads::singleDownloadIsRefused_data()

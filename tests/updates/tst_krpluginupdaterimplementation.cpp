@@ -42,6 +42,7 @@ private slots:
     void silentServerFailsSoon();
     void statusOfACheck();
     void threadOfTheHandlers();
+    void updaterThatEndsMeanwhile_data();
     void updaterThatEndsMeanwhile();
     void dataAsItCame();
     void versionsOfAnUpdatingInfo();
@@ -138,6 +139,7 @@ void tst_KRPluginUpdaterImplementation::feeds_data()
     QTest::newRow("well-formed page that says not found")
         << u"/feed"_s << 404 << "<html><body>Not found</body></html>"_ba << u"a: nil"_s;
     QTest::newRow("feed with the status of a failure") << u"/feed"_s << 500 << xml << u"a: 2.0"_s;
+    QTest::newRow("json with a slash at the end") << u"/f.json/"_s << 200 << json << u"a: 2.0"_s;
     QTest::newRow("empty answer") << u"/feed"_s << 200 << ""_ba << u"a: nil"_s;
 }
 
@@ -248,6 +250,13 @@ void tst_KRPluginUpdaterImplementation::threadOfTheHandlers()
     QVERIFY(!threads.contains(QThread::currentThreadId()));
 }
 
+void tst_KRPluginUpdaterImplementation::updaterThatEndsMeanwhile_data()
+{
+    QTest::addColumn<bool>("downloads");
+    QTest::newRow("with nothing else to do") << false;
+    QTest::newRow("with a batch that goes on") << true;
+}
+
 /// Its feeds are still told, without versions; the end is not.
 void tst_KRPluginUpdaterImplementation::updaterThatEndsMeanwhile()
 {
@@ -265,7 +274,12 @@ void tst_KRPluginUpdaterImplementation::updaterThatEndsMeanwhile()
             queue.async([&events, text = told(error, *plugin, versions)] { events.append(text); });
         },
         [&, watched] { queue.async([&events] { events.append(u"end"_s); }); });
-    m_server->waitForRequests(1);
+    QFETCH(bool, downloads);
+    m_server->setAnswer("/slow.zip", Answer::silence());
+    if (downloads)
+        m_updater->downloadPlugins({{u"a"_s, {{u"1"_s, url(u"/slow.zip"_s)}}}}, [](const auto &...) {}, {});
+    m_server->waitForRequests(downloads ? 2 : 1);
+    const auto batch = m_updater->pluginDownloader();
     m_updater.reset();
     m_server->release();
     queue.runUntil([&watched, &queue] {
@@ -274,6 +288,8 @@ void tst_KRPluginUpdaterImplementation::updaterThatEndsMeanwhile()
         return watched.use_count() == 1;
     });
     QCOMPARE(events, QStringList{u"a: nil"_s});
+    if (batch)
+        batch->cancelAllTasksAndWait();
 }
 
 void tst_KRPluginUpdaterImplementation::dataAsItCame()

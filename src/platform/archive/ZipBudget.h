@@ -16,4 +16,8 @@ struct ZipBudget
     /// Unpacked to packed size, of an entry that is larger than what follows. What plug-ins carry stays far below.
     quint64 ratio = 250;
     quint64 sizeOfAnyRatio = 1024 * 1024;
+    /// The folders that the entries up to and with one need, and those around one entry. Empty entries cost an archive
+    /// next to nothing, the folders around them cost a disk four kilobytes each.
+    quint64 folders = 50'000;
+    qsizetype deepestEntry = 128;
 };

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <unordered_set>
 
 namespace {
 
@@ -191,6 +192,26 @@ void refuseBeyondTotal(ZipDirectory &directory, const ZipBudget &budget)
     }
 }
 
+/// By hashes of their paths, which cost the same however long those are. Two that are alike count as one.
+void refuseBeyondFolders(ZipDirectory &directory, const ZipBudget &budget)
+{
+    std::unordered_set<std::size_t> folders;
+    for (auto &entry : directory.entries) {
+        qsizetype depth = 0;
+        std::size_t path = 0;
+        QByteArrayView rest(entry.name);
+        for (auto slash = rest.indexOf('/'); slash >= 0 && depth <= budget.deepestEntry; slash = rest.indexOf('/')) {
+            path = qHash(rest.first(slash), path);
+            rest = rest.sliced(slash + 1);
+            if (folders.size() <= budget.folders)
+                folders.insert(path);
+            ++depth;
+        }
+        if (depth > budget.deepestEntry || folders.size() > budget.folders)
+            refuse(entry);
+    }
+}
+
 } // namespace
 
 void refuseUnsoundEntries(ZipDirectory &directory, int file, const ZipBudget &budget)
@@ -205,4 +226,5 @@ void refuseUnsoundEntries(ZipDirectory &directory, int file, const ZipBudget &bu
     }
     refuseOverlapping(extents);
     refuseBeyondTotal(directory, budget);
+    refuseBeyondFolders(directory, budget);
 }

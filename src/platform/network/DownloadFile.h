@@ -25,6 +25,7 @@ private:
     std::optional<KRError> openFile();
 
     QUrl m_url;
+    QString m_folder;
     QTemporaryFile m_file;
     qint64 m_written = 0;
     Progress m_progress;

@@ -26,6 +26,10 @@ struct SessionConfiguration
     std::chrono::milliseconds stallTimeout{60'000};
     qint64 stallMinimumBytes = 60;
 
+    /// A transfer fails when it is not at its end after this time, counted from its first connection; nil: however long
+    /// it takes.
+    std::optional<std::chrono::milliseconds> longestTransfer;
+
     /// The largest body, in bytes, as it is after decoding; nil: any size.
     std::optional<qint64> maximumSize;
 

@@ -15,6 +15,8 @@ namespace {
 
 /// A longer body of a redirect is cut off, together with its connection.
 constexpr qint64 largestRedirectBody = 64 * 1024;
+/// Nothing that arrives begins such a watch anew.
+constexpr qint64 noNumberOfBytes = std::numeric_limits<qint64>::max();
 
 StallWatch::Clock::time_point now()
 {
@@ -29,8 +31,9 @@ Transfer::Transfer(URLRequest request, SessionConfiguration configuration, std::
     , m_configuration(std::move(configuration))
     , m_receiver(std::move(receiver))
     , m_connectTimeout(request.timeoutInterval.value_or(m_configuration.connectTimeout))
-    , m_connectWatch(m_connectTimeout, std::numeric_limits<qint64>::max())
+    , m_connectWatch(m_connectTimeout, noNumberOfBytes)
     , m_stallWatch(request.timeoutInterval.value_or(m_configuration.stallTimeout), m_configuration.stallMinimumBytes)
+    , m_wholeWatch(m_configuration.longestTransfer.value_or(std::chrono::milliseconds::max()), noNumberOfBytes)
     , m_error(refusalToFetch(m_url))
 { }
 
@@ -120,6 +123,8 @@ int Transfer::connected(void *transfer, char *, char *, int, int)
     auto &self = *static_cast<Transfer *>(transfer);
     self.m_connectWatch.pause();
     self.m_stallWatch.restart(now());
+    if (!self.m_wholeWatch.isRunning())
+        self.m_wholeWatch.restart(now());
     return CURL_PREREQFUNC_OK;
 }
 

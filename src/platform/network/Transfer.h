@@ -47,12 +47,13 @@ public:
     {
         m_connectWatch.postpone(duration);
         m_stallWatch.postpone(duration);
+        m_wholeWatch.postpone(duration);
     }
 
     const QUrl &url() const { return m_url; }
     StallWatch::Clock::time_point stallDeadline(StallWatch::Clock::time_point now) const
     {
-        return std::min(m_connectWatch.deadline(now), m_stallWatch.deadline(now));
+        return std::min({m_connectWatch.deadline(now), m_stallWatch.deadline(now), m_wholeWatch.deadline(now)});
     }
 
 private:
@@ -88,6 +89,8 @@ private:
     bool m_hasSocket = false;
     /// From then on.
     StallWatch m_stallWatch;
+    /// From the first connection on, whatever arrives.
+    StallWatch m_wholeWatch;
     std::unique_ptr<CURL, HandleDeleter> m_handle;
     std::optional<KRError> m_error;
     URLResponse m_response;

@@ -60,6 +60,7 @@ URLSession URLSession::sharedSession()
 {
     auto configuration = SessionConfiguration::defaultSessionConfiguration();
     configuration.maximumSize = largestSharedAnswer;
+    configuration.longestTransfer = longestSharedTransfer;
     return URLSession(configuration);
 }
 

@@ -47,6 +47,9 @@ public:
     /// A larger answer to the shared session is refused.
     static constexpr qint64 largestSharedAnswer = 16 * 1024 * 1024;
 
+    /// A longer transfer of the shared session fails: nobody waits for one that brings its bytes one by one.
+    static constexpr std::chrono::milliseconds longestSharedTransfer{30'000};
+
     /// With the default configuration as it is at each call.
     static URLSession sharedSession();
 

@@ -53,6 +53,7 @@ private slots:
     void failures();
     void largeAnswerToTheSharedSession();
     void timeoutHoldsForConnectingToo();
+    void drippingServerComesToAnEnd();
     void droppedTaskGoesOn();
     void taskThatWasNeverResumedJustGoes();
     void existence_data();
@@ -123,6 +124,17 @@ void tst_URLSession::timeoutHoldsForConnectingToo()
     url.setScheme(u"https"_s);
     const auto outcome = fetch(URLSession({}), {url, std::chrono::milliseconds(20)});
     QCOMPARE(outcome.errorCode(), -1001);
+}
+
+/// What comes is enough not to be silence.
+void tst_URLSession::drippingServerComesToAnEnd()
+{
+    LoopbackServer server;
+    server.setAnswer("/feed", Answer::bytes("HTTP/1.1 200 OK\r\n\r\n").thenBytes(QByteArray(1000, 'x')).thenStall());
+    SessionConfiguration configuration;
+    configuration.longestTransfer = std::chrono::milliseconds(20);
+    QCOMPARE(fetch(URLSession(configuration), {server.url(u"/feed"_s), {}}).errorCode(), -1001);
+    QVERIFY(URLSession::longestSharedTransfer < std::chrono::minutes(1));
 }
 
 void tst_URLSession::droppedTaskGoesOn()
