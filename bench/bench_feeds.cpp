@@ -188,8 +188,10 @@ public:
 private:
     void startServers()
     {
-        m_bare = std::make_unique<BareTransfers>(TransferQueue::connectionsPerHost, TransferQueue::connectionsInAll,
-            TransferQueue::transfersPerMultiplexingHost);
+        // The library would open another connection to a host as soon as one is full, which is not our limit.
+        const long perHost = m_setting.protocol == Protocol::HTTP2 ? 1 : TransferQueue::connectionsPerHost;
+        m_bare = std::make_unique<BareTransfers>(
+            perHost, TransferQueue::connectionsInAll, TransferQueue::transfersPerMultiplexingHost);
         m_servers.reset();
         m_servers = std::make_unique<FeedServers>(m_setting);
         qputenv("SSL_CERT_FILE", m_servers->certificateAuthorityFile());
