@@ -51,7 +51,7 @@ daemon off;
 worker_processes 1;
 pid nginx.pid;
 error_log error.log error;
-events { worker_connections 1024; }
+events { worker_connections 4096; }
 http {
     access_log off;
     client_body_temp_path body;
