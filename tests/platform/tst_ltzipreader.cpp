@@ -29,6 +29,8 @@ private slots:
     void readAgainInAnyOrder();
     void budgets_data();
     void budgets();
+    void folderBudget_data();
+    void folderBudget();
     void tooManyEntries_data();
     void tooManyEntries();
     void fileStaysTheSameWhenAnotherTakesItsName();
@@ -226,6 +228,34 @@ void tst_LTZipReader::budgets()
                                 .bytes(),
         budget);
     QCOMPARE(zip->contents().size(), 3);
+    QStringList readable;
+    for (const auto &name : zip->contents()) {
+        if (zip->rawDataAtSubpath(name))
+            readable.append(name);
+    }
+    QTEST(readable, "readable");
+}
+
+void tst_LTZipReader::folderBudget_data()
+{
+    QTest::addColumn<ZipBudget>("budget");
+    QTest::addColumn<QStringList>("readable"); // of three entries in the folders a, a/b, a/b/c and d
+
+    const auto shallow = u"a/1"_s;
+    const auto deep = u"a/b/c/2"_s;
+    const auto last = u"d/3"_s;
+    QTest::newRow("plenty") << ZipBudget() << QStringList{shallow, deep, last};
+    QTest::newRow("just enough folders") << ZipBudget{.folders = 4} << QStringList{shallow, deep, last};
+    QTest::newRow("too many folders") << ZipBudget{.folders = 3} << QStringList{shallow, deep};
+    QTest::newRow("too many already before") << ZipBudget{.folders = 2} << QStringList{shallow};
+    QTest::newRow("just as deep as allowed") << ZipBudget{.deepestEntry = 3} << QStringList{shallow, deep, last};
+    QTest::newRow("too deep") << ZipBudget{.deepestEntry = 2} << QStringList{shallow, last};
+}
+
+void tst_LTZipReader::folderBudget()
+{
+    QFETCH(ZipBudget, budget);
+    const auto zip = reader(ZipBuilder({{"a/1", "1"}, {"a/b/c/2", "2"}, {"d/3", "3"}}).bytes(), budget);
     QStringList readable;
     for (const auto &name : zip->contents()) {
         if (zip->rawDataAtSubpath(name))
