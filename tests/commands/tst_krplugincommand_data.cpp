@@ -53,6 +53,8 @@ private slots:
     void commandWithoutPluginUsesItsSpecifier();
     void keptValueIsACopy();
     void handedOutValueIsACopy();
+    void numbersStayNumbersWhenTheDocumentIsSaved_data();
+    void numbersStayNumbersWhenTheDocumentIsSaved();
     void largeValue();
     void objectOfAnotherKind();
 
@@ -289,6 +291,25 @@ void tst_KRPluginCommand_Data::handedOutValueIsACopy()
     m_layer->info = withPlugin(QVariantMap{{u"key"_s, QVariantList{1LL}}});
     run("command.valueForKey_onLayer('key', layer).push(2)");
     QCOMPARE(m_layer->info, std::optional(withPlugin(QVariantMap{{u"key"_s, QVariantList{1LL}}})));
+}
+
+void tst_KRPluginCommand_Data::numbersStayNumbersWhenTheDocumentIsSaved_data()
+{
+    QTest::addColumn<QByteArray>("number");
+    for (const auto *number : {"Number.MAX_SAFE_INTEGER", "2 ** 53", "-(2 ** 53)", "2 ** 62 + 2 ** 12", "2 ** 63",
+             "-(2 ** 63)", "2 ** 64", "1e300"})
+        QTest::newRow(number) << QByteArray(number);
+}
+
+void tst_KRPluginCommand_Data::numbersStayNumbersWhenTheDocumentIsSaved()
+{
+    QFETCH(QByteArray, number);
+    run("command.setValue_forKey_onLayer(" + number + ", 'key', layer)");
+    QCOMPARE(errors(), QStringList());
+    const auto loaded = variantFromJSON(jsonFromVariant(m_layer->info.value_or(QVariantMap()), JSONStyle::Indented));
+    QVERIFY(loaded.isOk());
+    m_layer->info = loaded.value().toMap();
+    QCOMPARE(run("return String(command.valueForKey_onLayer('key', layer) === " + number + ")"), u"true"_s);
 }
 
 void tst_KRPluginCommand_Data::largeValue()

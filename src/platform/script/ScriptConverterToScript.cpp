@@ -38,7 +38,7 @@ JSValueRef ScriptConverter::toScript(const QVariant &value, JSValueRef *exceptio
     case QMetaType::Float:
     case QMetaType::LongLong:
     case QMetaType::ULongLong:
-        return numberToScript(value);
+        return JSValueMakeNumber(context, value.toDouble());
     case QMetaType::QString:
         return m_context.makeString(*static_cast<const QString *>(value.constData()));
     case QMetaType::QUrl:
@@ -96,16 +96,6 @@ JSValueRef ScriptConverter::unsupported(const QVariant &value, JSValueRef *excep
 JSValueRef ScriptConverter::objectToScript(const ScriptObjectPointer &object, JSValueRef *exception)
 {
     return object ? m_wrappers.wrap(object, exception) : JSValueMakeNull(m_context.ref());
-}
-
-JSValueRef ScriptConverter::numberToScript(const QVariant &value) const
-{
-    const auto context = m_context.ref();
-    if (value.typeId() == QMetaType::ULongLong && value.toULongLong() > quint64(largestExactInteger))
-        return JSBigIntCreateWithUInt64(context, value.toULongLong(), nullptr);
-    if (value.typeId() == QMetaType::LongLong && std::abs(value.toDouble()) > largestExactInteger)
-        return JSBigIntCreateWithInt64(context, value.toLongLong(), nullptr);
-    return JSValueMakeNumber(context, value.toDouble());
 }
 
 JSValueRef ScriptConverter::bytesToScript(const QByteArray &bytes, JSValueRef *exception) const
