@@ -125,6 +125,8 @@ void tst_KRPluginCommand_Data::valuesFromScripts_data()
     row("nested", "({a: [1, {b: null}], c: 'd'})", R"({"a":[1,{"b":null}],"c":"d"})");
     row("the same part twice", "(() => { const p = [1]; return {a: p, b: p} })()", R"({"a":[1],"b":[1]})");
     row("object without a prototype", "Object.assign(Object.create(null), {a: 1})", R"({"a":1})");
+    row("key named like the prototype", R"(JSON.parse('{"__proto__": {"a": 1}, "b": 2}'))",
+        R"({"__proto__":{"a":1},"b":2})");
     row("objects that stand for values", "[new Number(1).valueOf(), String(2)]", "[1,\"2\"]");
 }
 

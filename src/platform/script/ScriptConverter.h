@@ -67,6 +67,7 @@ private:
 
     JSValueRef bytesToScript(const QByteArray &bytes, JSValueRef *exception) const;
     JSValueRef listToScript(const QVariantList &list, JSValueRef *exception);
+    void setMember(JSObjectRef object, const QString &key, JSValueRef value, JSValueRef *exception);
     template <class Dictionary>
     JSValueRef dictionaryToScript(const Dictionary &dictionary, JSValueRef *exception);
     JSValueRef customToScript(const QVariant &value, JSValueRef *exception);

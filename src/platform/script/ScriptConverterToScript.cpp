@@ -127,6 +127,17 @@ JSValueRef ScriptConverter::listToScript(const QVariantList &list, JSValueRef *e
     return array;
 }
 
+void ScriptConverter::setMember(JSObjectRef object, const QString &key, JSValueRef value, JSValueRef *exception)
+{
+    if (key == u"__proto__") { // which would set the prototype, not a property
+        const JSValueRef arguments[] = {object, value};
+        m_context.callLibrary(libraryfunction::defineProtoProperty, arguments, exception);
+        return;
+    }
+    JSObjectSetProperty(
+        m_context.ref(), object, ScriptString(QStringView(key)).get(), value, kJSPropertyAttributeNone, exception);
+}
+
 template <class Dictionary>
 JSValueRef ScriptConverter::dictionaryToScript(const Dictionary &dictionary, JSValueRef *exception)
 {
@@ -135,8 +146,7 @@ JSValueRef ScriptConverter::dictionaryToScript(const Dictionary &dictionary, JSV
         const auto value = toScript(entry.value(), exception);
         if (!value)
             return nullptr;
-        JSObjectSetProperty(m_context.ref(), object, ScriptString(QStringView(entry.key())).get(), value,
-            kJSPropertyAttributeNone, exception);
+        setMember(object, entry.key(), value, exception);
         if (*exception)
             return nullptr;
     }
