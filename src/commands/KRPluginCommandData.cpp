@@ -4,6 +4,16 @@
 #include "commands/PluginData.h"
 #include "platform/JSONValidity.h"
 
+namespace {
+
+/// A value that cannot be read back, or that stands under such a key, would make the whole document unreadable.
+bool canBeKept(const QVariant &value, const QString &key, const QString &pluginIdentifier)
+{
+    return isValidJSONValue(value) && isValidJSONText(key) && isValidJSONText(pluginIdentifier);
+}
+
+} // namespace
+
 QVariant KRPluginCommand::valueForKeyOnLayer(const std::optional<QString> &key,
     const std::shared_ptr<UserInfoOwner> &layer, const std::optional<QString> &forPluginIdentifier) const
 {
@@ -36,7 +46,7 @@ void KRPluginCommand::setValueForKeyOnObject(const QVariant &value, const std::o
                              "pluginIdentifier"));
         return;
     }
-    if (value.isValid() && !isValidJSONValue(value)) {
+    if (value.isValid() && !canBeKept(value, *key, *forPluginIdentifier)) {
         // The colon stands twice: the operation's name ends in one.
         error(QStringLiteral("values passed to setValue:forKey:onObject:forPluginIdentifier:: must be composed of "
                              "arrays, dictionaries, numbers and strings"));

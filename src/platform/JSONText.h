@@ -18,5 +18,5 @@ enum class JSONStyle {
 };
 
 /// A value as JSON text in UTF-8. Ordered dictionaries keep their order; a URL becomes its absolute string; what JSON
-/// cannot hold (nil, NaN, infinities, values of other types) becomes null. Reentrant.
+/// cannot hold (nil, NaN, infinities, values of other types) becomes null, half of a surrogate pair U+FFFD. Reentrant.
 KORVAN_EXPORT QByteArray jsonFromVariant(const QVariant &value, JSONStyle style);

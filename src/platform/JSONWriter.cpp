@@ -100,7 +100,10 @@ void JSONWriter::writeString(QStringView text)
         } else if (unit == u'\t') {
             writePlainUpTo(i);
             m_output += "\\t";
-        } else if (unit < 0x20 || unit == 0x7F || text[i].isSurrogate()) {
+        } else if (text[i].isSurrogate()) { // half of a pair, which most readers refuse even as an escape
+            writePlainUpTo(i);
+            m_output += "\xEF\xBF\xBD";
+        } else if (unit < 0x20 || unit == 0x7F) {
             writePlainUpTo(i);
             writeEscape(unit);
         }

@@ -32,6 +32,7 @@ namespace libraryfunction {
 inline constexpr char fireTimer[] = "fireTimer";
 inline constexpr char describe[] = "describe";
 inline constexpr char keys[] = "keys";
+inline constexpr char defineProtoProperty[] = "defineProtoProperty";
 inline constexpr char watchPromise[] = "watchPromise";
 } // namespace libraryfunction
 

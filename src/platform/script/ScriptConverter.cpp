@@ -2,6 +2,7 @@
 
 #include "platform/script/ScriptConverter.h"
 
+#include "platform/script/TypedArrayElements.h"
 #include "platform/script/ValueText.h"
 
 #include <QDateTime>
@@ -21,48 +22,6 @@ constexpr unsigned longestSparseArray = 100'000;
 JSObjectRef objectOf(JSValueRef value)
 {
     return const_cast<JSObjectRef>(value);
-}
-
-template <class Element>
-QVariantList elementsAs(const void *bytes, std::size_t count)
-{
-    QVariantList list;
-    const auto *const elements = static_cast<const Element *>(bytes);
-    for (std::size_t i = 0; i < count; ++i) {
-        if constexpr (std::is_floating_point_v<Element>)
-            list.append(double(elements[i]));
-        else if constexpr (std::is_unsigned_v<Element>)
-            list.append(qulonglong(elements[i]));
-        else
-            list.append(qlonglong(elements[i]));
-    }
-    return list;
-}
-
-QVariant elementsOf(JSTypedArrayType type, const void *bytes, std::size_t count)
-{
-    switch (type) {
-    case kJSTypedArrayTypeInt8Array:
-        return elementsAs<qint8>(bytes, count);
-    case kJSTypedArrayTypeInt16Array:
-        return elementsAs<qint16>(bytes, count);
-    case kJSTypedArrayTypeUint16Array:
-        return elementsAs<quint16>(bytes, count);
-    case kJSTypedArrayTypeInt32Array:
-        return elementsAs<qint32>(bytes, count);
-    case kJSTypedArrayTypeUint32Array:
-        return elementsAs<quint32>(bytes, count);
-    case kJSTypedArrayTypeFloat32Array:
-        return elementsAs<float>(bytes, count);
-    case kJSTypedArrayTypeFloat64Array:
-        return elementsAs<double>(bytes, count);
-    case kJSTypedArrayTypeBigInt64Array:
-        return elementsAs<qint64>(bytes, count);
-    case kJSTypedArrayTypeBigUint64Array:
-        return elementsAs<quint64>(bytes, count);
-    default: // Uint8Array and Uint8ClampedArray
-        return QByteArray(static_cast<const char *>(bytes), qsizetype(count));
-    }
 }
 
 } // namespace
@@ -158,22 +117,9 @@ QVariant ScriptConverter::convert(JSValueRef value, Traversal &traversal)
         return m_context.textOf(value);
     case kJSTypeObject:
         return convertObject(objectOf(value), traversal);
-    case kJSTypeBigInt:
-        return convertBigInt(value);
-    default:
+    default: // a BigInt too: as a number it would come back as something else
         return QVariant::fromValue(makeValue(ScriptValue::Kind::Other, value));
     }
-}
-
-QVariant ScriptConverter::convertBigInt(JSValueRef value)
-{
-    const auto digits = m_context.textOf(value);
-    bool fits = false;
-    if (const auto number = digits.toLongLong(&fits); fits)
-        return number;
-    if (const auto number = digits.toULongLong(&fits); fits)
-        return number;
-    return QVariant::fromValue(makeValue(ScriptValue::Kind::Other, value));
 }
 
 QVariant ScriptConverter::convertObject(JSObjectRef object, Traversal &traversal)
@@ -274,19 +220,9 @@ QVariant ScriptConverter::convertPlainObject(JSObjectRef object, Traversal &trav
 
 QVariant ScriptConverter::convertTypedArray(JSObjectRef array, JSTypedArrayType type, Traversal &traversal)
 {
-    const auto context = m_context.ref();
-    if (type == kJSTypedArrayTypeArrayBuffer) {
-        const auto *const bytes =
-            static_cast<const char *>(JSObjectGetArrayBufferBytesPtr(context, array, traversal.exception));
-        const auto size = JSObjectGetArrayBufferByteLength(context, array, traversal.exception);
-        return bytes ? QByteArray(bytes, qsizetype(size)) : QByteArray("");
-    }
-    const auto *const buffer =
-        static_cast<const char *>(JSObjectGetTypedArrayBytesPtr(context, array, traversal.exception));
-    if (!buffer)
-        return elementsOf(type, nullptr, 0);
-    const auto offset = JSObjectGetTypedArrayByteOffset(context, array, traversal.exception);
-    return elementsOf(type, buffer + offset, JSObjectGetTypedArrayLength(context, array, traversal.exception));
+    if (type == kJSTypedArrayTypeBigInt64Array || type == kJSTypedArrayTypeBigUint64Array)
+        return QVariant::fromValue(makeValue(ScriptValue::Kind::Other, array));
+    return elementsOfTypedArray(m_context.ref(), array, type, traversal.exception);
 }
 
 bool ScriptConverter::isPlainPrototype(JSValueRef prototype)

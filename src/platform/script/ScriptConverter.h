@@ -31,10 +31,11 @@ public:
 ///
 /// To scripts: nil becomes undefined, nullptr null; booleans, numbers, texts, dates (QDateTime), bytes (QByteArray as
 /// Uint8Array), URLs (as text), lists and dictionaries by copy; C++ objects, ScriptDictionary, NativeFunction and
-/// ScriptValue by identity. Integers that a number cannot hold become BigInt.
+/// ScriptValue by identity. Integers become numbers whatever their size, as those of JSON do: beyond 2^53 the nearest.
 ///
 /// To C++: the same backwards; a whole number becomes qlonglong, any other double; plain objects become QVariantMap;
-/// bytes of other typed arrays become a list of their numbers. Everything else becomes a ScriptValue.
+/// bytes of other typed arrays become a list of their numbers. Everything else becomes a ScriptValue, a BigInt and an
+/// array of them too.
 class ScriptConverter final : public ScriptValueCoder, public ScriptLiveValueOwner
 {
 public:
@@ -64,9 +65,9 @@ private:
     QVariant copy(JSValueRef value) override;
     QVariant callFunction(JSObjectRef function, const QVariantList &arguments) override;
 
-    JSValueRef numberToScript(const QVariant &value) const;
     JSValueRef bytesToScript(const QByteArray &bytes, JSValueRef *exception) const;
     JSValueRef listToScript(const QVariantList &list, JSValueRef *exception);
+    void setMember(JSObjectRef object, const QString &key, JSValueRef value, JSValueRef *exception);
     template <class Dictionary>
     JSValueRef dictionaryToScript(const Dictionary &dictionary, JSValueRef *exception);
     JSValueRef customToScript(const QVariant &value, JSValueRef *exception);
@@ -80,7 +81,6 @@ private:
     QVariant convertArray(JSObjectRef array, Traversal &traversal);
     QVariant convertPlainObject(JSObjectRef object, Traversal &traversal);
     QVariant convertTypedArray(JSObjectRef array, JSTypedArrayType type, Traversal &traversal);
-    QVariant convertBigInt(JSValueRef value);
     /// Functions, promises, wrappers and views; nil for anything that is data.
     QVariant identityValue(JSObjectRef object, JSValueRef prototype);
     bool isPlainPrototype(JSValueRef prototype);

@@ -38,7 +38,7 @@ JSValueRef ScriptConverter::toScript(const QVariant &value, JSValueRef *exceptio
     case QMetaType::Float:
     case QMetaType::LongLong:
     case QMetaType::ULongLong:
-        return numberToScript(value);
+        return JSValueMakeNumber(context, value.toDouble());
     case QMetaType::QString:
         return m_context.makeString(*static_cast<const QString *>(value.constData()));
     case QMetaType::QUrl:
@@ -98,16 +98,6 @@ JSValueRef ScriptConverter::objectToScript(const ScriptObjectPointer &object, JS
     return object ? m_wrappers.wrap(object, exception) : JSValueMakeNull(m_context.ref());
 }
 
-JSValueRef ScriptConverter::numberToScript(const QVariant &value) const
-{
-    const auto context = m_context.ref();
-    if (value.typeId() == QMetaType::ULongLong && value.toULongLong() > quint64(largestExactInteger))
-        return JSBigIntCreateWithUInt64(context, value.toULongLong(), nullptr);
-    if (value.typeId() == QMetaType::LongLong && std::abs(value.toDouble()) > largestExactInteger)
-        return JSBigIntCreateWithInt64(context, value.toLongLong(), nullptr);
-    return JSValueMakeNumber(context, value.toDouble());
-}
-
 JSValueRef ScriptConverter::bytesToScript(const QByteArray &bytes, JSValueRef *exception) const
 {
     auto *const array =
@@ -137,6 +127,17 @@ JSValueRef ScriptConverter::listToScript(const QVariantList &list, JSValueRef *e
     return array;
 }
 
+void ScriptConverter::setMember(JSObjectRef object, const QString &key, JSValueRef value, JSValueRef *exception)
+{
+    if (key == u"__proto__") { // which would set the prototype, not a property
+        const JSValueRef arguments[] = {object, value};
+        m_context.callLibrary(libraryfunction::defineProtoProperty, arguments, exception);
+        return;
+    }
+    JSObjectSetProperty(
+        m_context.ref(), object, ScriptString(QStringView(key)).get(), value, kJSPropertyAttributeNone, exception);
+}
+
 template <class Dictionary>
 JSValueRef ScriptConverter::dictionaryToScript(const Dictionary &dictionary, JSValueRef *exception)
 {
@@ -145,8 +146,7 @@ JSValueRef ScriptConverter::dictionaryToScript(const Dictionary &dictionary, JSV
         const auto value = toScript(entry.value(), exception);
         if (!value)
             return nullptr;
-        JSObjectSetProperty(m_context.ref(), object, ScriptString(QStringView(entry.key())).get(), value,
-            kJSPropertyAttributeNone, exception);
+        setMember(object, entry.key(), value, exception);
         if (*exception)
             return nullptr;
     }

@@ -8,7 +8,7 @@
     const PRINT = 0, PRINT_ERROR = 1, DESCRIBE = 2, NOW = 3, STACK = 4, START_TIMER = 5, STOP_TIMER = 6,
         RESOLVE_MODULE = 7, COMPILE_MODULE = 8, READ_MODULE = 9, SETTLED = 10;
 
-    const { getPrototypeOf, keys, assign } = Object;
+    const { getPrototypeOf, keys, defineProperty } = Object;
     const { apply } = Reflect;
     const { then } = Promise.prototype;
 
@@ -260,7 +260,13 @@
         const name = prototype?.constructor?.name;
         if (prototype?.[Symbol.toStringTag] !== undefined || !name)
             return String(value);
-        return `${name} ${host(DESCRIBE, assign({}, value))}`;
+        return `${name} ${host(DESCRIBE, { ...value })}`;
+    }
+
+    // Assigning to it would set the object's prototype.
+    function defineProtoProperty(object, value) {
+        defineProperty(object, '__proto__',
+            { __proto__: null, value, writable: true, enumerable: true, configurable: true });
     }
 
     function watchPromise(promise, id) {
@@ -272,6 +278,6 @@
 
     return {
         console: makeConsole(), startTimer, stopTimer, fireTimer, queueMicrotask, requireModule, keys, describe,
-        watchPromise,
+        defineProtoProperty, watchPromise,
     };
 })

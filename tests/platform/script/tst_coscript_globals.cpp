@@ -80,7 +80,7 @@ void tst_COScript_Globals::output_data()
     row("function", u"console.log(function tidy() {})"_s, u"[Function: tidy]"_s);
     row("class", u"console.log(class Layer {})"_s, u"[Class: Layer]"_s);
     row("symbol", u"console.log(Symbol('a'))"_s, u"Symbol(a)"_s);
-    row("big integer", u"console.log(12345678901234567890n)"_s, u"12345678901234567890"_s);
+    row("big integer", u"console.log(12345678901234567890n)"_s, u"12345678901234567890n"_s);
     row("error object", u"console.log(new TypeError('bad'))"_s, u"TypeError: bad"_s);
     row("regular expression", u"console.log(/a+/g)"_s, u"/a+/g"_s);
     row("map", u"console.log(new Map([['a', 1]]))"_s, u"Map(1) [[\"a\", 1]]"_s);

@@ -65,6 +65,8 @@ private slots:
     void textsSurviveBothWays_data();
     void textsSurviveBothWays();
     void arraysCrossBothWays();
+    void bigIntegersComeBackAsThemselves_data();
+    void bigIntegersComeBackAsThemselves();
     void cyclesEnd_data();
     void cyclesEnd();
     void hostileObjectsAreErrorsOfTheScript_data();
@@ -175,6 +177,10 @@ void tst_COScript_Values::hostToScript_data()
     row("integer", 7, u"value === 7"_s);
     row("64 bits that fit", qlonglong(9007199254740991), u"value === Number.MAX_SAFE_INTEGER"_s);
     row("unsigned 64 bits that fit", qulonglong(9007199254740991), u"value === Number.MAX_SAFE_INTEGER"_s);
+    row("64 bits that do not fit are a number", qlonglong(9007199254740992), u"value === 2 ** 53"_s);
+    row("the lowest 64 bits are a number", std::numeric_limits<qlonglong>::min(), u"value === -(2 ** 63)"_s);
+    row("unsigned 64 bits that do not fit are a number", std::numeric_limits<qulonglong>::max(),
+        u"value === 2 ** 64"_s);
     row("fraction", 0.1, u"value === 0.1"_s);
     row("text", u"Sky"_s, u"value === 'Sky'"_s);
     row("empty text", u""_s, u"value === ''"_s);
@@ -223,6 +229,27 @@ void tst_COScript_Values::arraysCrossBothWays()
     m_session->run(u"function twice(list) { return [...list, ...list] }"_s);
     const QVariantList list{1, u"a"_s};
     QCOMPARE(m_session->call(u"twice"_s, {QVariant(list)}), QVariant(QVariantList{1, u"a"_s, 1, u"a"_s}));
+}
+
+void tst_COScript_Values::bigIntegersComeBackAsThemselves_data()
+{
+    QTest::addColumn<QString>("source");
+    QTest::addColumn<QString>("description");
+    QTest::newRow("small") << u"10n"_s << u"10n"_s;
+    QTest::newRow("beyond every number") << u"2n ** 63n + 1n"_s << u"9223372036854775809n"_s;
+    QTest::newRow("array of them") << u"new BigInt64Array([1n, 2n])"_s << u"BigInt64Array {\"0\": 1n, \"1\": 2n}"_s;
+    QTest::newRow("array of unsigned ones")
+        << u"new BigUint64Array([1n, 2n])"_s << u"BigUint64Array {\"0\": 1n, \"1\": 2n}"_s;
+}
+
+void tst_COScript_Values::bigIntegersComeBackAsThemselves()
+{
+    QFETCH(QString, source);
+    const auto value = m_session->run(u"var first = "_s + source + u"; first"_s);
+    QCOMPARE(value.metaType(), QMetaType::fromType<ScriptValue>());
+    QTEST(value.value<ScriptValue>().description(), "description");
+    m_session->script->pushObject(value, u"second"_s);
+    QCOMPARE(m_session->run(u"first === second"_s), QVariant(true));
 }
 
 void tst_COScript_Values::cyclesEnd_data()
