@@ -17,7 +17,7 @@ namespace {
 bool isFirstLook(const QString &folder)
 {
     static std::mutex mutex;
-    static QSet<QString> seen;
+    static auto &seen = *new QSet<QString>; // never destroyed: downloads may run until the program's very end
     const std::lock_guard lock(mutex);
     if (seen.contains(folder))
         return false;
