@@ -25,6 +25,7 @@ set(korvan_public_headers
     commands/UserInfoOwner.h
     localization/KorvanPluginManagerLocalization.h
     manager/KRPluginManager.h
+    platform/AlertPresenter.h
     platform/Export.h
     platform/JSONText.h
     platform/KRError.h
