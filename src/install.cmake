@@ -3,6 +3,7 @@ include(CMakePackageConfigHelpers)
 
 # What a host may use, and what those headers include. Everything else is free to change.
 set(korvan_public_headers
+    bundles/CPUArchitecture.h
     bundles/KRPluginBundle.h
     bundles/KRPluginBundleIconInfo.h
     bundles/PluginTable.h
@@ -24,6 +25,7 @@ set(korvan_public_headers
     commands/UserInfoOwner.h
     localization/KorvanPluginManagerLocalization.h
     manager/KRPluginManager.h
+    platform/AlertPresenter.h
     platform/Export.h
     platform/JSONText.h
     platform/KRError.h

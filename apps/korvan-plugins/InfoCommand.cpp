@@ -30,10 +30,23 @@ QString valueForPeople(const QVariant &value)
     return value.typeId() == QMetaType::QUrl ? value.toUrl().toString() : value.toString();
 }
 
-void printForPeople(const OrderedVariantDictionary &description, const KRPluginBundle &bundle, Output &output)
+void printExecutables(const QVariantMap &executables, Output &output)
 {
-    const QStringList inTheirOwnForm{QStringLiteral("commands"), QStringLiteral("menuDescription")};
-    constexpr int labelWidth = 22;
+    if (executables.isEmpty())
+        return;
+    output.line();
+    for (auto executable = executables.begin(); executable != executables.end(); ++executable) {
+        const auto architectures = executable.value().toStringList().join(QStringLiteral(", "));
+        output.line({{executable.key(), Output::Colour::Bold}, {QStringLiteral("  ") + architectures}});
+    }
+}
+
+void printForPeople(const OrderedVariantDictionary &description, const KRPluginBundle &bundle,
+    const QVariantMap &executables, Output &output)
+{
+    const QStringList inTheirOwnForm{
+        QStringLiteral("commands"), QStringLiteral("menuDescription"), QStringLiteral("executables")};
+    constexpr int labelWidth = 24;
     for (const auto &[key, value] : description) {
         const bool isNull = value.typeId() == QMetaType::Nullptr;
         if (!isNull && !inTheirOwnForm.contains(key))
@@ -47,6 +60,7 @@ void printForPeople(const OrderedVariantDictionary &description, const KRPluginB
         for (const auto &[key, function] : command->handlers())
             output.line(QStringLiteral("    %1 → %2").arg(key, function));
     }
+    printExecutables(executables, output);
 }
 
 } // namespace
@@ -62,9 +76,12 @@ ExitCode showPlugin(const GlobalOptions &options, const InfoOptions &info, Outpu
     auto description = describePlugin(*bundle, session.manager());
     description.insert({QStringLiteral("versionedIdentifier"), bundle->versionedIdentifier()});
     description.insert({QStringLiteral("menuDescription"), bundle->menuDescription()});
+    const auto executables = executablesOfPlugin(*bundle);
+    description.insert({QStringLiteral("executables"), executables});
+    description.insert({QStringLiteral("hasUnsupportedBinaries"), bundle->hasUnsupportedBinaries()});
     if (output.isJSON())
         output.document(description);
     else
-        printForPeople(description, *bundle, output);
+        printForPeople(description, *bundle, executables, output);
     return ExitCode::Done;
 }

@@ -43,6 +43,16 @@ QVariantList describeCommands(const KRPluginBundle &bundle)
 
 } // namespace
 
+QVariantMap executablesOfPlugin(const KRPluginBundle &bundle)
+{
+    const auto folder = bundle.url().toLocalFile();
+    const auto executables = bundle.executableFileURLsAndArchitectures();
+    QVariantMap report;
+    for (auto executable = executables.begin(); executable != executables.end(); ++executable)
+        report.insert(executable.key().toLocalFile().mid(folder.size()), executable.value());
+    return report;
+}
+
 QString pathOfPlugin(const KRPluginBundle &bundle)
 {
     const auto path = bundle.url().toLocalFile();

@@ -8,7 +8,9 @@
 #include "platform/Snapshot.h"
 
 #include <QByteArray>
+#include <QMap>
 #include <QString>
+#include <QStringList>
 #include <QUrl>
 #include <QVariantList>
 #include <QVariantMap>
@@ -87,6 +89,15 @@ public:
     bool isCompatible() const;
     /// The file or folder of that name in Contents/Resources; empty when there is none.
     QUrl urlForResourceNamed(const QString &name) const;
+    /// The compiled programs and libraries in the bundle's folder that this process may execute, each with its
+    /// architectures (see CPUArchitecture.h). Scripts and whatever else is no Mach-O file for a known architecture is
+    /// not among them. Hidden files count, and so does every folder; links do not, neither to files nor to folders.
+    /// What cannot be read is passed over. Walks the whole folder on every call.
+    QMap<QUrl, QStringList> executableFileURLsAndArchitectures() const;
+    /// Whether the plug-in carries an executable that is not for the application's own processor, be it one that the
+    /// system would translate. True for every plug-in where the processor is neither 64-bit x86 nor 64-bit Arm. Walks
+    /// the whole folder on every call.
+    bool hasUnsupportedBinaries() const;
     QString debugDescription() const;
     /// Hands an error to the host's log target, as the sender "__plugin-loader", or writes it to the system log.
     static void logErrorString(const QString &message);

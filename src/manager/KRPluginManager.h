@@ -284,6 +284,9 @@ public:
     /// folders for one that has none (a null bundle too). Answers whether it was started: not without that setting or
     /// a folder; a failure is said in the system log. Nothing waits for the program.
     bool editBundle(const std::shared_ptr<KRPluginBundle> &bundle) const;
+    /// Tells the user, in a critical alert, of a plug-in that hasUnsupportedBinaries(), and comes back when the user
+    /// has read it. Nothing happens for any other plug-in and for null. Only hosts call it, when they see fit.
+    void alertAboutUnsupportedPluginBundle(const std::shared_ptr<KRPluginBundle> &bundle) const;
 
     // Running commands
 

@@ -2,6 +2,7 @@
 
 #include "platform/FileDescriptor.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -36,20 +37,19 @@ Result<QByteArray> readDescriptor(int descriptor, qsizetype expectedSize, qsizet
     return bytes;
 }
 
-} // namespace
-
-KRError systemError(int number)
+struct OpenFile
 {
-    return {QStringLiteral("posix"), number, QString::fromStdString(std::generic_category().message(number))};
-}
+    FileDescriptor descriptor;
+    qint64 size;
+};
 
-Result<QByteArray> readFile(const QByteArray &path, qint64 maximumSize, qsizetype padding)
+Result<OpenFile> openRegularFile(const QByteArray &path)
 {
     if (path.contains('\0'))
         return systemError(EINVAL); // the system would read another, shorter path
     // Without blocking: a pipe that stands where a file is expected would otherwise wait for a writer for ever. And a
     // terminal that stands there must not become this process's own.
-    const FileDescriptor file(::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    FileDescriptor file(::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     if (!file.isOpen())
         return systemError(errno);
     struct stat status;
@@ -59,7 +59,30 @@ Result<QByteArray> readFile(const QByteArray &path, qint64 maximumSize, qsizetyp
         return systemError(EISDIR);
     if (!S_ISREG(status.st_mode))
         return KRError{QStringLiteral("posix"), EINVAL, QStringLiteral("Not a regular file")};
-    if (status.st_size > maximumSize)
+    return OpenFile{std::move(file), status.st_size};
+}
+
+} // namespace
+
+KRError systemError(int number)
+{
+    return {QStringLiteral("posix"), number, QString::fromStdString(std::generic_category().message(number))};
+}
+
+Result<QByteArray> readFile(const QByteArray &path, qint64 maximumSize, qsizetype padding)
+{
+    const auto file = openRegularFile(path);
+    if (!file)
+        return file.error();
+    if (file.value().size > maximumSize)
         return systemError(EFBIG);
-    return readDescriptor(file.get(), qsizetype(status.st_size), padding);
+    return readDescriptor(file.value().descriptor.get(), qsizetype(file.value().size), padding);
+}
+
+Result<QByteArray> readBeginning(const QByteArray &path, qsizetype size)
+{
+    const auto file = openRegularFile(path);
+    if (!file)
+        return file.error();
+    return readDescriptor(file.value().descriptor.get(), qsizetype(std::min(file.value().size, qint64(size))), 0);
 }

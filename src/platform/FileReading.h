@@ -10,6 +10,10 @@
 /// is an error). The array has at least `padding` bytes of spare room behind its end, for parsers that look ahead.
 Result<QByteArray> readFile(const QByteArray &path, qint64 maximumSize, qsizetype padding = 0);
 
+/// Reads at most `size` bytes from the beginning of a regular file, however large. Follows links, and refuses pipes and
+/// devices without blocking on them.
+Result<QByteArray> readBeginning(const QByteArray &path, qsizetype size);
+
 /// Larger than any file of text that a plug-in sensibly carries; keeps a runaway file from filling the memory.
 inline constexpr qint64 largestTextFile = 256 * 1024 * 1024;
 

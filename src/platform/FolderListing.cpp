@@ -3,10 +3,12 @@
 #include "platform/FileURL.h"
 
 #include <cstdlib>
+#include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
 #include <memory>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -50,9 +52,20 @@ FolderEntry::Kind kindOf(DIR *folder, const dirent *entry)
     }
 }
 
-} // namespace
+bool isHidden(const char *name)
+{
+    return name[0] == '.';
+}
 
-std::vector<FolderEntry> visibleEntries(const QByteArray &folderPath)
+/// The folder itself, or the one that it lies in.
+bool isDots(const char *name)
+{
+    return std::strcmp(name, ".") == 0 || std::strcmp(name, "..") == 0;
+}
+
+using NameTest = bool (*)(const char *);
+
+std::vector<FolderEntry> entriesBut(NameTest isLeftOut, const QByteArray &folderPath)
 {
     std::vector<FolderEntry> entries;
     if (folderPath.contains('\0'))
@@ -61,10 +74,22 @@ std::vector<FolderEntry> visibleEntries(const QByteArray &folderPath)
     if (!folder)
         return entries;
     while (const dirent *entry = ::readdir(folder.get())) {
-        if (entry->d_name[0] != '.')
+        if (!isLeftOut(entry->d_name))
             entries.push_back({QByteArray(entry->d_name), kindOf(folder.get(), entry)});
     }
     return entries;
+}
+
+} // namespace
+
+std::vector<FolderEntry> visibleEntries(const QByteArray &folderPath)
+{
+    return entriesBut(isHidden, folderPath);
+}
+
+std::vector<FolderEntry> allEntries(const QByteArray &folderPath)
+{
+    return entriesBut(isDots, folderPath);
 }
 
 FolderEntry::Kind kindOfTarget(const QByteArray &path)
@@ -104,6 +129,11 @@ bool hasEntry(const QByteArray &path)
 {
     struct stat status;
     return !path.isEmpty() && !path.contains('\0') && ::lstat(path.constData(), &status) == 0;
+}
+
+bool isExecutableTarget(const QByteArray &path)
+{
+    return !path.isEmpty() && !path.contains('\0') && ::faccessat(AT_FDCWD, path.constData(), X_OK, AT_EACCESS) == 0;
 }
 
 QByteArray resolvedPath(const QByteArray &path)

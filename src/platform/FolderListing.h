@@ -17,6 +17,9 @@ struct FolderEntry
 /// A folder that cannot be opened or vanishes meanwhile has no (further) entries. Links are not followed here.
 std::vector<FolderEntry> visibleEntries(const QByteArray &folderPath);
 
+/// The same with the hidden ones.
+std::vector<FolderEntry> allEntries(const QByteArray &folderPath);
+
 /// What a path leads to after all links: Folder, File, or Other for anything else and when it leads nowhere.
 FolderEntry::Kind kindOfTarget(const QByteArray &path);
 
@@ -37,6 +40,10 @@ bool itemExists(const QByteArray &path);
 
 /// Whether there is anything at the path itself, be it a link that leads nowhere.
 bool hasEntry(const QByteArray &path);
+
+/// Whether this process may execute the file, or search the folder, that a path leads to after all links. False when it
+/// leads nowhere.
+bool isExecutableTarget(const QByteArray &path);
 
 /// The path with every link resolved; empty when it leads nowhere.
 QByteArray resolvedPath(const QByteArray &path);

@@ -1,5 +1,6 @@
 #include "platform/LTAppEnvironment.h"
 
+#include "platform/AlertPresenter.h"
 #include "platform/FileURL.h"
 #include "platform/FolderListing.h"
 #include "platform/MainQueue.h"
@@ -49,6 +50,8 @@ struct LTAppEnvironment::DefaultServices
 };
 
 LogTarget::~LogTarget() = default;
+
+AlertPresenter::~AlertPresenter() = default;
 
 LTAppEnvironment::LTAppEnvironment()
     : m_defaultServices(std::make_unique<DefaultServices>())
@@ -120,6 +123,19 @@ QImage LTAppEnvironment::imageNamed(const QString &) const
 LogTarget *LTAppEnvironment::logTarget()
 {
     return nullptr;
+}
+
+AlertPresenter *LTAppEnvironment::alertPresenter()
+{
+    return nullptr;
+}
+
+void LTAppEnvironment::runModalAlert(const Alert &alert)
+{
+    if (auto *const presenter = alertPresenter())
+        presenter->runModal(alert);
+    else
+        systemLog(QStringLiteral("%1: %2").arg(alert.messageText, alert.informativeText));
 }
 
 void LTAppEnvironment::systemLog(const QString &line)

@@ -10,9 +10,11 @@
 #include <functional>
 #include <memory>
 
+class AlertPresenter;
 class MainQueue;
 class NotificationCenter;
 class UserDefaults;
+struct Alert;
 
 /// Where messages for the user go: a console window, a terminal.
 class KORVAN_EXPORT LogTarget
@@ -89,6 +91,10 @@ public:
     /// Who takes messages for the user; null when nobody does (the default). It has to outlive the call only.
     virtual LogTarget *logTarget();
 
+    /// Who shows alerts; null when nobody does (the default): they go into the system's log then, each in one line. It
+    /// has to outlive the call only. The Widgets library has one.
+    virtual AlertPresenter *alertPresenter();
+
     /// Takes one line for the system's log. By default Qt's logging category "korvan.pluginmanager". May be called
     /// from any thread.
     virtual void systemLog(const QString &line);
@@ -102,6 +108,9 @@ public:
     virtual NotificationCenter &notificationCenter();
     /// Thread-safe.
     virtual MainQueue &mainQueue();
+
+    /// Shows an alert through alertPresenter(), or logs it.
+    void runModalAlert(const Alert &alert);
 
     /// The resource `name`.`extension` in the resources folder, a file or a folder (the name may hold slashes); empty
     /// when there is none.

@@ -19,6 +19,8 @@ private slots:
     void sizeLimit_data();
     void sizeLimit();
     void hugeSparseFileIsRefusedUnread();
+    void beginning_data();
+    void beginning();
     void paddingIsBehindTheEnd_data();
     void paddingIsBehindTheEnd();
     void spareRoomInFrontDoesNotCount();
@@ -94,6 +96,31 @@ void tst_FileReading::hugeSparseFileIsRefusedUnread()
     QCOMPARE(bytes.error().code, EFBIG);
 }
 
+void tst_FileReading::beginning_data()
+{
+    QTest::addColumn<qsizetype>("size");
+    QTest::addColumn<QByteArray>("expected");
+
+    QTest::newRow("nothing") << qsizetype(0) << QByteArray();
+    QTest::newRow("a part") << qsizetype(3) << "beg"_ba;
+    QTest::newRow("the file's own size") << qsizetype(9) << "beginning"_ba;
+    QTest::newRow("more than there is") << qsizetype(10) << "beginning"_ba;
+}
+
+void tst_FileReading::beginning()
+{
+    QFETCH(qsizetype, size);
+    QFETCH(QByteArray, expected);
+    const TemporaryFolder folder;
+    const auto path = folder.path("file");
+    writeFileAt(path, "beginning");
+    QCOMPARE(readBeginning(path, size).value(), expected);
+
+    constexpr off_t terabyte = off_t(1) << 40; // more than any memory holds
+    QCOMPARE(::truncate(path.constData(), terabyte), 0);
+    QCOMPARE(readBeginning(path, size).value(), expected.leftJustified(size, '\0'));
+}
+
 void tst_FileReading::paddingIsBehindTheEnd_data()
 {
     QTest::addColumn<qsizetype>("size");
@@ -166,11 +193,12 @@ void tst_FileReading::unreadable()
     QFETCH(QByteArray, path);
     QFETCH(int, code);
 
-    const auto bytes = readFile(inside(path), limit);
-    QVERIFY(!bytes.isOk());
-    QCOMPARE(bytes.error().domain, u"posix"_s);
-    QCOMPARE(bytes.error().code, code);
-    QVERIFY(!bytes.error().localizedDescription.isEmpty());
+    for (const auto &bytes : {readFile(inside(path), limit), readBeginning(inside(path), limit)}) {
+        QVERIFY(!bytes.isOk());
+        QCOMPARE(bytes.error().domain, u"posix"_s);
+        QCOMPARE(bytes.error().code, code);
+        QVERIFY(!bytes.error().localizedDescription.isEmpty());
+    }
 }
 
 void tst_FileReading::nulDoesNotShortenPath()
@@ -218,6 +246,7 @@ void tst_FileReading::closesWhatItOpened()
         QVERIFY(readFile(folder.path("file"), limit).isOk());
         QVERIFY(!readFile(folder.path("file"), 0).isOk());
         QVERIFY(!readFile(folder.path("pipe"), limit).isOk());
+        QVERIFY(readBeginning(folder.path("file"), 1).isOk());
         QVERIFY(!readFile(folder.path(), limit).isOk());
     }
     QCOMPARE(openFiles(), before);

@@ -16,6 +16,7 @@ class tst_FolderListing : public QObject
 
 private slots:
     void listsVisibleEntriesWithTheirKinds();
+    void listsAllEntriesWithTheirKinds();
     void noEntries_data();
     void noEntries();
     void vanishedFolderHasNoEntries();
@@ -31,16 +32,20 @@ private slots:
 
 namespace {
 
-QMap<QByteArray, Kind> listed(const QByteArray &path)
+QMap<QByteArray, Kind> byName(const std::vector<FolderEntry> &entries)
 {
     QMap<QByteArray, Kind> result;
-    const auto entries = visibleEntries(path);
     for (const auto &entry : entries) {
         if (result.contains(entry.name))
             qFatal("%s is listed twice", entry.name.constData());
         result.insert(entry.name, entry.kind);
     }
     return result;
+}
+
+QMap<QByteArray, Kind> listed(const QByteArray &path)
+{
+    return byName(visibleEntries(path));
 }
 
 /// One of each kind.
@@ -75,6 +80,19 @@ void tst_FolderListing::listsVisibleEntriesWithTheirKinds()
         {"link to link", Kind::Link}, {"link to pipe", Kind::Link}, {"pipe", Kind::Other}};
     QCOMPARE(listed(folder.path()), expected);
     QCOMPARE(listed(folder.path() + '/'), expected);
+}
+
+void tst_FolderListing::listsAllEntriesWithTheirKinds()
+{
+    const TemporaryFolder folder;
+    fill(folder);
+
+    auto expected = listed(folder.path());
+    expected.insert({{".hidden file", Kind::File}, {".hidden folder", Kind::Folder}, {"..two dots", Kind::Folder}});
+    QCOMPARE(byName(allEntries(folder.path())), expected);
+    QCOMPARE(allEntries(folder.path("empty")).size(), 0U);
+    QCOMPARE(allEntries(folder.path("missing")).size(), 0U);
+    QCOMPARE(allEntries(folder.path() + '\0').size(), 0U);
 }
 
 void tst_FolderListing::noEntries_data()

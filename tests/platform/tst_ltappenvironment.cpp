@@ -48,6 +48,7 @@ void tst_LTAppEnvironment::defaults()
     QVERIFY(!environment.applicationSupportFolder().isEmpty());
     QVERIFY(environment.imageNamed(u"plugin"_s).isNull());
     QCOMPARE(environment.logTarget(), nullptr);
+    QCOMPARE(environment.alertPresenter(), nullptr);
     QCOMPARE(environment.scriptExceededTimeLimit(u"a"_s, 10), ScriptTimeLimitDecision::Stop);
 #if defined(__x86_64__)
     QCOMPARE(environment.executableArchitecture(), 0x01000007u);

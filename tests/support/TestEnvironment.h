@@ -33,7 +33,9 @@ public:
     QUrl mainBundleResourcesFolder() const override;
     QUrl applicationSupportFolder() const override;
     QString blocklistEndpoint() const override { return endpoint; }
+    quint32 executableArchitecture() const override { return architecture; }
     LogTarget *logTarget() override { return target; }
+    AlertPresenter *alertPresenter() override { return presenter; }
     void systemLog(const QString &line) override { systemLogLines.append(line); }
     ScriptTimeLimitDecision scriptExceededTimeLimit(const QString &name, double seconds) override;
     UserDefaults &userDefaults() override { return m_defaults; }
@@ -45,6 +47,10 @@ public:
 
     QString version = QStringLiteral("98.3");
     QString endpoint = QStringLiteral("https://blocklist.invalid");
+    /// 64-bit x86.
+    quint32 architecture = 0x01000007;
+    /// Null: nobody shows alerts.
+    AlertPresenter *presenter = nullptr;
     /// Null: nobody takes messages for the user.
     LogTarget *target = nullptr;
     QStringList systemLogLines;

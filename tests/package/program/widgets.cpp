@@ -4,6 +4,7 @@
 #include <manager/KRPluginManager.h>
 #include <platform/Menu.h>
 #include <widgets/MenuMirror.h>
+#include <widgets/MessageBoxAlerts.h>
 
 #include <QApplication>
 #include <QMenu>
@@ -12,6 +13,7 @@
 int main(int argc, char **argv)
 {
     const QApplication application(argc, argv);
+    const MessageBoxAlerts alerts;
     KRPluginManager manager({QUrl::fromLocalFile(QApplication::arguments().at(1) + "/")}, nullptr, nullptr);
     manager.reloadPlugins();
     Menu plugins;
