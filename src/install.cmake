@@ -25,6 +25,7 @@ set(korvan_public_headers
     localization/KorvanPluginManagerLocalization.h
     manager/KRPluginManager.h
     platform/Export.h
+    platform/FileWrapper.h
     platform/JSONText.h
     platform/KRError.h
     platform/KRImageData.h
