@@ -1,27 +1,10 @@
 #include "Commands.h"
 
+#include "PluginLookup.h"
 #include "PluginReport.h"
 #include "PluginSession.h"
-#include "platform/JSONText.h"
-
-#include <QDir>
-#include <QFileInfo>
 
 namespace {
-
-/// An installed plug-in of that identifier, or the bundle at that path; null when there is neither.
-std::shared_ptr<KRPluginBundle> findPlugin(KRPluginManager &manager, const QString &identifierOrPath)
-{
-    if (const auto installed = manager.plugins().value(identifierOrPath))
-        return installed;
-    const auto path = QFileInfo(identifierOrPath).canonicalFilePath();
-    const auto bundle =
-        path.isEmpty() ? nullptr : KRPluginBundle::pluginBundleWithURL(QUrl::fromLocalFile(path + u'/'));
-    if (bundle)
-        bundle->setEnabled(
-            manager.shouldEnablePluginIdentifier(bundle->identifier().value_or(QString()), bundle->version()));
-    return bundle;
-}
 
 QString valueForPeople(const QVariant &value)
 {
@@ -32,7 +15,8 @@ QString valueForPeople(const QVariant &value)
 
 void printForPeople(const OrderedVariantDictionary &description, const KRPluginBundle &bundle, Output &output)
 {
-    const QStringList inTheirOwnForm{QStringLiteral("commands"), QStringLiteral("menuDescription")};
+    const QStringList inTheirOwnForm{
+        QStringLiteral("commands"), QStringLiteral("menuDescription"), QStringLiteral("metadata")};
     constexpr int labelWidth = 22;
     for (const auto &[key, value] : description) {
         const bool isNull = value.typeId() == QMetaType::Nullptr;
@@ -62,6 +46,7 @@ ExitCode showPlugin(const GlobalOptions &options, const InfoOptions &info, Outpu
     auto description = describePlugin(*bundle, session.manager());
     description.insert({QStringLiteral("versionedIdentifier"), bundle->versionedIdentifier()});
     description.insert({QStringLiteral("menuDescription"), bundle->menuDescription()});
+    description.insert({QStringLiteral("metadata"), QVariant::fromValue(bundle->metadata())});
     if (output.isJSON())
         output.document(description);
     else
