@@ -85,6 +85,12 @@ public:
     void setDisableCocoaScriptPreprocessor(bool disable) { m_disableCocoaScriptPreprocessor = disable; }
     /// Null when the manifest names no icon.
     const std::shared_ptr<KRPluginBundleIconInfo> &iconInfo() const { return m_iconInfo; }
+    /// The icon's picture; null without an icon, and when its bytes are no image.
+    QImage icon() const;
+    /// The picture for dialogs: 64 by 64 points, of so many pixels each (1 to 8) as the result's own ratio says. The
+    /// application's picture "img-plugin-thumbnail-alert-112" takes the place of an icon that there is none of; without
+    /// that one too, it is empty.
+    QImage alertIcon(qreal devicePixelRatio = 1) const;
     void setIconInfo(const std::shared_ptr<KRPluginBundleIconInfo> &info) { m_iconInfo = info; }
 
     /// "identifier(version)", with "unknown.plugin" and "000" for what is nil.

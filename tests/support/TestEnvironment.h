@@ -5,6 +5,8 @@
 #include "platform/UserDefaults.h"
 #include "support/VirtualMainQueue.h"
 
+#include <QHash>
+#include <QImage>
 #include <QList>
 #include <QPair>
 #include <QStringList>
@@ -33,6 +35,7 @@ public:
     QUrl mainBundleResourcesFolder() const override;
     QUrl applicationSupportFolder() const override;
     QString blocklistEndpoint() const override { return endpoint; }
+    QImage imageNamed(const QString &name) const override { return images.value(name); }
     LogTarget *logTarget() override { return target; }
     void systemLog(const QString &line) override { systemLogLines.append(line); }
     ScriptTimeLimitDecision scriptExceededTimeLimit(const QString &name, double seconds) override;
@@ -45,6 +48,8 @@ public:
 
     QString version = QStringLiteral("98.3");
     QString endpoint = QStringLiteral("https://blocklist.invalid");
+    /// The application's pictures by their names.
+    QHash<QString, QImage> images;
     /// Null: nobody takes messages for the user.
     LogTarget *target = nullptr;
     QStringList systemLogLines;
