@@ -27,6 +27,7 @@ set(korvan_public_headers
     manager/KRPluginManager.h
     platform/AlertPresenter.h
     platform/Export.h
+    platform/FileWrapper.h
     platform/JSONText.h
     platform/KRError.h
     platform/KRImageData.h

@@ -31,6 +31,7 @@ struct RawOptions
     std::string dumpDocumentFile;
     std::string archive;
     std::string unpackFolder;
+    std::string exportFolder;
     std::string firstVersion;
     std::string secondVersion;
     double waitSeconds = 60;
@@ -103,6 +104,7 @@ public:
         addWatch();
         addPorts();
         addUnpack();
+        addExport();
         addCompareVersions();
         addDemo();
     }
@@ -264,6 +266,20 @@ private:
             });
         unpack->add_option("archive", m_raw.archive, "The archive")->type_name("ZIP")->required();
         unpack->add_option("folder", m_raw.unpackFolder, "Where to unpack it; made when it does not exist")
+            ->type_name("FOLDER")
+            ->required();
+    }
+
+    void addExport()
+    {
+        auto *const exporting =
+            addCommand("export", "Write a plug-in, installed or a bundle folder, as a new one", [this](Output &output) {
+                return exportPlugin(m_globalOptions, {text(m_raw.plugin), text(m_raw.exportFolder)}, output);
+            });
+        exporting->add_option("plugin", m_raw.plugin, "Identifier of a plug-in, or path of a bundle")
+            ->type_name("ID|PATH")
+            ->required();
+        exporting->add_option("folder", m_raw.exportFolder, "The new bundle's folder, which must not exist yet")
             ->type_name("FOLDER")
             ->required();
     }

@@ -1,27 +1,10 @@
 #include "Commands.h"
 
+#include "PluginLookup.h"
 #include "PluginReport.h"
 #include "PluginSession.h"
-#include "platform/JSONText.h"
-
-#include <QDir>
-#include <QFileInfo>
 
 namespace {
-
-/// An installed plug-in of that identifier, or the bundle at that path; null when there is neither.
-std::shared_ptr<KRPluginBundle> findPlugin(KRPluginManager &manager, const QString &identifierOrPath)
-{
-    if (const auto installed = manager.plugins().value(identifierOrPath))
-        return installed;
-    const auto path = QFileInfo(identifierOrPath).canonicalFilePath();
-    const auto bundle =
-        path.isEmpty() ? nullptr : KRPluginBundle::pluginBundleWithURL(QUrl::fromLocalFile(path + u'/'));
-    if (bundle)
-        bundle->setEnabled(
-            manager.shouldEnablePluginIdentifier(bundle->identifier().value_or(QString()), bundle->version()));
-    return bundle;
-}
 
 QString valueForPeople(const QVariant &value)
 {
@@ -44,8 +27,8 @@ void printExecutables(const QVariantMap &executables, Output &output)
 void printForPeople(const OrderedVariantDictionary &description, const KRPluginBundle &bundle,
     const QVariantMap &executables, Output &output)
 {
-    const QStringList inTheirOwnForm{
-        QStringLiteral("commands"), QStringLiteral("menuDescription"), QStringLiteral("executables")};
+    const QStringList inTheirOwnForm{QStringLiteral("commands"), QStringLiteral("menuDescription"),
+        QStringLiteral("metadata"), QStringLiteral("executables")};
     constexpr int labelWidth = 24;
     for (const auto &[key, value] : description) {
         const bool isNull = value.typeId() == QMetaType::Nullptr;
@@ -76,6 +59,7 @@ ExitCode showPlugin(const GlobalOptions &options, const InfoOptions &info, Outpu
     auto description = describePlugin(*bundle, session.manager());
     description.insert({QStringLiteral("versionedIdentifier"), bundle->versionedIdentifier()});
     description.insert({QStringLiteral("menuDescription"), bundle->menuDescription()});
+    description.insert({QStringLiteral("metadata"), QVariant::fromValue(bundle->metadata())});
     const auto executables = executablesOfPlugin(*bundle);
     description.insert({QStringLiteral("executables"), executables});
     description.insert({QStringLiteral("hasUnsupportedBinaries"), bundle->hasUnsupportedBinaries()});

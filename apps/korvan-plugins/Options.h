@@ -76,6 +76,14 @@ struct UnpackOptions
     QString folder;
 };
 
+struct ExportOptions
+{
+    /// Identifier or path.
+    QString plugin;
+    /// The new bundle's own folder.
+    QString folder;
+};
+
 struct CompareVersionsOptions
 {
     QString first;

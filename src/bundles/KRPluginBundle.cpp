@@ -54,16 +54,6 @@ Result<QByteArray> readManifest(const QByteArray &path)
     return text.error().code == EFBIG ? unparsedManifest(path, text.error()) : missingManifest(urlText(path));
 }
 
-/// Puts a command into its plug-in's table; one of the same identifier gives way.
-void addCommand(
-    CommandTable &table, const std::shared_ptr<KRPluginCommand> &command, const std::shared_ptr<KRPluginBundle> &bundle)
-{
-    if (!command)
-        return;
-    command->setPluginBundle(bundle);
-    table[command->identifier().value_or(QString())] = command;
-}
-
 } // namespace
 
 KRPluginBundle::KRPluginBundle(Key, const QByteArray &path)
@@ -117,6 +107,16 @@ std::shared_ptr<KRPluginBundle> KRPluginBundle::initWithPath(const QByteArray &p
     bundle->m_manifestText = text.value();
     bundle->take(std::move(manifest).value(), loading);
     return bundle;
+}
+
+/// Puts a command into its plug-in's table; one of the same identifier gives way.
+void KRPluginBundle::addCommand(
+    CommandTable &table, const std::shared_ptr<KRPluginCommand> &command, const std::shared_ptr<KRPluginBundle> &bundle)
+{
+    if (!command)
+        return;
+    command->setPluginBundle(bundle);
+    table[command->identifier().value_or(QString())] = command;
 }
 
 void KRPluginBundle::makeCommands(std::vector<CommandEntry> &entries, PluginLoading &loading)
@@ -264,6 +264,8 @@ bool KRPluginBundle::isCompatible() const
 
 QUrl KRPluginBundle::urlForResourceNamed(const QString &name) const
 {
+    if (m_path.isEmpty())
+        return {};
     const auto path = resourcePath(m_path, name);
     switch (kindOfTarget(path)) {
     case FolderEntry::Kind::Folder:

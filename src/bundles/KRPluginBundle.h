@@ -5,6 +5,7 @@
 #include "commands/KRPluginCommandBundle.h"
 #include "platform/Export.h"
 #include "platform/LogMessages.h"
+#include "platform/OrderedDictionary.h"
 #include "platform/Snapshot.h"
 
 #include <QByteArray>
@@ -39,6 +40,12 @@ public:
     /// The same for a folder that was found by a walk; messages wait in `loading`. Any thread, as long as one only
     /// holds the bundle.
     static std::shared_ptr<KRPluginBundle> initWithPath(const QByteArray &path, PluginLoading &loading);
+    /// `initWithName:identifier:commands:icon:`. A bundle without a folder: its url() is empty. Author, its e-mail and
+    /// the description are empty texts, the version is "1.0". It becomes the plug-in of the commands, which are in
+    /// order; of two with the same identifier the later one stays. A null image: no icon.
+    static std::shared_ptr<KRPluginBundle> initWithName(const std::optional<QString> &name,
+        const std::optional<QString> &identifier, const std::vector<std::shared_ptr<KRPluginCommand>> &commands,
+        const QImage &icon);
     /// Hands messages that have waited to those who take them.
     static void deliver(const std::vector<LogMessages::Message> &messages);
     ~KRPluginBundle() override;
@@ -80,6 +87,12 @@ public:
     void setDisableCocoaScriptPreprocessor(bool disable) { m_disableCocoaScriptPreprocessor = disable; }
     /// Null when the manifest names no icon.
     const std::shared_ptr<KRPluginBundleIconInfo> &iconInfo() const { return m_iconInfo; }
+    /// The icon's picture; null without an icon, and when its bytes are no image.
+    QImage icon() const;
+    /// The picture for dialogs: 64 by 64 points, of so many pixels each (1 to 8) as the result's own ratio says. The
+    /// application's picture "img-plugin-thumbnail-alert-112" takes the place of an icon that there is none of; without
+    /// that one too, it is empty.
+    QImage alertIcon(qreal devicePixelRatio = 1) const;
     void setIconInfo(const std::shared_ptr<KRPluginBundleIconInfo> &info) { m_iconInfo = info; }
 
     /// "identifier(version)", with "unknown.plugin" and "000" for what is nil.
@@ -99,6 +112,18 @@ public:
     /// the whole folder on every call.
     bool hasUnsupportedBinaries() const;
     QString debugDescription() const;
+
+    /// The bundle as its manifest would say it, keys in the manifest's usual order; what is nil is left out.
+    /// "suppliesData" and "disableCocoaScriptPreprocessor" are left out too, even when they are true; that loss is
+    /// deliberate. "menu" is always there, as menuDescription() makes one.
+    OrderedVariantDictionary metadata() const;
+    /// Writes the bundle as a folder at the URL: the manifest, each command's script under its plain file name, and the
+    /// icon. Of several scripts with the same file name the first one is written, and none in the place of the
+    /// manifest; that is deliberate. Whatever else the bundle was read with is not written.
+    ///
+    /// False when that fails; why is said to the host's log target, or in the system log. Nothing is made then, and
+    /// never anything replaced: it fails where something is at the URL already, and where there is no folder for it.
+    bool writeToURL(const QUrl &url) const;
     /// Hands an error to the host's log target, as the sender "__plugin-loader", or writes it to the system log.
     static void logErrorString(const QString &message);
 
@@ -109,12 +134,14 @@ private:
     { };
 
 public:
-    /// For initWithPath() alone.
+    /// For initWithPath() and initWithName() alone; the latter has no path.
     KRPluginBundle(Key key, const QByteArray &path);
 
 private:
     void take(PluginManifest manifest, PluginLoading &loading);
     void readIcon(const QString &iconPath, LogMessages &messages);
+    static void addCommand(CommandTable &table, const std::shared_ptr<KRPluginCommand> &command,
+        const std::shared_ptr<KRPluginBundle> &bundle);
     void makeCommands(std::vector<CommandEntry> &entries, PluginLoading &loading);
     void fillGaps();
     PluginDetails &details() const;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Export.h"
+#include "platform/FileWrapper.h"
 #include "platform/KRImageData.h"
 
 #include <QImage>
@@ -15,6 +16,9 @@ public:
     /// `initWithPath:imageData:`. Nil bytes: the file could not be read.
     KRPluginBundleIconInfo(const QString &path, const std::optional<QByteArray> &imageData);
 
+    /// `initWithImage:`. The path becomes "icon.png".
+    explicit KRPluginBundleIconInfo(const QImage &image);
+
     /// Relative to Contents/Resources; may go through subfolders.
     const QString &path() const { return m_path; }
     void setPath(const QString &path) { m_path = path; }
@@ -23,6 +27,9 @@ public:
     void setImageWrapper(const std::optional<KRImageData> &wrapper) { m_imageWrapper = wrapper; }
     /// Null without a wrapper, and when its bytes are no image.
     QImage image() const;
+    /// The encoded picture as a file, in a folder for each folder of the path; empty components and "." are left out.
+    /// Nil when there are no bytes, and without a path.
+    std::optional<FileWrapper> fileWrapper() const;
 
 private:
     QString m_path;

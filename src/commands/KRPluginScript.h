@@ -33,6 +33,8 @@ public:
     QString filename() const;
     /// The source; nil after a reload that failed.
     virtual std::optional<QString> script() const;
+    /// script() in UTF-8; of a file, every byte as it stood there. Null where script() is nil.
+    virtual QByteArray scriptBytes() const { return m_source; }
 
     /// Where in script() the author's own text begins.
     virtual SourceOffset sourceOffset() const { return {}; }

@@ -48,6 +48,12 @@ std::optional<QString> KRPluginStandaloneScript::script() const
     return m_wrappedScript;
 }
 
+QByteArray KRPluginStandaloneScript::scriptBytes() const
+{
+    const auto wrapped = script();
+    return wrapped ? wrapped->toUtf8() : QByteArray();
+}
+
 SourceOffset KRPluginStandaloneScript::sourceOffset() const
 {
     return {6, 25};

@@ -15,6 +15,7 @@ public:
 
     /// The wrapped source; nil while there is none. Built once: a later reload changes rawScript(), not this.
     std::optional<QString> script() const override;
+    QByteArray scriptBytes() const override;
     /// The statements as given.
     std::optional<QString> rawScript() const { return rawText(); }
     SourceOffset sourceOffset() const override;

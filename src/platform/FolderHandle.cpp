@@ -14,11 +14,6 @@ constexpr int deepestFolder = 4096;
 
 constexpr int openFlags = O_PATH | O_DIRECTORY | O_CLOEXEC;
 
-bool isSingleName(const QByteArray &name)
-{
-    return !name.isEmpty() && name != "." && name != ".." && !name.contains('/') && !name.contains('\0');
-}
-
 std::optional<KRError> errorIf(int number)
 {
     return number == 0 ? std::nullopt : std::optional(systemError(number));
@@ -30,6 +25,11 @@ bool isSameFolder(const struct stat &first, const struct stat &second)
 }
 
 } // namespace
+
+bool isSingleName(const QByteArray &name)
+{
+    return !name.isEmpty() && name != "." && name != ".." && !name.contains('/') && !name.contains('\0');
+}
 
 FolderHandle::FolderHandle(FileDescriptor descriptor)
     : m_descriptor(std::move(descriptor))

@@ -7,6 +7,9 @@
 
 #include <optional>
 
+/// Whether it names something in a folder, and nothing elsewhere: no slash or zero in it, not empty, not "." or "..".
+bool isSingleName(const QByteArray &name);
+
 /// An open folder. What is done through it happens in that very folder, wherever its path may lead by now.
 ///
 /// Names are single components; each operation refuses one with a slash or a zero in it, an empty one, "." and "..".

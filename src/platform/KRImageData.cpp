@@ -1,5 +1,7 @@
 #include "platform/KRImageData.h"
 
+#include "platform/ImageDecoding.h"
+
 #include <QBuffer>
 #include <QCryptographicHash>
 
@@ -34,6 +36,6 @@ QByteArray KRImageData::sha() const
 QImage KRImageData::image() const
 {
     if (!m_image)
-        m_image = QImage::fromData(*m_data);
+        m_image = decodedImage(*m_data);
     return *m_image;
 }

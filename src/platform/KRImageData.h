@@ -22,7 +22,8 @@ public:
     QByteArray data() const;
     /// The digest of data(): 20 bytes.
     QByteArray sha() const;
-    /// The pixels; a null image when the bytes are no image.
+    /// The pixels; a null image when the bytes are no image, or one of more than 16 million pixels. Of an SVG that is
+    /// small they are more than its points, as the image's device pixel ratio says.
     QImage image() const;
 
 private:

@@ -5,6 +5,8 @@
 #include "platform/UserDefaults.h"
 #include "support/VirtualMainQueue.h"
 
+#include <QHash>
+#include <QImage>
 #include <QList>
 #include <QPair>
 #include <QStringList>
@@ -34,6 +36,7 @@ public:
     QUrl applicationSupportFolder() const override;
     QString blocklistEndpoint() const override { return endpoint; }
     quint32 executableArchitecture() const override { return architecture; }
+    QImage imageNamed(const QString &name) const override { return images.value(name); }
     LogTarget *logTarget() override { return target; }
     AlertPresenter *alertPresenter() override { return presenter; }
     void systemLog(const QString &line) override { systemLogLines.append(line); }
@@ -51,6 +54,8 @@ public:
     quint32 architecture = 0x01000007;
     /// Null: nobody shows alerts.
     AlertPresenter *presenter = nullptr;
+    /// The application's pictures by their names.
+    QHash<QString, QImage> images;
     /// Null: nobody takes messages for the user.
     LogTarget *target = nullptr;
     QStringList systemLogLines;

@@ -3,7 +3,7 @@
 _korvan_plugins() {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} command='' word
     local options='--folder --support-dir --defaults --default --safe-mode --resources --host-version --blocklist-url --json --help --version'
-    local commands='list info menu edit run enable disable state blocklist updates watch listen send unpack compare-versions demo'
+    local commands='list info menu edit run enable disable state blocklist updates watch listen send unpack export compare-versions demo'
 
     for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
         case " $commands " in *" $word "*) command=$word ;; esac
@@ -31,7 +31,7 @@ _korvan_plugins() {
     esac
     if [[ $command == unpack && $current != -* ]]; then
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
-    elif [[ $command == info && $current != -* ]]; then
+    elif [[ ( $command == info || $command == export ) && $current != -* ]]; then
         mapfile -t COMPREPLY < <(compgen -d -- "$current")
     else
         mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")

@@ -1,6 +1,6 @@
 # Completion of korvan-plugins for fish.
 
-set -l commands list info menu edit run enable disable state blocklist updates watch listen send unpack compare-versions demo
+set -l commands list info menu edit run enable disable state blocklist updates watch listen send unpack export compare-versions demo
 complete -c korvan-plugins -l folder -x -a '(__fish_complete_directories)' -d 'A plug-in folder'
 complete -c korvan-plugins -l support-dir -x -a '(__fish_complete_directories)' -d 'The support folder of the application'
 complete -c korvan-plugins -l defaults -r -d "The file of the user's settings"
@@ -28,6 +28,7 @@ complete -c korvan-plugins -f -n $none -a watch -d 'Reload on changes of the plu
 complete -c korvan-plugins -f -n $none -a listen -d 'Show what is sent to a message port'
 complete -c korvan-plugins -f -n $none -a send -d 'Send a text to a message port'
 complete -c korvan-plugins -f -n $none -a unpack -d 'Unpack an archive, with nothing of it outside the folder'
+complete -c korvan-plugins -f -n $none -a export -d 'Write a plug-in as a new bundle'
 complete -c korvan-plugins -f -n $none -a compare-versions -d 'Tell which of two versions is newer'
 complete -c korvan-plugins -f -n $none -a demo -d 'Show the library at work on the example plug-ins'
 
