@@ -1,6 +1,7 @@
 #include "CommandLine.h"
 
 #include "ArgumentTexts.h"
+#include "AuthorArguments.h"
 #include "Commands.h"
 #include "UpdatesArguments.h"
 #include "platform/JSONText.h"
@@ -94,6 +95,7 @@ public:
         addWatch();
         addPorts();
         addUnpack();
+        m_author.addTo(m_app, std::bind_front(&Program::addCommandTo, this), m_globalOptions);
         addCompareVersions();
         addDemo();
     }
@@ -311,6 +313,7 @@ private:
     GlobalOptions m_globalOptions;
     RunOptions m_runOptions;
     UpdatesArguments m_updates;
+    AuthorArguments m_author;
     CLI::App *m_run = nullptr;
     std::function<ExitCode(Output &)> m_command;
 };

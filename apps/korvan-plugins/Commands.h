@@ -23,5 +23,6 @@ ExitCode watchPlugins(const GlobalOptions &options, Output &output);
 ExitCode listenOnPort(const PortOptions &port, Output &output);
 ExitCode sendToPort(const PortOptions &port, Output &output);
 ExitCode unpackArchive(const UnpackOptions &unpack, Output &output);
+ExitCode validatePlugins(const ValidateOptions &validate, Output &output);
 ExitCode compareVersions(const CompareVersionsOptions &versions, Output &output);
 ExitCode showDemo(const GlobalOptions &options, Output &output);

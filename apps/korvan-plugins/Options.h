@@ -76,6 +76,11 @@ struct UnpackOptions
     QString folder;
 };
 
+struct ValidateOptions
+{
+    QStringList paths;
+};
+
 struct CompareVersionsOptions
 {
     QString first;
