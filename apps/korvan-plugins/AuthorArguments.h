@@ -19,7 +19,20 @@ public:
     void addTo(CLI::App &app, const AddCommand &addCommand, const GlobalOptions &options);
 
 private:
+    void addCreate(CLI::App &app, const AddCommand &addCommand, const GlobalOptions &options);
     void addValidate(CLI::App &app, const AddCommand &addCommand);
+    void addPack(CLI::App &app, const AddCommand &addCommand, const GlobalOptions &options);
+    CreateOptions createOptions() const;
+    PackOptions packOptions() const;
 
+    CLI::App *m_create = nullptr;
+    CLI::App *m_pack = nullptr;
+    std::string m_name;
+    std::string m_identifier;
+    std::string m_template = "command";
     std::vector<std::string> m_paths;
+    std::string m_path;
+    std::string m_archive;
+    std::string m_feed;
+    std::string m_url;
 };
