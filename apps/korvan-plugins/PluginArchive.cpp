@@ -51,10 +51,12 @@ public:
     std::optional<KRError> pack(const QString &path)
     {
         const QFileInfo item(m_folder + u'/' + path);
+        if ((m_root + path).contains(u".."))
+            return refusal(path, "has two dots in a row in its name, which hosts do not unpack");
         if (item.isSymLink())
             return packLink(path);
         if (item.isDir())
-            return packFolder(path);
+            return item.isReadable() ? std::nullopt : std::optional(refusal(path, "cannot be read"));
         if (item.isFile())
             return packFile(path, item.permission(QFile::ExeOwner));
         return refusal(path, "is neither a file nor a folder");
@@ -81,18 +83,6 @@ private:
         auto *const source =
             zip_source_buffer(m_archive, m_linkTargets.back().constData(), zip_uint64_t(target.size()), 0);
         return add(path, source, S_IFLNK | 0777);
-    }
-
-    /// Others come with what is in them.
-    std::optional<KRError> packFolder(const QString &path)
-    {
-        const QDir folder(m_folder + u'/' + path);
-        if (!folder.isReadable())
-            return refusal(path, "cannot be read");
-        if (!folder.isEmpty(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot))
-            return std::nullopt;
-        const auto name = (m_root + path).toUtf8();
-        return finish(zip_dir_add(m_archive, name.constData(), ZIP_FL_ENC_UTF_8), S_IFDIR | 0755);
     }
 
     std::optional<KRError> packFile(const QString &path, bool canBeRun)

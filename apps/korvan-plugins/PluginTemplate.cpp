@@ -46,7 +46,9 @@ std::optional<QString> folderNameForPlugin(const QString &name)
     for (const auto character : name) {
         const bool isUsable = character != u'/' && character != u'\\' && character.unicode() >= u' '
             && !(character.unicode() >= 0x7f && character.unicode() < 0xa0);
-        folder += isUsable ? character : QChar(u'-');
+        const bool isSecondDot = character == u'.' && folder.endsWith(u'.'); // hosts do not unpack names with two
+        if (!isSecondDot)
+            folder += isUsable ? character : QChar(u'-');
     }
     while (folder.startsWith(u'.') || folder.startsWith(u' '))
         folder.remove(0, 1);

@@ -17,7 +17,8 @@ struct NewPlugin
     QString templateName;
 };
 
-/// The name of the folder for a plug-in of that name, whatever stands in it: one path component, not hidden. Nil when
+/// The name of the folder for a plug-in of that name, whatever stands in it: one path component, not hidden, that hosts
+/// unpack. Nil when
 /// nothing of the name is left.
 std::optional<QString> folderNameForPlugin(const QString &name);
 

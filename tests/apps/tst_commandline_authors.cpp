@@ -106,7 +106,7 @@ void tst_CommandLine_Authors::names_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("folder");
     QTest::addColumn<QString>("identifier");
-    QTest::newRow("slashes and dots") << u"../../a/b.c"_s << u"-..-a-b.c"_s << u"com.example.a-b-c"_s;
+    QTest::newRow("slashes and dots") << u"../../a/b.c"_s << u"-.-a-b.c"_s << u"com.example.a-b-c"_s;
     QTest::newRow("hidden") << u".hidden"_s << u"hidden"_s << u"com.example.hidden"_s;
     QTest::newRow("with the extension") << u"Tidy.korvanplugin"_s << u"Tidy"_s << u"com.example.tidy"_s;
     QTest::newRow("quotation marks and braces")
@@ -207,12 +207,13 @@ void tst_CommandLine_Authors::linksAndPermissions()
     const QDir unpacked(path(u"out/a.korvanplugin/Contents"_s));
     QCOMPARE(contentOf(unpacked.filePath(u"Resources/link"_s)), contentOf(unpacked.filePath(u"Korvan/script.js"_s)));
     QVERIFY(QFileInfo(unpacked.filePath(u"Resources/link"_s)).isSymLink());
-    QVERIFY(QFileInfo(unpacked.filePath(u"Resources/empty"_s)).isDir());
+    QVERIFY(!QFileInfo::exists(unpacked.filePath(u"Resources/empty"_s)));
+    QCOMPARE(runHere({u"validate"_s, u"out/a.korvanplugin"_s}).exitCode, 0);
 }
 
 void tst_CommandLine_Authors::notPacked_data()
 {
-    QTest::addColumn<QByteArray>("link");
+    QTest::addColumn<QByteArray>("link"); // none: a pipe
     QTest::addColumn<QString>("message");
     const auto outside = u"\"Contents/link\" cannot be packed: it is a link that leads out of the plug-in."_s;
     QTest::newRow("a link that leads out") << "../../b"_ba << outside;
@@ -288,6 +289,7 @@ void tst_CommandLine_Authors::wrongUsage_data()
         << QStringList{u"pack"_s, bundle, u"--feed"_s, u"a.txt"_s, u"--url"_s, u"x"_s} << 2;
     QTest::newRow("no plug-in") << QStringList{u"pack"_s, u"plugins"_s} << 1;
     QTest::newRow("nothing there") << QStringList{u"pack"_s, u"gone"_s} << 1;
+    QTest::newRow("a name that hosts do not unpack") << QStringList{u"pack"_s, u"a..b.korvanplugin"_s} << 1;
     QTest::newRow("into itself") << QStringList{u"pack"_s, bundle, u"--output"_s, bundle + u"/a.zip"_s} << 1;
     QTest::newRow("no such folder") << QStringList{u"pack"_s, bundle, u"--output"_s, u"no/a.zip"_s} << 1;
 }
@@ -296,6 +298,7 @@ void tst_CommandLine_Authors::wrongUsage()
 {
     QFETCH(QStringList, arguments);
     plugin(u"a"_s, "{}");
+    writeFile(path(u"a..b.korvanplugin/Contents/Korvan/manifest.json"_s), "{}");
     const auto finished = runHere(arguments);
     QTEST(finished.exitCode, "exitCode");
     QCOMPARE(finished.json().contains(u"error"_s), finished.exitCode == 1);

@@ -41,7 +41,8 @@ private:
         QStringList reports;
         for (const auto &element : document[u"problems"_s].toArray()) {
             const auto problem = element.toObject();
-            const auto file = QDir(path + u"/Contents/Korvan"_s).relativeFilePath(problem[u"file"_s].toString());
+            const auto file =
+                QDir::cleanPath(QDir(path + u"/Contents/Korvan"_s).relativeFilePath(problem[u"file"_s].toString()));
             const auto place =
                 u"%1:%2:%3"_s.arg(file).arg(problem[u"line"_s].toInt()).arg(problem[u"column"_s].toInt());
             const auto key = problem[u"key"_s].toString();
@@ -129,13 +130,13 @@ void tst_CommandLine_Validate::schema_data()
     row("a command without a script", R"({"commands": [{"name": "a"}]})",
         u"error manifest.json:1:15 commands[0].script: “script” is missing."_s);
     row("an unknown key of a command", R"({"commands": [{"script": "script.js", "shortcuts": "cmd k"}]})",
-        u"warning manifest.json:1:40 commands[0].shortcuts: “shortcuts” means nothing here. Do you mean “shortcut”?"_s);
+        u"warning manifest.json:1:39 commands[0].shortcuts: “shortcuts” means nothing here. Do you mean “shortcut”?"_s);
     row("another scope", R"({"commands": [{"script": "script.js", "scope": "Application"}]})",
-        u"error manifest.json:1:49 commands[0].scope: “Application” is none of: document, application."_s);
+        u"error manifest.json:1:48 commands[0].scope: “Application” is none of: document, application."_s);
     row("a handler that is no name", R"({"commands": [{"script": "script.js", "handlers": {"run": "onRun", "x": 1}}]})",
-        u"error manifest.json:1:74 commands[0].handlers.x: Expected a string, but found a number."_s);
+        u"error manifest.json:1:73 commands[0].handlers.x: Expected a string, but found a number."_s);
     row("handlers that are no object", R"({"commands": [{"script": "script.js", "handlers": "onRun"}]})",
-        u"error manifest.json:1:52 commands[0].handlers: Expected an object, but found a string."_s);
+        u"error manifest.json:1:51 commands[0].handlers: Expected an object, but found a string."_s);
     row("isRoot in a nested menu", R"({"menu": {"items": [{"isRoot": true}]}})",
         u"warning manifest.json:1:22 menu.items[0].isRoot: “isRoot” means nothing here."_s);
     row("a number in a menu", R"({"menu": {"items": [{"items": [1]}]}})",
