@@ -55,11 +55,13 @@ set(korvan_public_headers
     platform/script/COPrintController.h
     platform/script/COScript.h
     platform/script/ScriptCall.h
+    platform/script/ScriptChecker.h
     platform/script/ScriptClass.h
     platform/script/ScriptCoreModules.h
     platform/script/ScriptDictionary.h
     platform/script/ScriptException.h
     platform/script/ScriptObject.h
+    platform/script/ScriptOutline.h
     platform/script/ScriptValue.h
     platform/script/SourceOffset.h
     platform/script/ValueText.h

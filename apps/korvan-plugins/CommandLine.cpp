@@ -1,6 +1,7 @@
 #include "CommandLine.h"
 
 #include "ArgumentTexts.h"
+#include "AuthorArguments.h"
 #include "Commands.h"
 #include "UpdatesArguments.h"
 #include "platform/JSONText.h"
@@ -105,6 +106,7 @@ public:
         addPorts();
         addUnpack();
         addExport();
+        m_author.addTo(m_app, std::bind_front(&Program::addCommandTo, this), m_globalOptions);
         addCompareVersions();
         addDemo();
     }
@@ -337,6 +339,7 @@ private:
     GlobalOptions m_globalOptions;
     RunOptions m_runOptions;
     UpdatesArguments m_updates;
+    AuthorArguments m_author;
     CLI::App *m_run = nullptr;
     std::function<ExitCode(Output &)> m_command;
 };

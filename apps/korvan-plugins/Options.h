@@ -84,6 +84,29 @@ struct ExportOptions
     QString folder;
 };
 
+struct CreateOptions
+{
+    QString name;
+    /// Nil: one that is made from the name.
+    std::optional<QString> identifier;
+    QString templateName;
+};
+
+struct ValidateOptions
+{
+    QStringList paths;
+};
+
+struct PackOptions
+{
+    QString path;
+    /// Nil: named after the plug-in and its version, in the current folder.
+    std::optional<QString> archive;
+    std::optional<QString> feed;
+    /// Of the archive, or of its folder when it ends in "/".
+    QString url;
+};
+
 struct CompareVersionsOptions
 {
     QString first;

@@ -7,6 +7,11 @@
 
 #include <optional>
 
-/// Packs a folder, itself included, into a zip archive at `archive`, which is replaced. The same files always give the
-/// same bytes: entries are in the order of their paths, without times or owners. Nil when it is done.
+/// Packs a folder, itself included, into a zip archive at `archive`, which is replaced as a whole or not at all. The
+/// same files always give the same bytes: entries are in the order of their paths, without times or owners, and of
+/// their permissions only whether they can be run is kept.
+///
+/// Links that stay in the folder are packed as links. A link that leads out of it, and what is neither file nor folder
+/// nor link, is an error: nobody else could use them. So is a name that hosts do not unpack. Empty folders are left
+/// out, as hosts leave them out. Nil when it is done.
 std::optional<KRError> packFolder(const QString &folder, const QString &archive);

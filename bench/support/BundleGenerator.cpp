@@ -62,7 +62,7 @@ private:
                   "name.slice(0, 20); }\n"
                   "    return name;\n}\n";
         }
-        return source + "function onRun(context) { return helper0({name: 'a'}, 1); }\n";
+        return source + "function onRun(context) { return helper0({name: 'a'}, 1); }\nfunction onSelection() { }\n";
     }
 
     QJsonObject command(int index, int scriptCount)

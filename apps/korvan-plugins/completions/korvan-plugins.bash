@@ -3,7 +3,7 @@
 _korvan_plugins() {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} command='' word
     local options='--folder --support-dir --defaults --default --safe-mode --resources --host-version --blocklist-url --json --help --version'
-    local commands='list info menu edit run enable disable state blocklist updates watch listen send unpack export compare-versions demo'
+    local commands='list info menu edit run enable disable state blocklist updates watch listen send unpack export create validate pack compare-versions demo'
 
     for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
         case " $commands " in *" $word "*) command=$word ;; esac
@@ -13,7 +13,7 @@ _korvan_plugins() {
         mapfile -t COMPREPLY < <(compgen -d -- "$current")
         return
         ;;
-    --defaults | --standalone | --document | --dump-document)
+    --defaults | --standalone | --document | --dump-document | --output | --feed)
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
         return
         ;;
@@ -21,17 +21,23 @@ _korvan_plugins() {
         mapfile -t COMPREPLY < <(compgen -W 'latest compatible' -- "$current")
         return
         ;;
-    --default | --host-version | --blocklist-url | --handler | --context | --wait) return ;;
+    --template)
+        mapfile -t COMPREPLY < <(compgen -W 'command long-running data-supplier' -- "$current")
+        return
+        ;;
+    --identifier | --url | --default | --host-version | --blocklist-url | --handler | --context | --wait) return ;;
     esac
     case $command in
     run) options+=' --standalone --handler --document --context --wait --dump-document' ;;
+    create) options+=' --identifier --template' ;;
+    pack) options+=' --output --feed --url' ;;
     blocklist) options+=' show update' ;;
     updates) options+=' check download install clear --all' ;;
     '') options+=" $commands" ;;
     esac
     if [[ $command == unpack && $current != -* ]]; then
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
-    elif [[ ( $command == info || $command == export ) && $current != -* ]]; then
+    elif [[ ( $command == info || $command == export || $command == validate || $command == pack ) && $current != -* ]]; then
         mapfile -t COMPREPLY < <(compgen -d -- "$current")
     else
         mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "validation/CommandFacts.h"
+
+// What a manifest's schema cannot say. Each rule reports what breaks it to the manifest.
+
+/// Numbers that are read as another version than they show, and bounds that no version lies between.
+void checkVersions(Manifest &manifest);
+/// Homepage and update feed have to be web addresses that hosts open.
+void checkURLs(Manifest &manifest);
+/// The icon has to be a file of the bundle.
+void checkIcon(Manifest &manifest);
+/// Identifiers that come twice, handlers that nothing can run.
+void checkCommands(Manifest &manifest, const QList<CommandFacts> &commands);
+/// Shortcuts that two commands share, or that mean another key than it seems.
+void checkShortcuts(Manifest &manifest, const QList<CommandFacts> &commands);
+/// Entries of the menu that name no command, or one that cannot be run.
+void checkMenu(Manifest &manifest, const QList<CommandFacts> &commands);

@@ -1,0 +1,22 @@
+// A timer keeps the command running after its handler has returned. The handlers "stop" and "Shutdown" run in the same
+// session, and find the timer here.
+let timer;
+
+function start(context) {
+    let rounds = context.rounds ?? 3;
+    timer = setInterval(() => {
+        console.log(`${rounds} to go`);
+        rounds -= 1;
+        if (rounds === 0)
+            stop();
+    }, context.pause ?? 100);
+}
+
+function stop() {
+    clearInterval(timer);
+}
+
+// Called when nothing is left to wait for.
+function sayGoodbye() {
+    console.log('Done');
+}
