@@ -11,7 +11,8 @@ target_compile_definitions(korvan_compiler_settings INTERFACE
 
 if(KORVAN_SANITIZE)
     target_compile_options(korvan_compiler_settings INTERFACE
-        -fsanitize=${KORVAN_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+        -fsanitize=${KORVAN_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all
+        $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>) # of what the instrumentation itself has put between
     target_link_options(korvan_compiler_settings INTERFACE -fsanitize=${KORVAN_SANITIZE})
 endif()
 
