@@ -287,6 +287,7 @@ void tst_KRPluginUpdaterImplementation::updaterThatEndsMeanwhile()
             queue.async([] {}); // ask again: the check lets go of its handlers at its very end
         return watched.use_count() == 1;
     });
+    queue.runQueued();
     QCOMPARE(events, QStringList{u"a: nil"_s});
     if (batch)
         batch->cancelAllTasksAndWait();
