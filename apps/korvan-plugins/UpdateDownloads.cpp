@@ -47,17 +47,20 @@ private:
 
 QMap<QString, FeedResult> checkFeeds(PluginSession &session, const Output &output)
 {
-    QMap<QString, FeedResult> results; // filled on the network thread, read once all of it has been
+    std::mutex mutex;
+    QMap<QString, FeedResult> results;
     qsizetype feeds = 0;
     for (const auto &plugin : session.manager().plugins())
         feeds += plugin->updatingInfoURL().isEmpty() ? 0 : 1;
     ProgressBar bar(displayFor(output));
     const auto handler = [&](const std::optional<KRError> &error, const std::shared_ptr<KRPluginBundle> &plugin,
                              const std::optional<QString> &latest) {
+        const std::lock_guard lock(mutex); // this comes on the network thread
         results.insert(plugin->identifier().value_or(QString()), {latest, error});
         bar.show(QStringLiteral("%1 of %2 feeds").arg(results.size()).arg(feeds), results.size(), feeds);
     };
     waitUntilCalled([&](const auto &done) { session.manager().checkForPluginUpdatesWithHandler(handler, done); });
+    const std::lock_guard lock(mutex);
     return results;
 }
 
