@@ -1,12 +1,13 @@
 #pragma once
 
+#include "support/servers/ChildProcess.h"
+
 #include <QByteArray>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -47,20 +48,26 @@ protected:
     /// With its output in a file, if one is named.
     Finished run(const QStringList &arguments, const QString &outputFile = {}) const
     {
-        QProcess process;
-        if (!outputFile.isEmpty())
-            process.setStandardOutputFile(outputFile);
-        auto environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("HOME"), m_folder->path());
-        environment.insert(QStringLiteral("XDG_DATA_HOME"), m_folder->filePath(QStringLiteral("data")));
-        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), m_folder->filePath(QStringLiteral("config")));
-        process.setProcessEnvironment(environment);
-        process.setWorkingDirectory(m_folder->path());
-        process.start(QStringLiteral(KORVAN_PLUGINS_PROGRAM), arguments);
-        if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit)
-            return {};
-        return {process.exitCode(), process.readAllStandardOutput(),
-            QString::fromUtf8(process.readAllStandardError()).split(u'\n', Qt::SkipEmptyParts)};
+        const QTemporaryDir outputs;
+        const auto variable = [](const char *name, const QString &path) {
+            return QByteArray(name) + '=' + QFile::encodeName(path);
+        };
+        ChildProcess process({QStringLiteral(KORVAN_PLUGINS_PROGRAM), arguments, m_folder->path(),
+            outputFile.isEmpty() ? outputs.filePath(QStringLiteral("output")) : outputFile,
+            {variable("HOME", m_folder->path()), variable("XDG_DATA_HOME", m_folder->filePath(QStringLiteral("data"))),
+                variable("XDG_CONFIG_HOME", m_folder->filePath(QStringLiteral("config")))},
+            outputs.filePath(QStringLiteral("errors"))});
+        process.closeInput();
+        const int exitCode = process.waitForEnd();
+        const auto errors = QString::fromUtf8(contentOf(outputs.filePath(QStringLiteral("errors"))));
+        return {
+            exitCode, contentOf(outputs.filePath(QStringLiteral("output"))), errors.split(u'\n', Qt::SkipEmptyParts)};
+    }
+
+    static QByteArray contentOf(const QString &path)
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
     /// A plug-in in the folder "plugins", with one script "script.js".

@@ -47,6 +47,7 @@ ChildProcess::ChildProcess(const Setup &setup)
     const std::vector<char *> environment = pointers(environmentTexts);
     const QByteArray folder = QFile::encodeName(setup.folder);
     const QByteArray outputFile = QFile::encodeName(setup.outputFile);
+    const QByteArray errorFile = setup.errorFile.isEmpty() ? outputFile : QFile::encodeName(setup.errorFile);
     int input[2];
     if (pipe2(input, O_CLOEXEC) != 0)
         qFatal("No pipe for %s.", arguments.front());
@@ -54,8 +55,10 @@ ChildProcess::ChildProcess(const Setup &setup)
     m_id = fork();
     if (m_id == 0) { // nothing but bare system calls: other threads may have held locks
         prctl(PR_SET_PDEATHSIG, SIGTERM);
-        const int output = open(outputFile.constData(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
-        if (dup2(input[0], 0) == 0 && dup2(output, 1) == 1 && dup2(output, 2) == 2 && chdir(folder.constData()) == 0)
+        constexpr int flags = O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC;
+        const int output = open(outputFile.constData(), flags, 0600);
+        const int errors = open(errorFile.constData(), flags, 0600);
+        if (dup2(input[0], 0) == 0 && dup2(output, 1) == 1 && dup2(errors, 2) == 2 && chdir(folder.constData()) == 0)
             execve(arguments.front(), arguments.data(), environment.data());
         _exit(127);
     }

@@ -24,6 +24,8 @@ public:
         QString outputFile;
         /// "NAME=value", besides what this program has.
         QList<QByteArray> environment;
+        /// The file that takes the errors alone, where one is named.
+        QString errorFile = {};
     };
 
     explicit ChildProcess(const Setup &setup);
