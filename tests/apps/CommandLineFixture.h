@@ -59,12 +59,12 @@ protected:
             outputs.filePath(QStringLiteral("errors"))});
         process.closeInput();
         const int exitCode = process.waitForEnd();
-        const auto errors = QString::fromUtf8(contentOf(outputs.filePath(QStringLiteral("errors"))));
+        const auto errors = QString::fromUtf8(fileContent(outputs.filePath(QStringLiteral("errors"))));
         return {
-            exitCode, contentOf(outputs.filePath(QStringLiteral("output"))), errors.split(u'\n', Qt::SkipEmptyParts)};
+            exitCode, fileContent(outputs.filePath(QStringLiteral("output"))), errors.split(u'\n', Qt::SkipEmptyParts)};
     }
 
-    static QByteArray contentOf(const QString &path)
+    static QByteArray fileContent(const QString &path)
     {
         QFile file(path);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
