@@ -160,7 +160,7 @@ void tst_CommandLine_Updates::appcastWithAJSONSibling()
     pluginWithFeed(u"com.x.rss"_s, url(u"only.rss"_s));
     serve(u"only.rss"_s, R"(<rss xmlns:s="http://www.andymatuschak.org/xml-namespaces/sparkle"><channel><item>
         <enclosure url="a.zip" s:version="2.5"/></item></channel></rss>)");
-    const auto feeds = updatesJSON({u"check"_s}).json()[u"feeds"_s];
+    const QJsonValue feeds = updatesJSON({u"check"_s}).json()[u"feeds"_s];
     QCOMPARE(textsOf(feeds, u"latest"_s), (QStringList{u"3.0"_s, u"2.5"_s}));
 }
 

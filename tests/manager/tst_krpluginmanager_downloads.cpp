@@ -96,7 +96,7 @@ void tst_KRPluginManager_Downloads::errorsOfABatchAreNilForASlowMainThread()
     m_manager->downloadPluginUpdates({}, [&](const std::optional<QList<KRError>> &errors) {
         hasEnded = true;
         isNil = !errors;
-        QCOMPARE(QThread::currentThread(), qApp->thread());
+        QCOMPARE(QThread::currentThread(), QCoreApplication::instance()->thread());
     });
     settle();
     settle(); // the end of a batch is a call of its own

@@ -88,7 +88,7 @@ void tst_KRPluginManager_Installing::downloadAndInstall()
     bool wasAtOnce = true;
     m_manager->downloadAndInstallPluginWithIdentifier(u"a"_s, u"2.0"_s, [&](const std::optional<KRError> &error) {
         errorHandler()(error);
-        wasAtOnce = QThread::currentThread() == qApp->thread();
+        wasAtOnce = QThread::currentThread() == QCoreApplication::instance()->thread();
     });
     waitFor(u"done"_s);
     settle();
