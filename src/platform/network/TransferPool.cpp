@@ -56,12 +56,17 @@ void TransferPool::advance()
     startWaiting(); // so that wait() waits for them too
 }
 
-/// What servers sent while this thread was in receivers has waited to be read: that was nobody's silence.
+/// What servers sent while this thread was in receivers has waited to be read: that was nobody's silence. Little time is
+/// gathered until it is worth the walk over all transfers.
 void TransferPool::excuseBusyTime()
 {
-    const auto busy = StallWatch::Clock::now() - m_lastReading - m_waited;
+    constexpr std::chrono::milliseconds worthExcusing(20);
+    m_busy += StallWatch::Clock::now() - m_lastReading - m_waited;
+    if (m_busy < worthExcusing)
+        return;
     for (const auto &[handle, id] : m_running)
-        m_transfers.at(id)->postponeStall(busy);
+        m_transfers.at(id)->postponeStall(m_busy);
+    m_busy = {};
 }
 
 void TransferPool::startWaiting()

@@ -60,4 +60,6 @@ private:
     StallWatch::Clock::time_point m_lastReading = StallWatch::Clock::now();
     /// How long wait() has waited since then.
     StallWatch::Clock::duration m_waited{};
+    /// Busy time that no transfer was excused for yet.
+    StallWatch::Clock::duration m_busy{};
 };
