@@ -4,8 +4,9 @@
 #include "platform/network/URLError.h"
 #include "updates/UpdatingInfoError.h"
 
-#include <QThread>
 #include <QtTest>
+
+#include <thread>
 
 using namespace Qt::StringLiterals;
 
@@ -104,14 +105,11 @@ void tst_KorvanPluginManagerTranslator::textsForAllThreads()
     const auto translator = KorvanPluginManagerTranslator(QLocale(u"de"_s));
     QVERIFY(translator && QCoreApplication::installTranslator(translator.get()));
     QString text;
-    std::unique_ptr<QTranslator> another;
-    const std::unique_ptr<QThread> thread(QThread::create([&] {
+    std::thread([&text] {
         text = KorvanPluginManagerLocalizedString(u"untitled"_s);
-        another = KorvanPluginManagerTranslator(QLocale(u"fr"_s));
-        another.reset();
-    }));
-    thread->start();
-    QVERIFY(thread->wait());
+        const auto another = KorvanPluginManagerTranslator(QLocale(u"fr"_s));
+        QCOMPARE(another->translate("Localizable", "untitled"), u"sans titre"_s);
+    }).join();
     QCOMPARE(text, u"Ohne Titel"_s);
 }
 
