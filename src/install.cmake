@@ -24,6 +24,7 @@ set(korvan_public_headers
     commands/KRPluginStandaloneScript.h
     commands/UserInfoOwner.h
     localization/KorvanPluginManagerLocalization.h
+    localization/KorvanPluginManagerTranslator.h
     manager/KRPluginManager.h
     platform/AlertPresenter.h
     platform/Export.h

@@ -4,9 +4,12 @@
 #include "AuthorArguments.h"
 #include "Commands.h"
 #include "UpdatesArguments.h"
+#include "UsersLanguage.h"
 #include "platform/JSONText.h"
 
 #include <CLI/CLI.hpp>
+
+#include <QCoreApplication>
 
 namespace {
 
@@ -121,6 +124,9 @@ public:
         } catch (const CLI::ParseError &error) {
             return m_app.exit(error) == 0 ? ExitCode::Done : ExitCode::WrongUsage;
         }
+        const auto texts = m_raw.json ? nullptr : translatorOfUsersLanguage(); // programs read the same for every user
+        if (texts)
+            QCoreApplication::installTranslator(texts.get());
         Output output(m_raw.json ? Output::Format::JSON : Output::Format::Text);
         return m_command(output);
     }

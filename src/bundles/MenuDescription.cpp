@@ -1,6 +1,6 @@
 #include "bundles/MenuDescription.h"
 
-#include "localization/KorvanPluginManagerLocalization.h"
+#include "localization/Localizable.h"
 
 QVariantMap defaultMenuDescription(const std::optional<QString> &pluginName, const CommandTable &commands)
 {
@@ -18,6 +18,5 @@ QVariantMap defaultMenuDescription(const std::optional<QString> &pluginName, con
 
 QString untitledScriptTitle()
 {
-    return KorvanPluginManagerLocalizedStringFromTable(
-        QStringLiteral("untitled script"), QStringLiteral("Localizable"));
+    return Localizable::tr("untitled script");
 }

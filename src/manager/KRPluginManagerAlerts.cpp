@@ -1,7 +1,7 @@
 // What the user is told about plug-ins in an alert.
 
 #include "bundles/KRPluginBundle.h"
-#include "localization/KorvanPluginManagerLocalization.h"
+#include "localization/Localizable.h"
 #include "manager/KRPluginManager.h"
 #include "platform/AlertPresenter.h"
 #include "platform/LTAppEnvironment.h"
@@ -11,9 +11,10 @@ namespace {
 
 QString unsupportedPluginText(const KRPluginBundle &bundle)
 {
-    auto text = KorvanPluginManagerLocalizedString(QStringLiteral(
+    //: The message of an alert, %@ is the name of a plug-in.
+    auto text = Localizable::tr(
         "The extension “%@” is not compatible with your computer’s CPU architecture. Please contact this "
-        "extension’s developer directly for assistance."));
+        "extension’s developer directly for assistance.");
     return text.replace(QStringLiteral("%@"), textOrNull(bundle.name()));
 }
 
@@ -23,6 +24,6 @@ void KRPluginManager::alertAboutUnsupportedPluginBundle(const std::shared_ptr<KR
 {
     if (!bundle || !bundle->hasUnsupportedBinaries())
         return;
-    LTAppEnvironment::current().runModalAlert({AlertStyle::Critical,
-        KorvanPluginManagerLocalizedString(QStringLiteral("Unsupported plug-in")), unsupportedPluginText(*bundle)});
+    LTAppEnvironment::current().runModalAlert(
+        {AlertStyle::Critical, Localizable::tr("Unsupported plug-in"), unsupportedPluginText(*bundle)});
 }

@@ -1,6 +1,6 @@
 #include "manager/PluginsMenu.h"
 
-#include "localization/KorvanPluginManagerLocalization.h"
+#include "localization/Localizable.h"
 #include "manager/MenuSorting.h"
 #include "platform/Menu.h"
 
@@ -34,7 +34,7 @@ bool isRoot(const QVariantMap &description)
 
 QString untitled()
 {
-    return KorvanPluginManagerLocalizedStringFromTable(QStringLiteral("untitled"), QStringLiteral("Localizable"));
+    return Localizable::tr("untitled");
 }
 
 /// The submenu of the item of that title, which is added unless there is one; null when that item has no submenu.

@@ -1,6 +1,6 @@
 #include "updates/ArchiveExtraction.h"
 
-#include "localization/KorvanPluginManagerLocalization.h"
+#include "localization/Localizable.h"
 #include "platform/ContainedFolder.h"
 #include "platform/FileReading.h"
 #include "platform/FileURL.h"
@@ -12,10 +12,10 @@
 
 namespace {
 
-/// False, with the localized text as error.
+/// False, with the text as error.
 bool fail(KRError *error, const QString &text)
 {
-    makeDecompressError(error, KorvanPluginManagerLocalizedString(text));
+    makeDecompressError(error, text);
     return false;
 }
 
@@ -57,7 +57,7 @@ private:
     {
         const auto target = m_reader.rawDataAtIndex(m_index);
         if (!target)
-            return fail(error, QStringLiteral("Decompressing zip file failed."));
+            return fail(error, Localizable::tr("Decompressing zip file failed."));
         // Deliberate: neither is it checked where the link leads, nor an error that it cannot be made.
         m_folder.makeLink(m_name, *target);
         return true;
@@ -70,13 +70,13 @@ private:
             const int reason = created.error().code;
             return fail(error,
                 reason == EMFILE || reason == ENFILE
-                    ? QStringLiteral("Could not create file handle for writing decompressed data to.")
-                    : QStringLiteral("Could not create file to decompress to."));
+                    ? Localizable::tr("Could not create file handle for writing decompressed data to.")
+                    : Localizable::tr("Could not create file to decompress to."));
         }
         auto file = std::move(created).value();
         const auto data = m_reader.rawDataAtIndex(m_index);
         if (!data || !writeWhole(file.get(), *data) || !file.close()) // a full disk may show only now
-            return fail(error, QStringLiteral("Decompressing zip file failed."));
+            return fail(error, Localizable::tr("Decompressing zip file failed."));
         return true;
     }
 
@@ -99,7 +99,7 @@ public:
     {
         const auto &path = m_reader.contents().at(index);
         if (path.contains(QStringLiteral(".."))) // deliberately also inside a name
-            return fail(error, QStringLiteral("Invalid file path within zip archive."));
+            return fail(error, Localizable::tr("Invalid file path within zip archive."));
         if (path.startsWith(QStringLiteral("__MACOSX")) || path.endsWith(u'/'))
             return true;
         return extract(index, path.toUtf8(), error);
@@ -116,7 +116,7 @@ private:
         if (const auto *failure = std::get_if<ContainedFolder::Failure>(&parent))
             return fail(error, textOf(*failure));
         if (!m_destination.canHold(path))
-            return fail(error, QStringLiteral("Could not create file to decompress to."));
+            return fail(error, Localizable::tr("Could not create file to decompress to."));
         if (m_reader.isSymbolicLink(index))
             m_destination.forgetPaths();
         const auto folder = std::get<std::shared_ptr<const FolderHandle>>(parent);
@@ -126,10 +126,10 @@ private:
     static QString textOf(ContainedFolder::Failure failure)
     {
         if (failure == ContainedFolder::Failure::LeadsOutside) {
-            return QStringLiteral(
+            return Localizable::tr(
                 "Can not confirm that the created intermediate folders are sub folders of the destination folder.");
         }
-        return QStringLiteral("Could not create intermediate subfolders when decompressing plugin archive.");
+        return Localizable::tr("Could not create intermediate subfolders when decompressing plugin archive.");
     }
 
     LTZipReader &m_reader;
@@ -167,7 +167,7 @@ bool decompressPluginZip(const QUrl &zip, const QUrl &folder, KRError *error)
             return false;
     }
     // Nothing could be read, but there may have been nothing but folders to pass over.
-    return !reader->hasTooManyEntries() || fail(error, QStringLiteral("Decompressing zip file failed."));
+    return !reader->hasTooManyEntries() || fail(error, Localizable::tr("Decompressing zip file failed."));
 }
 
 bool decompressFile(const QString &path, LTZipReader &reader, const QUrl &target, KRError *error)

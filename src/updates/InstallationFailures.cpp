@@ -1,6 +1,6 @@
 #include "updates/InstallationFailures.h"
 
-#include "localization/KorvanPluginManagerLocalization.h"
+#include "localization/Localizable.h"
 #include "platform/FileURL.h"
 
 QString movingAsideFailureLine(const KRError &reason)
@@ -22,6 +22,5 @@ KRError installationFailure(const KRError &reason)
 {
     if (reason != KRError())
         return reason;
-    return {QStringLiteral("NSURLErrorDomain"), 0,
-        KorvanPluginManagerLocalizedString(QStringLiteral("Failure to install plugin."))};
+    return {QStringLiteral("NSURLErrorDomain"), 0, Localizable::tr("Failure to install plugin.")};
 }

@@ -1,6 +1,6 @@
 #include "updates/PluginUpdates.h"
 
-#include "localization/KorvanPluginManagerLocalization.h"
+#include "localization/Localizable.h"
 #include "platform/FileURL.h"
 #include "platform/ItemRemoval.h"
 #include "platform/LTAppEnvironment.h"
@@ -15,16 +15,16 @@ namespace {
 KRError updateError(const QString &text)
 {
     // The domain is spelled so in every version that hosts know.
-    return {u"KRPluginMangerErrorDomain"_s, 0, KorvanPluginManagerLocalizedString(text)};
+    return {u"KRPluginMangerErrorDomain"_s, 0, text};
 }
 
 /// Why the version cannot be downloaded; nil when it can.
 std::optional<KRError> refusal(const QString &identifier, const QString &version, const QUrl &url)
 {
     if (!downloadedPluginURL(identifier, version).isEmpty())
-        return updateError(u"Plugin update already downloaded."_s);
+        return updateError(Localizable::tr("Plugin update already downloaded."));
     if (url.isEmpty())
-        return updateError(u"Could not obtain url to download plugin update."_s);
+        return updateError(Localizable::tr("Could not obtain url to download plugin update."));
     KRError error;
     if (warehousePluginFolder(identifier, version, &error).isEmpty())
         return error;

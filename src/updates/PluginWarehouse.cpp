@@ -1,6 +1,6 @@
 #include "updates/PluginWarehouse.h"
 
-#include "localization/KorvanPluginManagerLocalization.h"
+#include "localization/Localizable.h"
 #include "platform/FileURL.h"
 #include "platform/FolderListing.h"
 #include "platform/ItemRemoval.h"
@@ -17,9 +17,10 @@ namespace {
 
 KRError refusal()
 {
-    const auto text = QStringLiteral("The plugin's identifier and version do not name a folder inside the plugins "
-                                     "warehouse.");
-    return {QStringLiteral("KRPluginMangerErrorDomain"), 0, KorvanPluginManagerLocalizedString(text)};
+    //: The plugins warehouse is a folder of the application, where downloaded updates wait for their installation.
+    const auto text =
+        Localizable::tr("The plugin's identifier and version do not name a folder inside the plugins warehouse.");
+    return {QStringLiteral("KRPluginMangerErrorDomain"), 0, text};
 }
 
 /// Whether a text, put behind a folder, names something below that folder, as far as the text alone can tell.

@@ -1,23 +1,25 @@
 #include "updates/UpdatingInfoError.h"
 
+#include "localization/Localizable.h"
 #include "updates/FeedLimits.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What is wrong, as the end of a sentence about the feed.
-QString predicateOf(UpdatingInfoErrorCode code)
+QString sentenceAbout(const QString &feed, UpdatingInfoErrorCode code)
 {
     switch (code) {
     case UpdatingInfoErrorCode::TooLarge:
-        return u"is larger than %1 MB."_s.arg(largestFeed / (1024 * 1024));
+        return Localizable::tr("The update feed “%1” is larger than %2 MB.")
+            .arg(feed, QString::number(largestFeed / (1024 * 1024)));
     case UpdatingInfoErrorCode::NotJSON:
-        return u"is not valid JSON."_s;
+        return Localizable::tr("The update feed “%1” is not valid JSON.").arg(feed);
     case UpdatingInfoErrorCode::NotAFeed:
-        return u"has neither a version with a download URL nor a list of items."_s;
+        return Localizable::tr("The update feed “%1” has neither a version with a download URL nor a list of items.")
+            .arg(feed);
     case UpdatingInfoErrorCode::NothingOffered:
-        return u"offers no version that can be downloaded."_s;
+        return Localizable::tr("The update feed “%1” offers no version that can be downloaded.").arg(feed);
     }
     return {};
 }
@@ -31,6 +33,5 @@ QString updatingInfoErrorDomain()
 
 KRError updatingInfoError(UpdatingInfoErrorCode code, const QUrl &feedURL)
 {
-    return {updatingInfoErrorDomain(), static_cast<int>(code),
-        u"The update feed “%1” "_s.arg(feedURL.toDisplayString()) + predicateOf(code)};
+    return {updatingInfoErrorDomain(), static_cast<int>(code), sentenceAbout(feedURL.toDisplayString(), code)};
 }

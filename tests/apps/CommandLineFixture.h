@@ -54,8 +54,10 @@ protected:
         };
         ChildProcess process({QStringLiteral(KORVAN_PLUGINS_PROGRAM), arguments, m_folder->path(),
             outputFile.isEmpty() ? outputs.filePath(QStringLiteral("output")) : outputFile,
-            {variable("HOME", m_folder->path()), variable("XDG_DATA_HOME", m_folder->filePath(QStringLiteral("data"))),
-                variable("XDG_CONFIG_HOME", m_folder->filePath(QStringLiteral("config")))},
+            m_environment
+                + QList<QByteArray>{variable("HOME", m_folder->path()),
+                    variable("XDG_DATA_HOME", m_folder->filePath(QStringLiteral("data"))),
+                    variable("XDG_CONFIG_HOME", m_folder->filePath(QStringLiteral("config")))},
             outputs.filePath(QStringLiteral("errors"))});
         process.closeInput();
         const int exitCode = process.waitForEnd();
@@ -79,4 +81,6 @@ protected:
     }
 
     std::unique_ptr<QTemporaryDir> m_folder;
+    /// "NAME=value", in place of what the test was started with.
+    QList<QByteArray> m_environment;
 };

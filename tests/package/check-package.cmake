@@ -33,7 +33,7 @@ run(${CMAKE_COMMAND} -G Ninja -S ${SOURCE}/program -B ${program}
 run(${CMAKE_COMMAND} --build ${program})
 
 run(${program}/host ${SOURCE}/plugins)
-expect(host "com.example.host Host Check\ngreet: hello, host\n")
+expect(host "Skript ohne Titel\ncom.example.host Host Check\ngreet: hello, host\n")
 if(WIDGETS)
     # Qt warns about what a machine without a user logged in does not have.
     run(${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen QT_LOGGING_RULES=*.warning=false

@@ -1,5 +1,6 @@
 #include "widgets/MessageBoxAlerts.h"
 
+#include "localization/KorvanPluginManagerTranslator.h"
 #include "manager/KRPluginManager.h"
 #include "platform/LTAppEnvironment.h"
 
@@ -50,6 +51,16 @@ QStringList shownTexts(const QMessageBox &box)
     return texts;
 }
 
+std::shared_ptr<KRPluginBundle> bundleNamed(const QString &name, const QTemporaryDir &folder)
+{
+    const auto plugin = folder.filePath(u"Tidy.korvanplugin"_s);
+    QFile manifest(plugin + u"/Contents/Korvan/manifest.json"_s);
+    const bool isWritten = QDir().mkpath(plugin + u"/Contents/Korvan"_s) && manifest.open(QIODevice::WriteOnly)
+        && manifest.write(u"{\"name\": \"%1\"}"_s.arg(name).toUtf8()) > 0;
+    manifest.close();
+    return isWritten ? KRPluginBundle::pluginBundleWithURL(QUrl::fromLocalFile(plugin + u'/')) : nullptr;
+}
+
 } // namespace
 
 class tst_MessageBoxAlerts : public QObject
@@ -58,6 +69,8 @@ class tst_MessageBoxAlerts : public QObject
 
 private slots:
     void unsupportedPlugin();
+    void unsupportedPluginInUsersLanguage_data();
+    void unsupportedPluginInUsersLanguage();
     void styles_data();
     void styles();
     void markupIsShownAsText();
@@ -69,12 +82,7 @@ void tst_MessageBoxAlerts::unsupportedPlugin()
 {
     const Environment environment;
     const QTemporaryDir folder;
-    const auto plugin = folder.filePath(u"Tidy.korvanplugin"_s);
-    QVERIFY(QDir().mkpath(plugin + u"/Contents/Korvan"_s));
-    QFile manifest(plugin + u"/Contents/Korvan/manifest.json"_s);
-    QVERIFY(manifest.open(QIODevice::WriteOnly) && manifest.write("{\"name\": \"Tidy & Clean\"}") > 0);
-    manifest.close();
-    const auto bundle = KRPluginBundle::pluginBundleWithURL(QUrl::fromLocalFile(plugin + u'/'));
+    const auto bundle = bundleNamed(u"Tidy & Clean"_s, folder);
     QVERIFY(bundle);
 
     int shown = 0;
@@ -96,6 +104,51 @@ void tst_MessageBoxAlerts::unsupportedPlugin()
     manager.alertAboutUnsupportedPluginBundle(bundle);
     QCOMPARE(shown, 1);
     QVERIFY(!QApplication::activeModalWidget());
+}
+
+void tst_MessageBoxAlerts::unsupportedPluginInUsersLanguage_data()
+{
+    QTest::addColumn<QString>("locale");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("informativeText");
+
+    QTest::newRow("German") << u"de_CH"_s << u"Nicht unterstütztes Plug-in"_s
+                            << u"Die Erweiterung „Tidy“ ist nicht mit der CPU-Architektur Ihres Computers kompatibel. "
+                               u"Bitte wenden Sie sich direkt an den Entwickler dieser Erweiterung, um Hilfe zu "
+                               u"erhalten."_s;
+    QTest::newRow("French") << u"fr_FR"_s << u"Plug-in non pris en charge"_s
+                            << u"L’extension «\u00A0Tidy\u00A0» n’est pas compatible avec l’architecture du "
+                               u"processeur de votre ordinateur. Veuillez contacter directement le développeur de "
+                               u"cette extension pour obtenir de l’aide."_s;
+    QTest::newRow("Japanese") << u"ja_JP"_s << u"対応していないプラグイン"_s
+                              << u"拡張機能「Tidy」は、お使いのコンピューターのCPUアーキテクチャに対応していません。"
+                                 u"この拡張機能の開発元に直接お問い合わせください。"_s;
+    QTest::newRow("simplified Chinese")
+        << u"zh_CN"_s << u"不支持的插件"_s
+        << u"扩展“Tidy”与您电脑的 CPU 架构不兼容。请直接联系此扩展的开发者以获取帮助。"_s;
+}
+
+void tst_MessageBoxAlerts::unsupportedPluginInUsersLanguage()
+{
+    QFETCH(QString, locale);
+    const auto texts = KorvanPluginManagerTranslator(QLocale(locale));
+    QVERIFY(texts && QCoreApplication::installTranslator(texts.get()));
+    const Environment environment;
+    const QTemporaryDir folder;
+    const auto bundle = bundleNamed(u"Tidy"_s, folder);
+    QVERIFY(bundle);
+
+    int shown = 0;
+    whenShown([&shown](QMessageBox &box) {
+        ++shown;
+        QTEST(box.text(), "text");
+        QTEST(box.informativeText(), "informativeText");
+        QVERIFY(shownTexts(box).contains(box.informativeText()));
+        box.accept();
+    });
+    const KRPluginManager manager;
+    manager.alertAboutUnsupportedPluginBundle(bundle);
+    QCOMPARE(shown, 1);
 }
 
 void tst_MessageBoxAlerts::styles_data()

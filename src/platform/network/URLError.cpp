@@ -1,49 +1,70 @@
 #include "platform/network/URLError.h"
 
+#include <QCoreApplication>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// "%1" is the host.
-QString sentence(URLErrorCode code)
+/// In English, without its full stop. "%1" is the host.
+const char *sentence(URLErrorCode code)
 {
     switch (code) {
     case URLErrorCode::Unknown:
-        return u"The transfer from \"%1\" has failed"_s;
+        return QT_TRANSLATE_NOOP("Localizable", "The transfer from \"%1\" has failed");
     case URLErrorCode::Cancelled:
-        return u"The transfer from \"%1\" was cancelled"_s;
+        return QT_TRANSLATE_NOOP("Localizable", "The transfer from \"%1\" was cancelled");
     case URLErrorCode::BadURL:
-        return u"\"%1\" is not a valid URL"_s;
+        return QT_TRANSLATE_NOOP("Localizable", "\"%1\" is not a valid URL");
     case URLErrorCode::TimedOut:
-        return u"The server \"%1\" has not answered in time"_s;
+        return QT_TRANSLATE_NOOP("Localizable", "The server \"%1\" has not answered in time");
     case URLErrorCode::UnsupportedURL:
-        return u"The URL of \"%1\" is neither http nor https"_s;
+        return QT_TRANSLATE_NOOP("Localizable", "The URL of \"%1\" is neither http nor https");
     case URLErrorCode::CannotFindHost:
-        return u"A server named \"%1\" cannot be found"_s;
+        return QT_TRANSLATE_NOOP("Localizable", "A server named \"%1\" cannot be found");
     case URLErrorCode::CannotConnectToHost:
-        return u"The server \"%1\" cannot be reached"_s;
+        return QT_TRANSLATE_NOOP("Localizable", "The server \"%1\" cannot be reached");
     case URLErrorCode::NetworkConnectionLost:
-        return u"The connection to \"%1\" was lost"_s;
+        return QT_TRANSLATE_NOOP("Localizable", "The connection to \"%1\" was lost");
     case URLErrorCode::TooManyRedirects:
-        return u"The server \"%1\" redirects too many times"_s;
+        return QT_TRANSLATE_NOOP("Localizable", "The server \"%1\" redirects too many times");
     case URLErrorCode::BadServerResponse:
-        return u"The server \"%1\" has sent an answer that is not HTTP"_s;
+        return QT_TRANSLATE_NOOP("Localizable", "The server \"%1\" has sent an answer that is not HTTP");
     case URLErrorCode::CannotDecodeData:
-        return u"What the server \"%1\" has sent cannot be decoded"_s;
+        return QT_TRANSLATE_NOOP("Localizable", "What the server \"%1\" has sent cannot be decoded");
     case URLErrorCode::PlainHTTPNotAllowed:
-        return u"The connection to \"%1\" would not be encrypted, which is not allowed"_s;
+        return QT_TRANSLATE_NOOP(
+            "Localizable", "The connection to \"%1\" would not be encrypted, which is not allowed");
     case URLErrorCode::DataTooLarge:
-        return u"The server \"%1\" sends more than is allowed"_s;
+        return QT_TRANSLATE_NOOP("Localizable", "The server \"%1\" sends more than is allowed");
     case URLErrorCode::SecureConnectionFailed:
-        return u"A secure connection to \"%1\" cannot be made"_s;
+        return QT_TRANSLATE_NOOP("Localizable", "A secure connection to \"%1\" cannot be made");
     case URLErrorCode::CertificateUntrusted:
-        return u"The certificate of the server \"%1\" is not trusted"_s;
+        return QT_TRANSLATE_NOOP("Localizable", "The certificate of the server \"%1\" is not trusted");
     case URLErrorCode::CannotCreateFile:
-        return u"No file can be created for the download from \"%1\""_s;
+        return QT_TRANSLATE_NOOP("Localizable", "No file can be created for the download from \"%1\"");
     case URLErrorCode::CannotWriteToFile:
-        return u"The download from \"%1\" cannot be written to its file"_s;
+        return QT_TRANSLATE_NOOP("Localizable", "The download from \"%1\" cannot be written to its file");
     }
     Q_UNREACHABLE();
+}
+
+// The platform lies below the framework's localization functions, so it asks the same table as they do directly.
+
+/// In English, one that `sentence()` answers.
+QString translatedSentence(const char *english)
+{
+    return QCoreApplication::translate("Localizable", english);
+}
+
+QString ended(const QString &sentence, const QString &detail)
+{
+    if (detail.isEmpty()) {
+        //: Ends a sentence of this table that has no full stop (%1).
+        return QCoreApplication::translate("Localizable", "%1.").arg(sentence);
+    }
+    //: A sentence of this table that has no full stop (%1), and what exactly has happened (%2).
+    return QCoreApplication::translate("Localizable", "%1: %2.").arg(sentence, detail);
 }
 
 } // namespace
@@ -51,7 +72,6 @@ QString sentence(URLErrorCode code)
 KRError urlError(URLErrorCode code, const QUrl &url, const QString &detail)
 {
     const QString host = url.host();
-    const QString text = sentence(code).arg(host.isEmpty() ? url.toString() : host);
-    return {
-        u"NSURLErrorDomain"_s, static_cast<int>(code), detail.isEmpty() ? text + u'.' : text + u": "_s + detail + u'.'};
+    const QString text = translatedSentence(sentence(code)).arg(host.isEmpty() ? url.toString() : host);
+    return {u"NSURLErrorDomain"_s, static_cast<int>(code), ended(text, detail)};
 }

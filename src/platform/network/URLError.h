@@ -26,5 +26,5 @@ enum class URLErrorCode {
 };
 
 /// The error with a sentence that names the URL's host (the whole URL where it has none). `detail`, when not empty, is
-/// added to the sentence.
+/// added to the sentence. In the language of the installed translators. Any thread.
 KRError urlError(URLErrorCode code, const QUrl &url, const QString &detail = {});

@@ -1,6 +1,9 @@
-// A host as small as it gets: loads the plug-ins of the folder that it is given, lists them and runs one command.
+// A host as small as it gets: speaks German, loads the plug-ins of the folder that it is given, lists them and runs one
+// command.
 
 #include <bundles/KRPluginBundle.h>
+#include <localization/KorvanPluginManagerLocalization.h>
+#include <localization/KorvanPluginManagerTranslator.h>
 #include <manager/KRPluginManager.h>
 
 #include <QCoreApplication>
@@ -26,6 +29,11 @@ int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
     const auto folder = QUrl::fromLocalFile(application.arguments().at(1) + "/");
+
+    const auto texts = KorvanPluginManagerTranslator(QLocale("de_DE"));
+    if (texts)
+        QCoreApplication::installTranslator(texts.get());
+    QTextStream(stdout) << KorvanPluginManagerLocalizedString("untitled script") << Qt::endl;
 
     KRPluginManager::initialisePlugins();
     KRPluginManager manager({folder}, nullptr, nullptr);
