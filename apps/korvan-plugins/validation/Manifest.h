@@ -14,6 +14,7 @@ public:
     Manifest(const QString &bundle, const QString &text, const JSONNode &root);
 
     const JSONNode &root() const { return m_root; }
+    const QString &bundle() const { return m_bundle; }
     QString scriptFolder() const;
     QString resourcesFolder() const;
 
@@ -29,6 +30,11 @@ public:
     void errorInFile(const QString &key, const QString &file, const TextPosition &position, const QString &message)
     {
         m_problemsOfFiles.append({Problem::Severity::Error, key, message, file, position});
+    }
+
+    void warningInFile(const QString &key, const QString &file, const TextPosition &position, const QString &message)
+    {
+        m_problemsOfFiles.append({Problem::Severity::Warning, key, message, file, position});
     }
 
     /// The manifest's own in the order of their places, then those of other files.

@@ -1,6 +1,7 @@
 #include "validation/ScriptRules.h"
 
 #include "validation/BundlePath.h"
+#include "validation/ModuleRules.h"
 #include "validation/SourceText.h"
 
 #include <QDir>
@@ -61,6 +62,8 @@ private:
         auto check = m_checker.check(std::get<QString>(text), m_messageSends);
         if (check.error)
             m_manifest.errorInFile(key, path, {check.error->line, check.error->column}, check.error->message);
+        else
+            checkModules(m_manifest, key, path, std::get<QString>(text));
         return std::move(check.outline);
     }
 
