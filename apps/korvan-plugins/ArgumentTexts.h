@@ -1,8 +1,11 @@
 #pragma once
 
+#include <CLI/CLI.hpp>
+
 #include <QString>
 #include <QStringList>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,4 +22,10 @@ inline QStringList texts(const std::vector<std::string> &arguments)
     for (const auto &argument : arguments)
         list.append(text(argument));
     return list;
+}
+
+/// Nil where the option is not there.
+inline std::optional<QString> textIfGiven(const CLI::App &app, const std::string &option, const std::string &argument)
+{
+    return app.count(option) > 0 ? std::optional(text(argument)) : std::nullopt;
 }

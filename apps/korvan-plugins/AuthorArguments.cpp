@@ -5,11 +5,6 @@
 
 namespace {
 
-std::optional<QString> textIfGiven(const CLI::App &app, const std::string &option, const std::string &argument)
-{
-    return app.count(option) > 0 ? std::optional(text(argument)) : std::nullopt;
-}
-
 /// "" for the name of a feed whose format is known by it.
 std::string flawOfFeed(const std::string &file)
 {

@@ -22,6 +22,14 @@ QString withoutExtension(const QString &name)
     return name.endsWith(extension, Qt::CaseInsensitive) ? name.chopped(extension.size()) : name;
 }
 
+/// The text as a shell takes it from between quotation marks.
+QString quoted(QString text)
+{
+    for (const auto character : {u'\\', u'"', u'$', u'`'}) // the first one first: it is put before the others
+        text.replace(character, QString(u'\\') + character);
+    return u'"' + text + u'"';
+}
+
 ExitCode fail(const KRError &error, Output &output)
 {
     output.error(error);
@@ -48,7 +56,7 @@ ExitCode createNewPlugin(const GlobalOptions &options, const CreateOptions &crea
     const auto created = QFileInfo(path).canonicalFilePath();
     output.document({{QStringLiteral("path"), created}});
     output.line({{QStringLiteral("Created ")}, {created, Output::Colour::Bold}});
-    output.line(QStringLiteral("Run it with: korvan-plugins --folder \"%1\" run \"%2/run\"")
-                    .arg(QFileInfo(created).path(), plugin.identifier));
+    output.line(QStringLiteral("Run it with: korvan-plugins --folder %1 run %2")
+                    .arg(quoted(QFileInfo(created).path()), quoted(plugin.identifier + QStringLiteral("/run"))));
     return ExitCode::Done;
 }

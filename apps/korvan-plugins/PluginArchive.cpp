@@ -1,12 +1,18 @@
 #include "PluginArchive.h"
 
+#include "ArchiveContent.h"
+#include "platform/archive/ZipBudget.h"
+
 #include <QDir>
-#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+#include <QSet>
+#include <QTemporaryDir>
 
 #include <algorithm>
+#include <cerrno>
 #include <climits>
+#include <cstdio>
 #include <deque>
 #include <memory>
 #include <sys/stat.h>
@@ -21,28 +27,24 @@ struct Discard
 };
 using Archive = std::unique_ptr<zip_t, Discard>;
 
-KRError problem(const QString &archive, const char *reason)
+KRError notWritten(const QString &reason)
 {
-    return {{}, 0, QStringLiteral("%1 cannot be written: %2.").arg(archive, QString::fromUtf8(reason))};
+    return {{}, 0, QStringLiteral("The archive cannot be written: %1.").arg(reason)};
 }
 
-/// Everything in a folder at any depth, links not followed, each by its path from there.
-QStringList itemsIn(const QString &folder)
+bool hasControlCharacter(const QString &name)
 {
-    QStringList paths;
-    QDirIterator items(
-        folder, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
-    while (items.hasNext())
-        paths.append(items.next().mid(folder.size() + 1));
-    std::sort(paths.begin(), paths.end());
-    return paths;
+    return std::any_of(
+        name.begin(), name.end(), [](QChar character) { return character.category() == QChar::Other_Control; });
 }
 
 class FolderPacking
 {
 public:
-    FolderPacking(zip_t *archive, const QString &folder)
+    /// Those of `stored` are not compressed.
+    FolderPacking(zip_t *archive, const QString &folder, const QSet<QString> &stored)
         : m_archive(archive)
+        , m_stored(stored)
         , m_folder(folder)
         , m_root(QFileInfo(folder).fileName() + u'/')
     { }
@@ -53,21 +55,22 @@ public:
         const QFileInfo item(m_folder + u'/' + path);
         if ((m_root + path).contains(u".."))
             return refusal(path, "has two dots in a row in its name, which hosts do not unpack");
+        if (hasControlCharacter(m_root + path))
+            return refusal(path, "has control characters in its name");
         if (item.isSymLink())
             return packLink(path);
         if (item.isDir())
             return item.isReadable() ? std::nullopt : std::optional(refusal(path, "cannot be read"));
-        if (item.isFile())
-            return packFile(path, item.permission(QFile::ExeOwner));
-        return refusal(path, "is neither a file nor a folder");
+        if (!item.isFile())
+            return refusal(path, "is neither a file nor a folder");
+        if (!item.isReadable())
+            return refusal(path, "cannot be read");
+        if (quint64(item.size()) > ZipBudget().entrySize)
+            return refusal(path, "is larger than hosts unpack");
+        return packFile(path, item.permission(QFile::ExeOwner));
     }
 
 private:
-    static KRError refusal(const QString &path, const char *reason)
-    {
-        return {{}, 0, QStringLiteral("\"%1\" cannot be packed: it %2.").arg(path, QString::fromUtf8(reason))};
-    }
-
     std::optional<KRError> packLink(const QString &path)
     {
         const auto file = QFile::encodeName(m_folder + u'/' + path);
@@ -97,6 +100,9 @@ private:
         const auto entry = source ? zip_file_add(m_archive, name.constData(), source, ZIP_FL_ENC_UTF_8) : -1;
         if (entry < 0)
             zip_source_free(source);
+        const bool isStored = entry >= 0 && m_stored.contains(m_root + path);
+        if (isStored && zip_set_file_compression(m_archive, zip_uint64_t(entry), ZIP_CM_STORE, 0) != 0)
+            return libraryError();
         return finish(entry, mode);
     }
 
@@ -109,33 +115,82 @@ private:
         const bool isDone = entry >= 0 && zip_file_set_dostime(m_archive, index, 0, firstOfJanuary1980, 0) == 0
             && zip_file_set_external_attributes(m_archive, index, 0, ZIP_OPSYS_UNIX, zip_uint32_t(mode) << modeShift)
                 == 0;
-        return isDone ? std::nullopt : std::optional(KRError{{}, 0, QString::fromUtf8(zip_strerror(m_archive))});
+        return isDone ? std::nullopt : std::optional(libraryError());
     }
 
+    KRError libraryError() const { return {{}, 0, QString::fromUtf8(zip_strerror(m_archive))}; }
+
     zip_t *m_archive;
+    const QSet<QString> &m_stored;
     QString m_folder;
     QString m_root;
     /// Read when the archive is closed.
     std::deque<QByteArray> m_linkTargets;
 };
 
-} // namespace
-
-std::optional<KRError> packFolder(const QString &folder, const QString &archive)
+std::optional<KRError> writeArchive(
+    const QString &folder, const QStringList &items, const QSet<QString> &stored, const QString &archive)
 {
     int code = 0;
-    // The library writes a file beside the archive, and moves it there when it is complete.
     Archive zip(zip_open(QFile::encodeName(archive).constData(), ZIP_CREATE | ZIP_TRUNCATE, &code));
     if (!zip)
-        return problem(archive, "it cannot be opened");
-    FolderPacking packing(zip.get(), folder);
-    const auto items = itemsIn(folder);
+        return notWritten(QStringLiteral("it cannot be opened"));
+    FolderPacking packing(zip.get(), folder, stored);
     for (const auto &item : items) {
         if (auto error = packing.pack(item))
             return error;
     }
     if (zip_close(zip.get()) != 0)
-        return problem(archive, zip_strerror(zip.get()));
+        return notWritten(QString::fromUtf8(zip_strerror(zip.get())));
     zip.release();
     return {};
+}
+
+/// The entries that hosts take for an attack, so small have they become.
+QSet<QString> entriesTooWellPacked(const QString &archive)
+{
+    constexpr ZipBudget budget;
+    QSet<QString> paths;
+    Archive zip(zip_open(QFile::encodeName(archive).constData(), ZIP_RDONLY, nullptr));
+    const auto count = zip ? zip_get_num_entries(zip.get(), 0) : 0;
+    for (zip_int64_t index = 0; index < count; ++index) {
+        zip_stat_t entry;
+        const bool isTooWellPacked = zip_stat_index(zip.get(), zip_uint64_t(index), 0, &entry) == 0
+            && entry.size > budget.sizeOfAnyRatio && entry.size / budget.ratio >= entry.comp_size;
+        if (isTooWellPacked)
+            paths.insert(QString::fromUtf8(entry.name));
+    }
+    return paths;
+}
+
+/// What stands in the way of a file at that path: it would be replaced.
+bool isTaken(const QString &path)
+{
+    const QFileInfo there(path);
+    return there.exists() && !there.isFile();
+}
+
+} // namespace
+
+std::optional<KRError> packFolder(const QString &folder, const QString &archive)
+{
+    const auto items = itemsToPack(folder);
+    if (!items)
+        return items.error();
+    if (isTaken(archive))
+        return notWritten(QStringLiteral("something else than a file is at \"%1\"").arg(archive));
+    // Nothing comes to its place before hosts have been seen to unpack it.
+    const QTemporaryDir work(QFileInfo(archive).path() + QStringLiteral("/.pack-XXXXXX"));
+    if (!work.isValid())
+        return notWritten(work.errorString());
+    const auto made = work.filePath(QStringLiteral("archive.zip"));
+    auto error = writeArchive(folder, items.value(), {}, made);
+    const auto stored = error ? QSet<QString>() : entriesTooWellPacked(made);
+    if (!stored.isEmpty())
+        error = writeArchive(folder, items.value(), stored, made);
+    if (!error)
+        error = flawOfArchive(made);
+    if (!error && std::rename(QFile::encodeName(made).constData(), QFile::encodeName(archive).constData()) != 0)
+        error = notWritten(qt_error_string(errno));
+    return error;
 }

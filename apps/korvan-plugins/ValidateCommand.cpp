@@ -1,5 +1,6 @@
 #include "Commands.h"
 
+#include "ControlCharacters.h"
 #include "validation/BundleValidation.h"
 
 #include <QDir>
@@ -26,17 +27,23 @@ OrderedVariantDictionary describe(const QString &path, const Problems &problems)
     return {{QStringLiteral("path"), path}, {QStringLiteral("problems"), list}};
 }
 
+/// One line for each problem, also where a key or a file has line ends in its name.
+QString onOneLine(const QString &text)
+{
+    return withoutControlCharacters(text, ControlCharacters::All);
+}
+
 void print(const Problem &problem, Output &output)
 {
     const bool isError = problem.severity == Problem::Severity::Error;
     const auto place = QStringLiteral("%1:%2:%3: ")
-                           .arg(QDir::current().relativeFilePath(problem.file))
+                           .arg(onOneLine(QDir::current().relativeFilePath(problem.file)))
                            .arg(problem.position.line)
                            .arg(problem.position.column);
     const Output::Piece severity = isError ? Output::Piece{QStringLiteral("error: "), Output::Colour::Red}
                                            : Output::Piece{QStringLiteral("warning: "), Output::Colour::Yellow};
-    const auto key = problem.key.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(problem.key);
-    output.line({{place, Output::Colour::Bold}, severity, {problem.message}, {key, Output::Colour::Dim}});
+    const auto key = problem.key.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(onOneLine(problem.key));
+    output.line({{place, Output::Colour::Bold}, severity, {onOneLine(problem.message)}, {key, Output::Colour::Dim}});
 }
 
 void printSummary(qsizetype bundles, qsizetype errors, qsizetype warnings, Output &output)

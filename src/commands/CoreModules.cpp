@@ -75,3 +75,11 @@ COScript::CoreModules coreModulesOfApplication()
     map.insert(QStringLiteral("korvan"), fileURLFromPath(path, FileKind::File));
     return map;
 }
+
+QStringList namesOfCoreModules()
+{
+    QStringList names;
+    for (const auto &module : modules())
+        names.append(module.name);
+    return names;
+}

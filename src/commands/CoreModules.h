@@ -1,9 +1,15 @@
 #pragma once
 
+#include "platform/Export.h"
 #include "platform/script/COScript.h"
+
+#include <QStringList>
 
 /// The modules that every script can require by name, and the files that implement them.
 ///
 /// They come from the application's resources, unless the user default "KorvanAPILocation" names a folder (all of them
 /// are there) or anything else (that is the module "korvan"). A module without a file in the resources is left out.
 COScript::CoreModules coreModulesOfApplication();
+
+/// The names of all of them, those without a file among them.
+KORVAN_EXPORT QStringList namesOfCoreModules();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Export.h"
 #include "platform/Result.h"
 
 #include <QByteArray>
@@ -8,7 +9,7 @@
 ///
 /// Never blocks on a pipe or a device (they are refused) and never reads more than `maximumSize` bytes (a larger file
 /// is an error). The array has at least `padding` bytes of spare room behind its end, for parsers that look ahead.
-Result<QByteArray> readFile(const QByteArray &path, qint64 maximumSize, qsizetype padding = 0);
+KORVAN_EXPORT Result<QByteArray> readFile(const QByteArray &path, qint64 maximumSize, qsizetype padding = 0);
 
 /// Reads at most `size` bytes from the beginning of a regular file, however large. Follows links, and refuses pipes and
 /// devices without blocking on them.

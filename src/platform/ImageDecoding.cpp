@@ -54,3 +54,10 @@ QImage decodedImage(const QByteArray &bytes)
     reader.setAutoTransform(true);
     return isVectors ? readVectors(reader) : reader.read();
 }
+
+bool isImage(const QByteArray &bytes)
+{
+    const bool hasOnlyTextsAgainstIt = textsAsTheProgramAllows() == SVGTexts::Refused
+        && isSVGWithinBounds(bytes, SVGTexts::Allowed) && !isSVGWithinBounds(bytes, SVGTexts::Refused);
+    return hasOnlyTextsAgainstIt || !decodedImage(bytes).isNull();
+}

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Export.h"
+
 #include <QByteArray>
 #include <QImage>
 
@@ -11,3 +13,7 @@ inline constexpr qint64 mostImagePixels = 4096 * 4096;
 /// smaller than 256 points is drawn that large, its device pixel ratio saying so; one that is out of bounds
 /// (SVGBounds.h), packed, or has texts where there is no QGuiApplication is a null image.
 QImage decodedImage(const QByteArray &bytes);
+
+/// Whether a program with a QGuiApplication decodes a picture from the bytes, whether or not this one has it. Where it
+/// does not, an SVG with texts is taken for one when it is within bounds.
+KORVAN_EXPORT bool isImage(const QByteArray &bytes);

@@ -32,6 +32,7 @@ private slots:
     void names_data();
     void names();
     void nothingIsOverwritten();
+    void hintForTheShell();
     void usualFolder();
     void sameFilesSameBytes();
     void linksAndPermissions();
@@ -151,6 +152,15 @@ void tst_CommandLine_Authors::nothingIsOverwritten()
     QVERIFY(QFile::link(path(u"nowhere"_s), path(u"plugins/b.korvanplugin"_s)));
     QCOMPARE(runHere({u"create"_s, u"b"_s}).exitCode, 1);
     QVERIFY(!QFile::exists(path(u"nowhere"_s)));
+}
+
+void tst_CommandLine_Authors::hintForTheShell()
+{
+    const auto created = run({u"--folder"_s, u"$(a)"_s, u"create"_s, u"b"_s, u"--identifier"_s, u"`c`\"\\"_s});
+    const auto folder = QFileInfo(path(u"$(a)"_s)).canonicalFilePath().replace(u"$"_s, u"\\$"_s);
+    QVERIFY2(created.output.endsWith(
+                 uR"(Run it with: korvan-plugins --folder "%1" run "\`c\`\"\\/run")"_s.arg(folder).toUtf8() + '\n'),
+        created.output.constData());
 }
 
 void tst_CommandLine_Authors::usualFolder()

@@ -1,12 +1,10 @@
 // Checking plug-ins for their authors: each row is one broken bundle with everything that is reported of it.
 
-#include "CommandLineFixture.h"
-
-#include <QJsonArray>
+#include "ValidateFixture.h"
 
 using namespace Qt::StringLiterals;
 
-class tst_CommandLine_Validate : public QObject, private CommandLineFixture
+class tst_CommandLine_Validate : public QObject, private ValidateFixture
 {
     Q_OBJECT
 
@@ -30,31 +28,6 @@ private slots:
     void nothingThere();
 
 private:
-    /// "error script.js:1:2 key: message" for each problem that the program reports of plugins/x.korvanplugin.
-    QStringList reports(const QString &bundle = u"plugins/x.korvanplugin"_s) const
-    {
-        const auto finished = run({u"validate"_s, bundle, u"--json"_s});
-        const auto path = QFileInfo(m_folder->filePath(bundle)).canonicalFilePath();
-        const auto document = finished.json()[u"bundles"_s].toArray()[0].toObject();
-        if (document[u"path"_s].toString() != path)
-            return {u"another path: "_s + document[u"path"_s].toString()};
-        QStringList reports;
-        for (const auto &element : document[u"problems"_s].toArray()) {
-            const auto problem = element.toObject();
-            const auto file =
-                QDir::cleanPath(QDir(path + u"/Contents/Korvan"_s).relativeFilePath(problem[u"file"_s].toString()));
-            const auto place =
-                u"%1:%2:%3"_s.arg(file).arg(problem[u"line"_s].toInt()).arg(problem[u"column"_s].toInt());
-            const auto key = problem[u"key"_s].toString();
-            reports.append(QStringList{problem[u"severity"_s].toString(), place}.join(u' ')
-                + (key.isEmpty() ? QString() : u' ' + key) + u": "_s + problem[u"message"_s].toString());
-        }
-        const bool isWrong = std::any_of(
-            reports.begin(), reports.end(), [](const QString &report) { return report.startsWith(u"error "_s); });
-        if (finished.exitCode != (isWrong ? 1 : 0) || !finished.errors.isEmpty())
-            reports.append(u"exit %1 %2"_s.arg(finished.exitCode).arg(finished.errors.join(u'\n')));
-        return reports;
-    }
     static void columns()
     {
         QTest::addColumn<QByteArray>("manifest");
@@ -218,7 +191,7 @@ void tst_CommandLine_Validate::handlers_data()
     QTest::newRow("a function") << "function f() {}"_ba << none;
     QTest::newRow("an asynchronous generator") << "async function* f() {}"_ba << none;
     QTest::newRow("a constant") << "const a = (b, c) => { b; },\n f = () => 1"_ba << none;
-    QTest::newRow("destructured") << "const { a, b: [f] } = require('./a')"_ba << none;
+    QTest::newRow("destructured") << "const { a, b: [f] } = require('util')"_ba << none;
     QTest::newRow("a class") << "class f extends Object {}"_ba << none;
     QTest::newRow("an assignment") << "f = function () {}"_ba << none;
     QTest::newRow("a member of this") << "this.f = function () {}"_ba << none;
@@ -324,7 +297,7 @@ void tst_CommandLine_Validate::examplesAreGood()
         const auto finished = run({u"validate"_s, folder.filePath(name), u"--json"_s});
         const bool isBroken = name == u"Broken Script.korvanplugin"_s;
         const auto problems = finished.json()[u"bundles"_s].toArray()[0].toObject()[u"problems"_s].toArray();
-        QCOMPARE(problems.size(), isBroken ? 2 : 0);
+        QCOMPARE(problems.size(), isBroken ? 3 : 0);
         QCOMPARE(finished.exitCode, isBroken ? 1 : 0);
     }
 }

@@ -28,6 +28,7 @@ Problems validateManifest(const QString &bundle, const QString &text, ScriptChec
         return only(file, QStringLiteral("A manifest has to be an object."), positionIn(text, root.offset));
     Manifest manifest(bundle, text, root);
     checkSchema(manifest);
+    checkIdentifier(manifest);
     checkVersions(manifest);
     checkURLs(manifest);
     checkIcon(manifest);

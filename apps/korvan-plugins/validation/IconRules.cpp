@@ -1,8 +1,27 @@
 #include "validation/ManifestRules.h"
 
+#include "platform/FileReading.h"
+#include "platform/ImageDecoding.h"
 #include "validation/BundlePath.h"
 
-#include <QFileInfo>
+#include <QFile>
+
+namespace {
+
+/// As hosts: a larger icon is not read.
+constexpr qint64 largestIcon = 64 * 1024 * 1024;
+
+/// "" for a picture.
+QString flawOf(const QString &path)
+{
+    const auto bytes = readFile(QFile::encodeName(path), largestIcon);
+    if (!bytes)
+        return QStringLiteral("cannot be read: %1.").arg(bytes.error().localizedDescription);
+    return isImage(bytes.value()) ? QString()
+                                  : QStringLiteral("is no image that hosts show: it may be damaged, or too large.");
+}
+
+} // namespace
 
 void checkIcon(Manifest &manifest)
 {
@@ -10,12 +29,12 @@ void checkIcon(Manifest &manifest)
     const auto *const icon = manifest.root().value(key, JSONNode::Type::String);
     if (!icon || icon->text.isEmpty())
         return;
-    const QFileInfo file(manifest.resourcesFolder() + u'/' + icon->text);
-    if (!file.isFile())
-        manifest.error(key, icon->offset, QStringLiteral("There is no file “Contents/Resources/%1”.").arg(icon->text));
-    else if (!file.isReadable())
-        manifest.error(
-            key, icon->offset, QStringLiteral("The file “Contents/Resources/%1” cannot be read.").arg(icon->text));
-    else if (leadsOut(QStringLiteral("Contents/Resources/") + icon->text))
+    const auto file = QStringLiteral("Contents/Resources/") + icon->text;
+    if (!isFileInBundle(manifest.bundle(), file))
+        return manifest.error(key, icon->offset, QStringLiteral("There is no file “%1”.").arg(file));
+    const auto flaw = flawOf(manifest.bundle() + u'/' + file);
+    if (!flaw.isEmpty())
+        manifest.error(key, icon->offset, QStringLiteral("The file “%1” %2").arg(file, flaw));
+    else if (leadsOut(manifest.bundle(), file))
         manifest.warning(key, icon->offset, QStringLiteral("“%1” is not in the bundle.").arg(icon->text));
 }

@@ -147,9 +147,8 @@ private:
                 return false;
         }
         node.text = m_text.mid(start, m_position - start).toString();
-        bool isOk = false;
-        const double number = node.text.toDouble(&isOk);
-        return (isOk && std::isfinite(number)) || failAt(start, QStringLiteral("The number is too large."));
+        // One that is too small for a number is 0.
+        return std::isfinite(node.text.toDouble()) || failAt(start, QStringLiteral("The number is too large."));
     }
 
     bool readString(QString &string)

@@ -18,20 +18,16 @@ QString Manifest::scriptFolder() const
     return m_bundle + QStringLiteral("/Contents/Korvan");
 }
 
-QString Manifest::resourcesFolder() const
-{
-    return m_bundle + QStringLiteral("/Contents/Resources");
-}
-
 Problems Manifest::problems() const
 {
     auto findings = m_findings;
     std::stable_sort(findings.begin(), findings.end(),
         [](const Finding &first, const Finding &second) { return first.offset < second.offset; });
     Problems problems;
+    RisingPosition position(m_text);
     for (const auto &finding : findings) {
         problems.append(
-            {finding.severity, finding.key, finding.message, path(m_bundle), positionIn(m_text, finding.offset)});
+            {finding.severity, finding.key, finding.message, path(m_bundle), position.advancedTo(finding.offset)});
     }
     return problems + m_problemsOfFiles;
 }

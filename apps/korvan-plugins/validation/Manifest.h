@@ -14,8 +14,8 @@ public:
     Manifest(const QString &bundle, const QString &text, const JSONNode &root);
 
     const JSONNode &root() const { return m_root; }
+    const QString &bundle() const { return m_bundle; }
     QString scriptFolder() const;
-    QString resourcesFolder() const;
 
     void error(const QString &key, qsizetype offset, const QString &message)
     {
@@ -30,6 +30,14 @@ public:
     {
         m_problemsOfFiles.append({Problem::Severity::Error, key, message, file, position});
     }
+
+    void warningInFile(const QString &key, const QString &file, const TextPosition &position, const QString &message)
+    {
+        m_problemsOfFiles.append({Problem::Severity::Warning, key, message, file, position});
+    }
+
+    /// So many mistakes that no time is spent on guessing what was meant.
+    bool isFullOfMistakes() const { return m_findings.size() >= 100; }
 
     /// The manifest's own in the order of their places, then those of other files.
     Problems problems() const;

@@ -8,7 +8,9 @@
 void checkVersions(Manifest &manifest);
 /// Homepage and update feed have to be web addresses that hosts open.
 void checkURLs(Manifest &manifest);
-/// The icon has to be a file of the bundle.
+/// The plug-in's identifier has to be one under which updates can be downloaded.
+void checkIdentifier(Manifest &manifest);
+/// The icon has to be an image that is in the bundle.
 void checkIcon(Manifest &manifest);
 /// Identifiers that come twice, handlers that nothing can run.
 void checkCommands(Manifest &manifest, const QList<CommandFacts> &commands);

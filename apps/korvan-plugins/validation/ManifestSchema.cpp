@@ -82,8 +82,7 @@ private:
                 check(memberKey, member.value, *known);
             } else {
                 m_manifest.warning(memberKey, member.offset,
-                    QStringLiteral("“%1” means nothing here.%2")
-                        .arg(member.key, suggestion(member.key, sorted(schema.properties.keys()))));
+                    QStringLiteral("“%1” means nothing here.%2").arg(member.key, guess(member.key, schema)));
             }
         }
         for (const auto &required : schema.required) {
@@ -94,10 +93,13 @@ private:
         }
     }
 
-    static QStringList sorted(QStringList texts)
+    QString guess(const QString &key, const Schema &schema) const
     {
-        texts.sort();
-        return texts;
+        if (m_manifest.isFullOfMistakes())
+            return {};
+        auto known = schema.properties.keys();
+        known.sort();
+        return suggestion(key, known);
     }
 
     void checkElements(const QString &key, const JSONNode &node, const Schema &schema)

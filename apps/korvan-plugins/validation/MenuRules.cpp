@@ -37,13 +37,20 @@ private:
     {
         const auto found = m_hasRunHandler.constFind(item.text);
         if (found == m_hasRunHandler.constEnd()) {
-            auto known = m_hasRunHandler.keys();
-            known.sort();
-            m_manifest.error(key, item.offset,
-                QStringLiteral("There is no command “%1”.%2").arg(item.text, suggestion(item.text, known)));
+            m_manifest.error(
+                key, item.offset, QStringLiteral("There is no command “%1”.%2").arg(item.text, guess(item.text)));
         } else if (!*found) {
             m_manifest.warning(key, item.offset, QStringLiteral("The command “%1” has no run handler.").arg(item.text));
         }
+    }
+
+    QString guess(const QString &identifier) const
+    {
+        if (m_manifest.isFullOfMistakes())
+            return {};
+        auto known = m_hasRunHandler.keys();
+        known.sort();
+        return suggestion(identifier, known);
     }
 
     Manifest &m_manifest;

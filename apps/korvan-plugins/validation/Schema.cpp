@@ -20,6 +20,12 @@ QList<JSONNode::Type> typesOf(const QVariant &demand)
     return result;
 }
 
+/// In a schema "$" is the end of a text, here it would be in front of a line end there too.
+QString withItsEnd(const QString &pattern)
+{
+    return pattern.endsWith(u'$') ? pattern.chopped(1) + QStringLiteral("\\z") : pattern;
+}
+
 } // namespace
 
 SchemaDocument::SchemaDocument(const QVariantMap &document)
@@ -81,7 +87,7 @@ void SchemaDocument::apply(const QString &keyword, const QVariant &demand, Schem
     } else if (keyword == u"enum") {
         schema.values = demand.toStringList();
     } else if (keyword == u"pattern") {
-        schema.pattern = QRegularExpression(demand.toString());
+        schema.pattern = QRegularExpression(withItsEnd(demand.toString()));
     } else if (keyword == u"patternErrorMessage") {
         schema.patternMessage = demand.toString();
     } else if (keyword == u"minLength") {

@@ -1,10 +1,10 @@
 #include "validation/ScriptRules.h"
 
 #include "validation/BundlePath.h"
+#include "validation/ModuleRules.h"
 #include "validation/SourceText.h"
 
 #include <QDir>
-#include <QFileInfo>
 #include <QHash>
 
 namespace {
@@ -25,12 +25,12 @@ public:
     {
         const auto path = QDir::cleanPath(m_manifest.scriptFolder() + u'/' + command.script);
         const auto key = Manifest::keyOfMember(command.key, QStringLiteral("script"));
-        if (!QFileInfo(path).isFile()) {
-            m_manifest.error(key, command.scriptOffset,
-                QStringLiteral("There is no file “Contents/Korvan/%1”.").arg(command.script));
+        const auto file = QStringLiteral("Contents/Korvan/") + command.script;
+        if (!isFileInBundle(m_manifest.bundle(), file)) {
+            m_manifest.error(key, command.scriptOffset, QStringLiteral("There is no file “%1”.").arg(file));
             return;
         }
-        if (leadsOut(QStringLiteral("Contents/Korvan/") + command.script))
+        if (leadsOut(m_manifest.bundle(), file))
             m_manifest.warning(
                 key, command.scriptOffset, QStringLiteral("“%1” is not in the bundle.").arg(command.script));
         checkSpelling(command, path, key);
@@ -61,6 +61,8 @@ private:
         auto check = m_checker.check(std::get<QString>(text), m_messageSends);
         if (check.error)
             m_manifest.errorInFile(key, path, {check.error->line, check.error->column}, check.error->message);
+        else
+            checkModules(m_manifest, key, path, std::get<QString>(text));
         return std::move(check.outline);
     }
 

@@ -1,17 +1,29 @@
 #include "validation/SourceText.h"
 
+#include "platform/FileReading.h"
+
 #include <QFile>
 
 #include <algorithm>
+#include <cerrno>
+
+namespace {
+
+SourceTextError unreadable(const KRError &error, qint64 largest)
+{
+    if (error.code == EFBIG)
+        return {QStringLiteral("The file is larger than %1 MB.").arg(largest / (1024 * 1024)), {}};
+    return {QStringLiteral("The file cannot be read: %1.").arg(error.localizedDescription), {}};
+}
+
+} // namespace
 
 std::variant<QString, SourceTextError> readSourceText(const QString &path, qint64 largest)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return SourceTextError{QStringLiteral("The file cannot be read: %1.").arg(file.errorString()), {}};
-    if (file.size() > largest)
-        return SourceTextError{QStringLiteral("The file is larger than %1 MB.").arg(largest / (1024 * 1024)), {}};
-    auto bytes = file.readAll();
+    auto content = readFile(QFile::encodeName(path), largest);
+    if (!content)
+        return unreadable(content.error(), largest);
+    auto bytes = std::move(content).value();
     if (bytes.startsWith("\xEF\xBB\xBF"))
         bytes.remove(0, 3);
     auto text = QString::fromUtf8(bytes.constData(), bytes.size());

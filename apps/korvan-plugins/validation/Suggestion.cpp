@@ -28,7 +28,8 @@ int distanceBetween(const QString &first, const QString &second)
 QString nearestName(const QString &name, const QStringList &known)
 {
     constexpr qsizetype longestName = 64;
-    if (name.size() > longestName)
+    constexpr qsizetype mostNames = 1000;
+    if (name.size() > longestName || known.size() > mostNames)
         return {};
     QString nearest;
     int shortest = name.size() < 4 ? 2 : 3; // below these it is near

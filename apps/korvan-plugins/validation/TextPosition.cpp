@@ -4,16 +4,19 @@
 
 TextPosition positionIn(QStringView text, qsizetype offset)
 {
-    TextPosition position;
-    const auto end = std::min(offset, text.size());
-    qsizetype lineStart = 0;
-    for (qsizetype i = 0; i < end; ++i) {
-        const bool isFirstOfPair = text[i] == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n';
-        if (text[i] == u'\n' || (text[i] == u'\r' && !isFirstOfPair)) {
-            ++position.line;
-            lineStart = i + 1;
+    return RisingPosition(text).advancedTo(offset);
+}
+
+TextPosition RisingPosition::advancedTo(qsizetype offset)
+{
+    const auto end = std::min(offset, m_text.size());
+    for (; m_offset < end; ++m_offset) {
+        const auto character = m_text[m_offset];
+        const bool isFirstOfPair = character == u'\r' && m_offset + 1 < m_text.size() && m_text[m_offset + 1] == u'\n';
+        if (character == u'\n' || (character == u'\r' && !isFirstOfPair)) {
+            ++m_line;
+            m_lineStart = m_offset + 1;
         }
     }
-    position.column = int(end - lineStart) + 1;
-    return position;
+    return {m_line, int(end - m_lineStart) + 1};
 }

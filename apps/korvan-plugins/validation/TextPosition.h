@@ -13,3 +13,21 @@ struct TextPosition
 
 /// The place of the character at an offset. A line ends in "\n", "\r" or both.
 TextPosition positionIn(QStringView text, qsizetype offset);
+
+/// The places of many characters of a text, which is gone through once for all of them.
+class RisingPosition
+{
+public:
+    explicit RisingPosition(QStringView text)
+        : m_text(text)
+    { }
+
+    /// Not for an offset below the one before.
+    TextPosition advancedTo(qsizetype offset);
+
+private:
+    QStringView m_text;
+    qsizetype m_offset = 0;
+    qsizetype m_lineStart = 0;
+    int m_line = 1;
+};
