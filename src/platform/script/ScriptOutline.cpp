@@ -72,23 +72,28 @@ private:
 
     bool isInFunction() const { return m_functionDepth > 0; }
 
+    bool opens(const ScriptToken &token) const
+    {
+        const auto sign = token.sign(m_source);
+        return sign == u'(' || sign == u'[' || sign == u'{' || token.kind == ScriptToken::Kind::TemplateHead;
+    }
+
     void scanSign(const ScriptToken &token)
     {
         const auto sign = token.sign(m_source);
-        const bool opens =
-            sign == u'(' || sign == u'[' || sign == u'{' || token.kind == ScriptToken::Kind::TemplateHead;
-        const bool closes =
+        const bool isOpening = opens(token);
+        const bool isClosing =
             sign == u')' || sign == u']' || sign == u'}' || token.kind == ScriptToken::Kind::TemplateTail;
-        if (!opens && !closes)
+        if (!isOpening && !isClosing)
             return;
         const bool isMiddle = token.kind == ScriptToken::Kind::TemplateHead && m_source[token.start] == u'}';
         if (token.partner < 0)
             m_outline.m_computesNames = true; // not understood, so nothing is for sure
-        if (closes || isMiddle)
+        if (isClosing || isMiddle)
             closeScope();
-        if (closes && sign != u')' && isAssignment(m_index + 1) && token.partner >= 0)
+        if (isClosing && sign != u')' && isAssignment(m_index + 1) && token.partner >= 0)
             addNames(token.partner, m_index, m_outline.m_possible); // destructuring
-        if (opens)
+        if (isOpening)
             openScope(sign == u'{' ? braceScope() : Scope::Bracket);
     }
 
@@ -206,6 +211,8 @@ private:
             if (endsVariable(index))
                 break;
             const auto &token = m_tokens[std::size_t(index)];
+            if (token.partner < 0 && opens(token))
+                return count(); // looked for once, not again for each variable in there
             if (token.partner > index)
                 index = token.kind == ScriptToken::Kind::TemplateHead ? token.partner - 1 : token.partner;
         }
@@ -224,7 +231,8 @@ private:
 
     void scanAssignment()
     {
-        if (!readsOneOf(m_index - 1, u"var", u"let", u"const"))
+        const bool isField = !m_scopes.empty() && m_scopes.back() == Scope::Class;
+        if (!isField && !readsOneOf(m_index - 1, u"var", u"let", u"const"))
             (isInFunction() ? m_outline.m_possible : m_outline.m_defined).insert(text(m_index));
     }
 

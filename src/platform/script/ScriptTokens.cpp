@@ -138,8 +138,11 @@ private:
     void scanString(QChar quote)
     {
         const auto start = m_position++;
-        while (m_position < m_source.size() && current() != quote && current() != u'\n')
-            m_position += current() == u'\\' ? 2 : 1;
+        while (m_position < m_source.size() && current() != quote && current() != u'\n') {
+            const bool isEscape = current() == u'\\';
+            const bool isEscapedLineEnd = isEscape && following() == u'\r' && at(m_position + 2) == u'\n';
+            m_position += isEscapedLineEnd ? 3 : isEscape ? 2 : 1;
+        }
         m_position = std::min(m_position + 1, m_source.size());
         add(ScriptToken::Kind::Literal, start);
     }
@@ -310,6 +313,9 @@ bool closesCondition(QStringView source, const std::vector<ScriptToken> &tokens,
     const auto &closing = tokens[index];
     if (!closing.is(source, u')') || closing.partner < 1)
         return false;
-    const auto word = tokens[std::size_t(closing.partner - 1)].text(source);
+    const auto before = std::size_t(closing.partner - 1);
+    const auto word = tokens[before].text(source);
+    if (word == u"await")
+        return before > 0 && tokens[before - 1].is(source, u"for");
     return word == u"if" || word == u"while" || word == u"for" || word == u"with";
 }
