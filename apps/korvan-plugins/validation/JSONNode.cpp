@@ -147,9 +147,8 @@ private:
                 return false;
         }
         node.text = m_text.mid(start, m_position - start).toString();
-        bool isOk = false;
-        const double number = node.text.toDouble(&isOk);
-        return (isOk && std::isfinite(number)) || failAt(start, QStringLiteral("The number is too large."));
+        // A number that is too small for a double is 0, as hosts read it.
+        return std::isfinite(node.text.toDouble()) || failAt(start, QStringLiteral("The number is too large."));
     }
 
     bool readString(QString &string)
