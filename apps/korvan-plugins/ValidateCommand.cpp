@@ -66,18 +66,21 @@ ExitCode validatePlugins(const ValidateOptions &validate, Output &output)
             return ExitCode::Failed;
         }
     }
+    QStringList paths;
+    for (const auto &path : validate.paths)
+        paths.append(QFileInfo(path).canonicalFilePath());
     ScriptChecker checker;
+    const auto found = validateBundles(paths, checker);
     QVariantList bundles;
     qsizetype errors = 0;
     qsizetype warnings = 0;
-    for (const auto &path : validate.paths) {
-        const auto bundle = QFileInfo(path).canonicalFilePath();
-        const auto problems = validateBundle(bundle, checker);
+    for (qsizetype index = 0; index < paths.size(); ++index) {
+        const auto &problems = found[std::size_t(index)];
         const auto wrong = std::count_if(problems.begin(), problems.end(),
             [](const Problem &problem) { return problem.severity == Problem::Severity::Error; });
         errors += wrong;
         warnings += problems.size() - wrong;
-        bundles.append(QVariant::fromValue(describe(bundle, problems)));
+        bundles.append(QVariant::fromValue(describe(paths[index], problems)));
         for (const auto &problem : problems)
             print(problem, output);
     }

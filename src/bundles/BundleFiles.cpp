@@ -1,6 +1,5 @@
 #include "bundles/BundleFiles.h"
 
-#include "platform/JSON.h"
 #include "platform/JSONText.h"
 #include "platform/JSONValidity.h"
 #include "platform/ObjectText.h"
@@ -37,11 +36,7 @@ Result<QByteArray> manifestText(const OrderedVariantDictionary &metadata)
     const auto value = QVariant::fromValue(metadata);
     if (!isValidJSONValue(value))
         return KRError{QStringLiteral("json"), 0, QStringLiteral("It holds a value that JSON has no notation for.")};
-    auto text = jsonFromVariant(value, JSONStyle::Indented);
-    JSONParser parser; // half a surrogate pair can be written, but nobody would read the manifest again
-    if (const auto readAgain = parser.parse(text); !readAgain)
-        return readAgain.error();
-    return text;
+    return jsonFromVariant(value, JSONStyle::Indented);
 }
 
 FileWrapper pluginFileWrapper(const std::optional<QString> &name, const QByteArray &manifest,

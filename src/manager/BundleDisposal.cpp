@@ -1,6 +1,6 @@
 #include "manager/BundleDisposal.h"
 
-#include "manager/ParallelWork.h"
+#include "platform/ParallelWork.h"
 
 #include <algorithm>
 #include <vector>

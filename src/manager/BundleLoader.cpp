@@ -2,7 +2,7 @@
 
 #include "bundles/PluginLoading.h"
 #include "commands/CoreModules.h"
-#include "manager/ParallelWork.h"
+#include "platform/ParallelWork.h"
 
 #include <atomic>
 

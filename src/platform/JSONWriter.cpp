@@ -9,6 +9,27 @@
 
 #include <cmath>
 
+namespace {
+
+/// The first character behind `start` that a string of JSON cannot hold as it is.
+qsizetype endOfPlainText(QStringView text, qsizetype start)
+{
+    auto end = start;
+    for (; end < text.size(); ++end) {
+        const auto unit = text[end].unicode();
+        if (unit < 0x20 || unit == 0x7F || unit == u'"' || unit == u'\\')
+            break;
+        if (!text[end].isSurrogate())
+            continue;
+        if (!text[end].isHighSurrogate() || end + 1 >= text.size() || !text[end + 1].isLowSurrogate())
+            break;
+        ++end;
+    }
+    return end;
+}
+
+} // namespace
+
 JSONWriter::JSONWriter(Format format)
     : m_format(std::move(format))
 { }
@@ -72,50 +93,57 @@ void JSONWriter::writeDouble(double number)
 
 void JSONWriter::writeString(QStringView text)
 {
+    m_output += '"';
+    for (qsizetype position = 0; position < text.size();) {
+        const auto end = endOfPlainText(text, position);
+        appendUTF8(text.mid(position, end - position));
+        if (end < text.size())
+            writeEscape(text[end]);
+        position = end + 1;
+    }
+    m_output += '"';
+}
+
+void JSONWriter::writeEscape(QChar character)
+{
     static constexpr char hexDigits[] = "0123456789abcdef";
-    const auto writeEscape = [this](char16_t unit) {
+    const auto unit = character.unicode();
+    if (unit == u'"' || unit == u'\\') {
+        m_output += '\\';
+        m_output += char(unit);
+    } else if (unit == u'\n') {
+        m_output += "\\n";
+    } else if (unit == u'\t') {
+        m_output += "\\t";
+    } else if (character.isSurrogate()) { // half of a pair, which most readers refuse even as an escape
+        m_output += "\xEF\xBF\xBD";
+    } else {
         m_output += "\\u";
         for (int shift = 12; shift >= 0; shift -= 4)
             m_output += hexDigits[(unit >> shift) & 0xF];
-    };
-
-    m_output += '"';
-    qsizetype plainStart = 0;
-    const auto writePlainUpTo = [&](qsizetype end) {
-        m_output += text.mid(plainStart, end - plainStart).toUtf8();
-        plainStart = end + 1;
-    };
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const auto unit = text[i].unicode();
-        const bool isPair = text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate();
-        if (isPair) {
-            ++i;
-        } else if (unit == u'"' || unit == u'\\') {
-            writePlainUpTo(i);
-            m_output += '\\';
-            m_output += char(unit);
-        } else if (unit == u'\n') {
-            writePlainUpTo(i);
-            m_output += "\\n";
-        } else if (unit == u'\t') {
-            writePlainUpTo(i);
-            m_output += "\\t";
-        } else if (text[i].isSurrogate()) { // half of a pair, which most readers refuse even as an escape
-            writePlainUpTo(i);
-            m_output += "\xEF\xBF\xBD";
-        } else if (unit < 0x20 || unit == 0x7F) {
-            writePlainUpTo(i);
-            writeEscape(unit);
-        }
     }
-    writePlainUpTo(text.size());
-    m_output += '"';
+}
+
+/// Most texts are ASCII, which is written where it belongs, without a copy in between.
+void JSONWriter::appendUTF8(QStringView text)
+{
+    const auto start = m_output.size();
+    m_output.resize(start + text.size());
+    auto *end = m_output.data() + start;
+    for (const auto character : text) {
+        if (character.unicode() >= 0x80) {
+            m_output.resize(start);
+            m_output += text.toUtf8();
+            return;
+        }
+        *end++ = char(character.unicode());
+    }
 }
 
 void JSONWriter::startLine()
 {
     m_output += '\n';
-    m_output += QByteArray(m_depth * 2, ' ');
+    m_output.append(qsizetype(m_depth) * 2, ' ');
 }
 
 void JSONWriter::beginItem(bool isFirst)
@@ -140,7 +168,11 @@ void JSONWriter::writeMember(const QString &key, const QVariant &value, bool isF
 {
     beginItem(isFirst);
     writeString(key);
-    m_output += m_format.style == JSONStyle::Indented ? QByteArray(": ") : ':' + m_format.separator;
+    m_output += ':';
+    if (m_format.style == JSONStyle::Indented)
+        m_output += ' ';
+    else
+        m_output += m_format.separator;
     write(value);
 }
 

@@ -35,6 +35,8 @@ private:
     void writeElements(const List &list);
     void writeMember(const QString &key, const QVariant &value, bool isFirst);
     void writeString(QStringView text);
+    void writeEscape(QChar character);
+    void appendUTF8(QStringView text);
     void writeDouble(double number);
     bool writeScalar(const QVariant &value);
     void beginItem(bool isFirst);

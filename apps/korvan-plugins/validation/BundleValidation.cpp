@@ -1,11 +1,14 @@
 #include "validation/BundleValidation.h"
 
+#include "platform/ParallelWork.h"
 #include "validation/ManifestRules.h"
 #include "validation/ManifestSchema.h"
 #include "validation/ScriptRules.h"
 #include "validation/SourceText.h"
 
 #include <QFileInfo>
+
+#include <atomic>
 
 namespace {
 
@@ -56,4 +59,16 @@ Problems validateBundle(const QString &path, ScriptChecker &checker)
     if (const auto *const error = std::get_if<SourceTextError>(&text))
         return only(file, error->message, error->position);
     return validateManifest(path, std::get<QString>(text), checker);
+}
+
+std::vector<Problems> validateBundles(const QStringList &paths, ScriptChecker &checker)
+{
+    constexpr std::size_t bundlesWorthAThread = 4; // whose scripts take as long as a parser of one's own
+    std::vector<Problems> problems(std::size_t(paths.size()));
+    std::atomic<qsizetype> next = 0;
+    runInParallel(threadsFor(problems.size(), bundlesWorthAThread), [&](std::size_t) {
+        for (auto index = next++; index < paths.size(); index = next++)
+            problems[std::size_t(index)] = validateBundle(paths[index], checker);
+    });
+    return problems;
 }

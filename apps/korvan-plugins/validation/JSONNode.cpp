@@ -147,7 +147,7 @@ private:
                 return false;
         }
         node.text = m_text.mid(start, m_position - start).toString();
-        // One that is too small for a number is 0.
+        // A number that is too small for a double is 0, as hosts read it.
         return std::isfinite(node.text.toDouble()) || failAt(start, QStringLiteral("The number is too large."));
     }
 

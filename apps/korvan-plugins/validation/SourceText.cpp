@@ -24,10 +24,13 @@ std::variant<QString, SourceTextError> readSourceText(const QString &path, qint6
     if (!content)
         return unreadable(content.error(), largest);
     auto bytes = std::move(content).value();
-    if (bytes.startsWith("\xEF\xBB\xBF"))
-        bytes.remove(0, 3);
+    constexpr QByteArrayView byteOrderMark("\xEF\xBB\xBF");
+    if (bytes.startsWith(byteOrderMark))
+        bytes.remove(0, byteOrderMark.size());
     auto text = QString::fromUtf8(bytes.constData(), bytes.size());
-    // Bytes that are no UTF-8 come back as others.
+    if (!text.contains(QChar::ReplacementCharacter) && !bytes.startsWith(byteOrderMark))
+        return text;
+    // Bytes that are no UTF-8, and a second mark, come back as others.
     const auto again = text.toUtf8();
     if (again == bytes)
         return text;

@@ -56,8 +56,8 @@ void TransferPool::advance()
     startWaiting(); // so that wait() waits for them too
 }
 
-/// What servers sent while this thread was in receivers has waited to be read: that was nobody's silence. Little time is
-/// gathered until it is worth the walk over all transfers.
+/// What servers sent while this thread was in receivers has waited to be read: that was nobody's silence. Little time
+/// is gathered until it is worth the walk over all transfers.
 void TransferPool::excuseBusyTime()
 {
     constexpr std::chrono::milliseconds worthExcusing(20);

@@ -30,6 +30,8 @@ const JavaScriptCorePrivate &JavaScriptCorePrivate::entryPoints()
         find(library, result.setExecutionTimeLimit, "JSContextGroupSetExecutionTimeLimit");
         find(library, result.clearExecutionTimeLimit, "JSContextGroupClearExecutionTimeLimit");
         find(library, result.setUnhandledRejectionCallback, "JSGlobalContextSetUnhandledRejectionCallback");
+        find(library, result.setIncludesNativeCallStack,
+            "JSGlobalContextSetIncludesNativeCallStackWhenReportingExceptions");
         find(library, result.globalContextOf, "JSObjectGetGlobalContext");
         find(library, result.weakCreate, "JSWeakCreate");
         find(library, result.weakGetObject, "JSWeakGetObject");

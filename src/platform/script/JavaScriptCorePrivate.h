@@ -17,6 +17,10 @@ struct JavaScriptCorePrivate
     /// The function is called with a promise and its reason once the promise was rejected with nobody listening.
     void (*setUnhandledRejectionCallback)(JSGlobalContextRef, JSObjectRef function, JSValueRef *exception) = nullptr;
 
+    /// Whether an exception that reaches the host is to carry the program's own stack. It does from the start, for the
+    /// engine's inspector, and finding the names of those functions takes far longer than all the rest of an exception.
+    void (*setIncludesNativeCallStack)(JSGlobalContextRef, bool) = nullptr;
+
     /// The context that an object was made in.
     JSGlobalContextRef (*globalContextOf)(JSObjectRef) = nullptr;
 

@@ -5,8 +5,11 @@
 #include "platform/script/ScriptPreprocessor.h"
 
 #include <algorithm>
+#include <mutex>
+#include <vector>
 
-/// A context in which nothing but the session's own globals is ever evaluated.
+/// A context in which nothing but the session's own globals is ever evaluated. One thread at a time, but for `context`
+/// itself, which the engine locks.
 struct ScriptChecker::Engine final : ScriptContextClient
 {
     JSValueRef callHost(HostFunction, std::span<const JSValueRef>, JSValueRef *) override
@@ -35,30 +38,76 @@ struct ScriptChecker::Engine final : ScriptContextClient
         return ScriptSyntaxError{context.textOf(exception), place("line"), place("column")};
     }
 
+    std::mutex mutex;
     ScriptContext context{*this};
     const ScriptString sourceURL{"korvan-script"};
 };
 
+/// One parser for each thread that checks at the same time. The engine lets only one thread at a time into a group of
+/// contexts, so each is in a group of its own but for the first, which spares a single thread the making of one.
+class ScriptChecker::Parsers
+{
+public:
+    explicit Parsers(Engine &engine)
+        : m_sourceURL(engine.sourceURL)
+        , m_idle{JSGlobalContextRetain(engine.context.ref())}
+    { }
+    ~Parsers() { std::for_each(m_idle.begin(), m_idle.end(), JSGlobalContextRelease); }
+    Parsers(const Parsers &) = delete;
+    Parsers &operator=(const Parsers &) = delete;
+
+    bool accept(const QString &source)
+    {
+        const auto parser = take();
+        const bool isScript = JSCheckScriptSyntax(parser, ScriptString(source).get(), m_sourceURL.get(), 1, nullptr);
+        const std::lock_guard guard(m_mutex);
+        m_idle.push_back(parser);
+        return isScript;
+    }
+
+private:
+    JSGlobalContextRef take()
+    {
+        {
+            const std::lock_guard guard(m_mutex);
+            if (!m_idle.empty()) {
+                const auto parser = m_idle.back();
+                m_idle.pop_back();
+                return parser;
+            }
+        }
+        const auto parser = JSGlobalContextCreate(nullptr); // in a new group
+        ScriptContext::leaveOutNativeCallStacks(parser);
+        return parser;
+    }
+
+    const ScriptString &m_sourceURL;
+    std::mutex m_mutex;
+    std::vector<JSGlobalContextRef> m_idle;
+};
+
 ScriptChecker::ScriptChecker()
     : m_engine(std::make_unique<Engine>())
+    , m_parsers(std::make_unique<Parsers>(*m_engine))
 { }
 
 ScriptChecker::~ScriptChecker() = default;
 
 ScriptCheck ScriptChecker::check(const QString &source, MessageSends messageSends)
 {
-    auto error = m_engine->syntaxError(source);
-    if (!error)
+    if (m_parsers->accept(source))
         return {std::nullopt, ScriptOutline(source)};
     const auto rewritten = messageSends == MessageSends::Rewritten ? withMessageSendsRewritten(source) : source;
-    if (rewritten == source)
-        return {error, std::nullopt};
-    error = m_engine->syntaxError(rewritten);
+    if (rewritten != source && m_parsers->accept(rewritten))
+        return {std::nullopt, ScriptOutline(rewritten)};
+    const std::lock_guard guard(m_engine->mutex);
+    auto error = m_engine->syntaxError(rewritten);
     return {error, error ? std::nullopt : std::optional<ScriptOutline>(ScriptOutline(rewritten))};
 }
 
 bool ScriptChecker::isBuiltIn(const QString &name) const
 {
+    const std::lock_guard guard(m_engine->mutex);
     auto &context = m_engine->context;
     return JSObjectHasProperty(context.ref(), context.global(), ScriptString(name).get());
 }

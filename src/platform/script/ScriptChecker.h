@@ -25,7 +25,8 @@ struct ScriptCheck
     std::optional<ScriptOutline> outline;
 };
 
-/// Checks scripts with the engine's own parser. Nothing of them is run. Main thread only.
+/// Checks scripts with the engine's own parser. Nothing of them is run. Made and destroyed on the main thread,
+/// otherwise for any thread: texts that are valid are checked side by side, those with errors one after another.
 class KORVAN_EXPORT ScriptChecker
 {
 public:
@@ -47,5 +48,8 @@ public:
 
 private:
     struct Engine;
+    class Parsers;
+
     std::unique_ptr<Engine> m_engine;
+    std::unique_ptr<Parsers> m_parsers;
 };

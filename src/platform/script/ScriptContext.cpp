@@ -32,6 +32,7 @@ ScriptContext::ScriptContext(ScriptContextClient &client)
     , m_context(JSGlobalContextCreateInGroup(ScriptEngine::instance().group(), nullptr))
 {
     liveContexts().emplace(m_context, this);
+    leaveOutNativeCallStacks(m_context);
     watchRejections();
     installPrelude();
 }
@@ -89,6 +90,14 @@ void ScriptContext::watchRejections()
     if (engine.setUnhandledRejectionCallback && engine.globalContextOf)
         engine.setUnhandledRejectionCallback(m_context, sharedRejectionFunction(), nullptr);
     // Without these entry points a rejection that nobody handles passes unseen.
+}
+
+void ScriptContext::leaveOutNativeCallStacks(JSGlobalContextRef context)
+{
+    const auto setIncludesNativeCallStack = JavaScriptCorePrivate::entryPoints().setIncludesNativeCallStack;
+    if (setIncludesNativeCallStack)
+        setIncludesNativeCallStack(context, false);
+    // Without this entry point exceptions take longer.
 }
 
 void ScriptContext::pushObject(const QString &name)

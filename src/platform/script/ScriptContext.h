@@ -128,6 +128,8 @@ public:
     /// The function through which the session's globals call callHost().
     JSObjectRef hostFunction() const { return m_hostFunction; }
 
+    /// Spares exceptions what nobody of this program asks them for.
+    static void leaveOutNativeCallStacks(JSGlobalContextRef context);
     /// The context that a callback of the engine belongs to; null once it was destroyed.
     static ScriptContext *find(JSContextRef context);
     /// The calls that the scripts on the stack have come through, in the engine's notation.

@@ -2,8 +2,7 @@
 
 #include "platform/script/ScriptTokens.h"
 
-#include <algorithm>
-#include <array>
+#include <string_view>
 
 /// One pass over a script's tokens.
 class ScriptOutlineScan
@@ -45,13 +44,27 @@ private:
     {
         return index >= 0 && index < count() && m_tokens[std::size_t(index)].kind == ScriptToken::Kind::Name;
     }
-    bool isMember(qsizetype index) const { return text(index - 1) == u"." || text(index - 1) == u"?."; }
+    /// 0 for a token that is no sign of one character, and beyond the text.
+    char16_t sign(qsizetype index) const
+    {
+        return index >= 0 && index < count() ? m_tokens[std::size_t(index)].sign(m_source) : u'\0';
+    }
+    bool reads(qsizetype index, std::u16string_view wanted) const
+    {
+        return index >= 0 && index < count() && m_tokens[std::size_t(index)].is(m_source, wanted);
+    }
+    template <std::size_t... sizes>
+    bool readsOneOf(qsizetype index, const char16_t (&...words)[sizes]) const
+    {
+        return (reads(index, std::u16string_view(words, sizes - 1)) || ...);
+    }
+    bool isMember(qsizetype index) const { return sign(index - 1) == u'.' || reads(index - 1, u"?."); }
     qsizetype partner(qsizetype index) const { return m_tokens[std::size_t(index)].partner; }
 
     /// Whether that token is the "=" of an assignment, not a part of "==" or "===".
     bool isAssignment(qsizetype index) const
     {
-        if (text(index) != u"=")
+        if (sign(index) != u'=')
             return false;
         const auto end = m_tokens[std::size_t(index)].end;
         return end >= m_source.size() || m_source[end] != u'=';
@@ -59,22 +72,29 @@ private:
 
     bool isInFunction() const { return m_functionDepth > 0; }
 
+    bool opens(const ScriptToken &token) const
+    {
+        const auto sign = token.sign(m_source);
+        return sign == u'(' || sign == u'[' || sign == u'{' || token.kind == ScriptToken::Kind::TemplateHead;
+    }
+
     void scanSign(const ScriptToken &token)
     {
-        const auto sign = token.text(m_source);
-        const bool opens =
-            sign == u"(" || sign == u"[" || sign == u"{" || token.kind == ScriptToken::Kind::TemplateHead;
-        const bool closes =
-            sign == u")" || sign == u"]" || sign == u"}" || token.kind == ScriptToken::Kind::TemplateTail;
+        const auto sign = token.sign(m_source);
+        const bool isOpening = opens(token);
+        const bool isClosing =
+            sign == u')' || sign == u']' || sign == u'}' || token.kind == ScriptToken::Kind::TemplateTail;
+        if (!isOpening && !isClosing)
+            return;
         const bool isMiddle = token.kind == ScriptToken::Kind::TemplateHead && m_source[token.start] == u'}';
-        if ((opens || closes) && token.partner < 0)
+        if (token.partner < 0)
             m_outline.m_computesNames = true; // not understood, so nothing is for sure
-        if (closes || isMiddle)
+        if (isClosing || isMiddle)
             closeScope();
-        if (closes && sign != u")" && isAssignment(m_index + 1) && token.partner >= 0)
+        if (isClosing && sign != u')' && isAssignment(m_index + 1) && token.partner >= 0)
             addNames(token.partner, m_index, m_outline.m_possible); // destructuring
-        if (opens)
-            openScope(sign == u"{" ? braceScope() : Scope::Bracket);
+        if (isOpening)
+            openScope(sign == u'{' ? braceScope() : Scope::Bracket);
     }
 
     void openScope(Scope scope)
@@ -100,47 +120,45 @@ private:
             m_pendingClassDepth = -1;
             return Scope::Class;
         }
-        const auto before = text(m_index - 1);
-        if (before == u"=>" || before == u"static")
+        if (readsOneOf(m_index - 1, u"=>", u"static"))
             return Scope::Function;
-        if (before != u")")
+        if (sign(m_index - 1) != u')')
             return Scope::Block;
-        const auto word = text(partner(m_index - 1) - 1);
-        static constexpr std::array<QStringView, 7> controls{
-            u"if", u"for", u"while", u"with", u"switch", u"catch", u"await"};
-        return std::find(controls.begin(), controls.end(), word) != controls.end() ? Scope::Block : Scope::Function;
+        const auto word = partner(m_index - 1) - 1;
+        return readsOneOf(word, u"if", u"for", u"while", u"with", u"switch", u"catch", u"await") ? Scope::Block
+                                                                                                 : Scope::Function;
     }
 
     void scanName()
     {
-        const auto word = text(m_index);
-        if (isMember(m_index)) {
-            if (isAssignment(m_index + 1) && text(m_index - 2) != u"exports")
-                m_outline.m_members.insert(word);
-            return;
-        }
-        if (word == u"function")
+        const auto index = m_index;
+        const bool isAssigned = isAssignment(index + 1);
+        if (isMember(index)) {
+            if (isAssigned && !reads(index - 2, u"exports"))
+                m_outline.m_members.insert(text(index));
+        } else if (reads(index, u"function")) {
             scanFunction();
-        else if (word == u"class")
+        } else if (reads(index, u"class")) {
             scanClass();
-        else if (word == u"var" || word == u"let" || word == u"const")
-            scanVariables(word == u"var");
-        else if (word == u"this" || word == u"globalThis")
-            scanGlobalObject(word == u"this");
-        else if ((word == u"eval" || word == u"Function") && text(m_index + 1) == u"(")
+        } else if (readsOneOf(index, u"var", u"let", u"const")) {
+            scanVariables(reads(index, u"var"));
+        } else if (readsOneOf(index, u"this", u"globalThis")) {
+            scanGlobalObject(reads(index, u"this"));
+        } else if (readsOneOf(index, u"eval", u"Function") && sign(index + 1) == u'(') {
             m_outline.m_computesNames = true;
-        else if (isAssignment(m_index + 1))
-            scanAssignment(word);
+        } else if (isAssigned) {
+            scanAssignment();
+        }
     }
 
     /// Whether a statement begins with that token: behind anything else a function is an expression.
     bool beginsStatement(qsizetype index) const
     {
-        if (text(index - 1) == u"async")
+        if (reads(index - 1, u"async"))
             --index;
-        const auto before = text(index - 1);
-        if (before.isEmpty() || before == u";" || before == u"{" || before == u"}" || before == u"else"
-            || before == u"do" || before == u":")
+        const auto before = sign(index - 1);
+        if (index == 0 || before == u';' || before == u'{' || before == u'}' || before == u':'
+            || readsOneOf(index - 1, u"else", u"do"))
             return true;
         return closesCondition(m_source, m_tokens, std::size_t(index - 1))
             || (m_tokens[std::size_t(index)].isAfterLineBreak
@@ -149,7 +167,7 @@ private:
 
     void scanFunction()
     {
-        const auto name = text(m_index + 1) == u"*" ? m_index + 2 : m_index + 1;
+        const auto name = sign(m_index + 1) == u'*' ? m_index + 2 : m_index + 1;
         if (!isInFunction() && isName(name) && beginsStatement(m_index))
             m_outline.m_defined.insert(text(name));
     }
@@ -169,7 +187,7 @@ private:
         for (bool hasMore = true; hasMore; ++index) {
             index = addVariable(index);
             index = endOfVariable(index);
-            hasMore = text(index) == u",";
+            hasMore = sign(index) == u',';
         }
     }
 
@@ -190,25 +208,32 @@ private:
     qsizetype endOfVariable(qsizetype index) const
     {
         for (; index < count(); ++index) {
-            const auto sign = text(index);
-            if (sign == u"," || sign == u";" || sign == u")" || sign == u"]" || sign == u"}")
+            if (endsVariable(index))
                 break;
             const auto &token = m_tokens[std::size_t(index)];
-            if (token.isAfterLineBreak && token.kind == ScriptToken::Kind::Name && sign != u"in" && sign != u"of"
-                && sign != u"instanceof" && endsExpression(m_source, m_tokens, std::size_t(index - 1)))
-                break;
+            if (token.partner < 0 && opens(token))
+                return count(); // looked for once, not again for each variable in there
             if (token.partner > index)
                 index = token.kind == ScriptToken::Kind::TemplateHead ? token.partner - 1 : token.partner;
         }
         return index;
     }
 
-    void scanAssignment(QStringView name)
+    bool endsVariable(qsizetype index) const
     {
-        static constexpr std::array<QStringView, 3> declarations{u"var", u"let", u"const"};
-        if (std::find(declarations.begin(), declarations.end(), text(m_index - 1)) != declarations.end())
-            return;
-        (isInFunction() ? m_outline.m_possible : m_outline.m_defined).insert(name);
+        const auto end = sign(index);
+        if (end == u',' || end == u';' || end == u')' || end == u']' || end == u'}')
+            return true;
+        return m_tokens[std::size_t(index)].isAfterLineBreak && isName(index)
+            && !readsOneOf(index, u"in", u"of", u"instanceof")
+            && endsExpression(m_source, m_tokens, std::size_t(index - 1));
+    }
+
+    void scanAssignment()
+    {
+        const bool isField = !m_scopes.empty() && m_scopes.back() == Scope::Class;
+        if (!isField && !readsOneOf(m_index - 1, u"var", u"let", u"const"))
+            (isInFunction() ? m_outline.m_possible : m_outline.m_defined).insert(text(m_index));
     }
 
     /// What is done with "this" or "globalThis". In a class "this" is an object of it.
@@ -217,10 +242,10 @@ private:
         if (isThis && m_classDepth > 0)
             return;
         auto &names = isThis && isInFunction() ? m_outline.m_possible : m_outline.m_defined;
-        if (text(m_index + 1) == u"." && isName(m_index + 2)) {
+        if (sign(m_index + 1) == u'.' && isName(m_index + 2)) {
             if (isAssignment(m_index + 3))
                 names.insert(text(m_index + 2));
-        } else if (text(m_index + 1) == u"[") {
+        } else if (sign(m_index + 1) == u'[') {
             scanSubscript(m_index + 1, names);
         } else {
             m_outline.m_hasGlobalAlias = true;
@@ -245,10 +270,8 @@ private:
     /// Whether the global object is what a call like Object.assign() or Object.defineProperty() works on.
     bool isFilled() const
     {
-        if (text(m_index - 1) != u"(" || !isName(m_index - 2))
-            return false;
-        static constexpr std::array<QStringView, 5> keeping{u"call", u"apply", u"bind", u"if", u"while"};
-        return std::find(keeping.begin(), keeping.end(), text(m_index - 2)) == keeping.end();
+        return sign(m_index - 1) == u'(' && isName(m_index - 2)
+            && !readsOneOf(m_index - 2, u"call", u"apply", u"bind", u"if", u"while");
     }
 
     void addNames(qsizetype begin, qsizetype end, QSet<QStringView> &names) const

@@ -2,25 +2,49 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 #include <utility>
 
 namespace {
 
-bool isNameStart(QChar character)
+/// What an ASCII character may be in a script; most characters of most scripts are told by one look into a table.
+enum CharacterTrait : quint8 { Space = 1, LineBreak = 2, Digit = 4, NameStart = 8, NamePart = 16 };
+
+constexpr auto asciiTraits = [] {
+    std::array<quint8, 128> traits{};
+    for (const char space : {'\t', '\n', '\v', '\f', '\r', ' '})
+        traits[std::size_t(space)] = Space;
+    for (const char lineBreak : {'\n', '\r'})
+        traits[std::size_t(lineBreak)] |= LineBreak;
+    for (char digit = '0'; digit <= '9'; ++digit)
+        traits[std::size_t(digit)] = Digit | NamePart;
+    for (char letter = 'a'; letter <= 'z'; ++letter)
+        traits[std::size_t(letter)] = traits[std::size_t(letter - 'a' + 'A')] = NameStart | NamePart;
+    for (const char other : {'_', '$', '#', '\\'})
+        traits[std::size_t(other)] = NameStart | NamePart;
+    return traits;
+}();
+
+quint8 otherTraits(QChar character)
 {
-    return character.isLetter() || character == u'_' || character == u'$' || character == u'#' || character == u'\\'
-        || character.isSurrogate();
+    quint8 traits = 0;
+    if (character.isSpace() || character == QChar(0xFEFF))
+        traits |= Space;
+    if (character == QChar(0x2028) || character == QChar(0x2029))
+        traits |= LineBreak;
+    if (character.isDigit())
+        traits |= Digit;
+    if (character.isLetter() || character.isSurrogate())
+        traits |= NameStart | NamePart;
+    if (character.isLetterOrNumber() || character.isMark() || character == QChar(0x200C) || character == QChar(0x200D))
+        traits |= NamePart;
+    return traits;
 }
 
-bool isNamePart(QChar character)
+bool has(QChar character, CharacterTrait trait)
 {
-    return isNameStart(character) || character.isLetterOrNumber() || character.isMark() || character == QChar(0x200C)
-        || character == QChar(0x200D);
-}
-
-bool isLineBreak(QChar character)
-{
-    return character == u'\n' || character == u'\r' || character == QChar(0x2028) || character == QChar(0x2029);
+    const auto unit = character.unicode();
+    return ((unit < asciiTraits.size() ? asciiTraits[unit] : otherTraits(character)) & trait) != 0;
 }
 
 /// Words behind which an expression begins: none of them ends one.
@@ -42,6 +66,8 @@ public:
 
     std::vector<ScriptToken> scan()
     {
+        constexpr qsizetype charactersOfAToken = 5; // on average
+        m_tokens.reserve(std::size_t(m_source.size() / charactersOfAToken));
         if (m_source.startsWith(u"#!"))
             skipLine();
         while (m_position < m_source.size())
@@ -57,9 +83,8 @@ private:
     void scanNext()
     {
         const auto character = current();
-        if (character.isSpace() || character == QChar(0xFEFF)) {
-            m_isAfterLineBreak |= isLineBreak(character);
-            ++m_position;
+        if (has(character, Space)) {
+            skipSpace();
         } else if (character == u'/' && following() == u'/') {
             skipLine();
         } else if (character == u'/' && following() == u'*') {
@@ -68,9 +93,9 @@ private:
             scanString(character);
         } else if (character == u'`') {
             scanTemplate(u'`');
-        } else if (character.isDigit() || (character == u'.' && following().isDigit())) {
+        } else if (has(character, Digit) || (character == u'.' && has(following(), Digit))) {
             scanNumber();
-        } else if (isNameStart(character)) {
+        } else if (has(character, NameStart)) {
             scanName();
         } else if (character == u'/' && isRegularExpressionHere()) {
             scanRegularExpression();
@@ -81,10 +106,20 @@ private:
         }
     }
 
+    void skipSpace()
+    {
+        auto end = m_position;
+        for (; end < m_source.size() && has(m_source[end], Space); ++end)
+            m_isAfterLineBreak |= has(m_source[end], LineBreak);
+        m_position = end;
+    }
+
     void skipLine()
     {
-        while (m_position < m_source.size() && !isLineBreak(current()))
-            ++m_position;
+        auto end = m_position;
+        while (end < m_source.size() && !has(m_source[end], LineBreak))
+            ++end;
+        m_position = end;
     }
 
     void skipBlockComment()
@@ -92,19 +127,22 @@ private:
         const auto end = m_source.indexOf(u"*/", m_position + 2);
         const auto stop = end < 0 ? m_source.size() : end + 2;
         for (; m_position < stop; ++m_position)
-            m_isAfterLineBreak |= isLineBreak(current());
+            m_isAfterLineBreak |= has(current(), LineBreak);
     }
 
     void add(ScriptToken::Kind kind, qsizetype start)
     {
-        m_tokens.push_back({kind, start, m_position, -1, std::exchange(m_isAfterLineBreak, false)});
+        m_tokens.push_back({kind, std::exchange(m_isAfterLineBreak, false), qint32(start), qint32(m_position)});
     }
 
     void scanString(QChar quote)
     {
         const auto start = m_position++;
-        while (m_position < m_source.size() && current() != quote && current() != u'\n')
-            m_position += current() == u'\\' ? 2 : 1;
+        while (m_position < m_source.size() && current() != quote && current() != u'\n') {
+            const bool isEscape = current() == u'\\';
+            const bool isEscapedLineEnd = isEscape && following() == u'\r' && at(m_position + 2) == u'\n';
+            m_position += isEscapedLineEnd ? 3 : isEscape ? 2 : 1;
+        }
         m_position = std::min(m_position + 1, m_source.size());
         add(ScriptToken::Kind::Literal, start);
     }
@@ -116,7 +154,7 @@ private:
             const auto previous = m_source[m_position - 1];
             const bool isExponentSign = (current() == u'+' || current() == u'-')
                 && (previous == u'e' || previous == u'E') && at(start + 1) != u'x' && at(start + 1) != u'X';
-            if (!isNamePart(current()) && current() != u'.' && !isExponentSign)
+            if (!has(current(), NamePart) && current() != u'.' && !isExponentSign)
                 break;
         }
         add(ScriptToken::Kind::Literal, start);
@@ -124,9 +162,11 @@ private:
 
     void scanName()
     {
-        const auto start = m_position++;
-        while (m_position < m_source.size() && isNamePart(current()))
-            ++m_position;
+        const auto start = m_position;
+        auto end = start + 1;
+        while (end < m_source.size() && has(m_source[end], NamePart))
+            ++end;
+        m_position = end;
         add(ScriptToken::Kind::Name, start);
     }
 
@@ -134,7 +174,7 @@ private:
     {
         const auto start = m_position++;
         bool isInClass = false;
-        while (m_position < m_source.size() && !isLineBreak(current()) && (isInClass || current() != u'/')) {
+        while (m_position < m_source.size() && !has(current(), LineBreak) && (isInClass || current() != u'/')) {
             if (current() == u'[')
                 isInClass = true;
             else if (current() == u']')
@@ -142,7 +182,7 @@ private:
             m_position += current() == u'\\' ? 2 : 1;
         }
         m_position = std::min(m_position + 1, m_source.size());
-        while (m_position < m_source.size() && isNamePart(current()))
+        while (m_position < m_source.size() && has(current(), NamePart))
             ++m_position; // flags
         add(ScriptToken::Kind::Literal, start);
     }
@@ -200,8 +240,8 @@ private:
         };
         if (m_open.empty() || !matches(m_open.back()))
             return;
-        m_tokens[std::size_t(m_open.back())].partner = closing;
-        m_tokens[std::size_t(closing)].partner = m_open.back();
+        m_tokens[std::size_t(m_open.back())].partner = qint32(closing);
+        m_tokens[std::size_t(closing)].partner = qint32(m_open.back());
         m_open.pop_back();
     }
 
@@ -226,9 +266,9 @@ private:
         if (closing.partner < 1)
             return true;
         const auto &before = m_tokens[std::size_t(closing.partner - 1)];
-        const auto text = before.text(m_source);
-        return text == u")" || text == u";" || text == u"{" || text == u"}" || text == u"=>" || text == u"else"
-            || text == u"do" || text == u"try" || text == u"finally";
+        const auto reads = [&](std::u16string_view text) { return before.is(m_source, text); };
+        return reads(u")") || reads(u";") || reads(u"{") || reads(u"}") || reads(u"=>") || reads(u"else")
+            || reads(u"do") || reads(u"try") || reads(u"finally");
     }
 
     QStringView m_source;
@@ -242,6 +282,8 @@ private:
 
 std::vector<ScriptToken> scriptTokens(QStringView source)
 {
+    if (source.size() > std::numeric_limits<qint32>::max())
+        return {};
     return Scanner(source).scan();
 }
 
@@ -271,6 +313,9 @@ bool closesCondition(QStringView source, const std::vector<ScriptToken> &tokens,
     const auto &closing = tokens[index];
     if (!closing.is(source, u')') || closing.partner < 1)
         return false;
-    const auto word = tokens[std::size_t(closing.partner - 1)].text(source);
+    const auto before = std::size_t(closing.partner - 1);
+    const auto word = tokens[before].text(source);
+    if (word == u"await")
+        return before > 0 && tokens[before - 1].is(source, u"for");
     return word == u"if" || word == u"while" || word == u"for" || word == u"with";
 }

@@ -1,4 +1,4 @@
-#include "manager/ParallelWork.h"
+#include "platform/ParallelWork.h"
 
 #include <algorithm>
 #include <thread>
