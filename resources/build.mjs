@@ -30,6 +30,8 @@ const sessionModules = {
         build.onResolve({ filter: /^npm:/ }, ({ path: name }) =>
             build.resolve('./' + name.slice(4), { kind: 'require-call', resolveDir: path.join(packages, 'node_modules') }));
         build.onResolve({ filter: /^(host:|korvan$|korvan\/)/ }, ({ path: name }) => ({ path: name, external: true }));
+        // The engine's own collections, where a package would bring copies for engines without.
+        build.onResolve({ filter: /\/es\.(map|set)$/ }, () => ({ path: path.join(modulesFolder, 'support/nothing.js') }));
         build.onResolve({ filter: /^\.\/[^/]+-full$/ }, ({ path: name }) => ({ path: name, external: true }));
         build.onResolve({ filter: /^[a-z_0-9-]+\/?$/ }, ({ path: name }) => {
             const plain = name.replace(/\/$/, '');
@@ -51,8 +53,8 @@ async function bundle(entry, file) {
         mainFields: ['browser', 'main'],
         nodePaths: [path.join(packages, 'node_modules')],
         target: 'safari16.4',
-        minify: true,
-        keepNames: false,
+        minifySyntax: true,
+        minifyWhitespace: true, // names stay: they stand in stacks, and a class has its name
         legalComments: 'none',
         metafile: true,
         absWorkingDir: packages,

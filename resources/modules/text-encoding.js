@@ -1,2 +1,4 @@
+const named = require('./support/names');
 const { TextEncoder, TextDecoder } = require('npm:@exodus/bytes/encoding-lite.js');
-module.exports = { TextEncoder, TextDecoder };
+
+module.exports = named({ TextEncoder, TextDecoder });

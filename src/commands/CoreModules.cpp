@@ -71,13 +71,13 @@ COScript::CoreModules modulesInResources()
 const char *packageOfGlobal(const QString &name)
 {
     static const QHash<QString, const char *> packages{
-        {QStringLiteral("AbortController"), "event-target"},
-        {QStringLiteral("AbortSignal"), "event-target"},
+        {QStringLiteral("AbortController"), "web"},
+        {QStringLiteral("AbortSignal"), "web"},
         {QStringLiteral("Blob"), "fetch"},
         {QStringLiteral("Buffer"), "buffer"},
-        {QStringLiteral("DOMException"), "event-target"},
-        {QStringLiteral("Event"), "event-target"},
-        {QStringLiteral("EventTarget"), "event-target"},
+        {QStringLiteral("DOMException"), "web"},
+        {QStringLiteral("Event"), "web"},
+        {QStringLiteral("EventTarget"), "web"},
         {QStringLiteral("Headers"), "fetch"},
         {QStringLiteral("Request"), "fetch"},
         {QStringLiteral("Response"), "fetch"},
@@ -85,12 +85,12 @@ const char *packageOfGlobal(const QString &name)
         {QStringLiteral("TextEncoder"), "text-encoding"},
         {QStringLiteral("URL"), "url"},
         {QStringLiteral("URLSearchParams"), "url"},
-        {QStringLiteral("atob"), "base64"},
-        {QStringLiteral("btoa"), "base64"},
+        {QStringLiteral("atob"), "web"},
+        {QStringLiteral("btoa"), "web"},
         {QStringLiteral("fetch"), "fetch"},
         {QStringLiteral("performance"), "performance"},
         {QStringLiteral("process"), "process"},
-        {QStringLiteral("structuredClone"), "structured-clone"},
+        {QStringLiteral("structuredClone"), "web"},
     };
     return packages.value(name);
 }

@@ -35,7 +35,11 @@
             return value;
         };
         Object.defineProperty(global, name, {
-            get: () => settle(host(code, name)), set: settle, configurable: true, enumerable,
+            get() {
+                const value = host(code, name);
+                return value === undefined ? value : settle(value); // a module that is being loaded may ask for its own
+            },
+            set: settle, configurable: true, enumerable,
         });
     };
 })

@@ -1,1 +1,0 @@
-module.exports = { structuredClone: require('npm:core-js-pure/actual/structured-clone') };

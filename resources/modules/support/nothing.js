@@ -1,0 +1,1 @@
+// In place of a module that is not needed here.
