@@ -73,7 +73,6 @@ const char *packageOfGlobal(const QString &name)
     static const QHash<QString, const char *> packages{
         {QStringLiteral("AbortController"), "web"},
         {QStringLiteral("AbortSignal"), "web"},
-        {QStringLiteral("Blob"), "fetch"},
         {QStringLiteral("Buffer"), "buffer"},
         {QStringLiteral("DOMException"), "web"},
         {QStringLiteral("Event"), "web"},

@@ -1,6 +1,6 @@
 // Evaluates calls, in node and in a script session alike, and answers what they came to in a form that can be compared.
 //
-// The session makes globals of core modules for texts that mention them: AbortController AbortSignal Blob Buffer
+// The session makes globals of core modules for texts that mention them: AbortController AbortSignal Buffer
 // DOMException Event EventTarget Headers Request Response TextDecoder TextEncoder URL URLSearchParams atob btoa fetch
 // performance process structuredClone
 

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr std::array<QStringView, scriptGlobalCount> names{u"AbortController", u"AbortSignal", u"Blob", u"Buffer",
+constexpr std::array<QStringView, scriptGlobalCount> names{u"AbortController", u"AbortSignal", u"Buffer",
     u"DOMException", u"Event", u"EventTarget", u"Headers", u"Request", u"Response", u"TextDecoder", u"TextEncoder",
     u"URL", u"URLSearchParams", u"atob", u"btoa", u"fetch", u"performance", u"process", u"structuredClone"};
 

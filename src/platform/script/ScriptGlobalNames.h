@@ -8,7 +8,7 @@
 
 /// The globals that core modules implement. A session makes one when a source that mentions it is about to be
 /// evaluated: each property of a global object costs a session a microsecond, whether or not anybody uses it.
-inline constexpr std::size_t scriptGlobalCount = 20;
+inline constexpr std::size_t scriptGlobalCount = 19;
 using ScriptGlobals = std::bitset<scriptGlobalCount>;
 
 /// Their names, in the order of the bits.

@@ -1,6 +1,7 @@
 #include "platform/services/PlatformServices.h"
 
 #include "platform/LTAppEnvironment.h"
+#include "platform/services/FetchService.h"
 #include "platform/services/ProcessService.h"
 
 #include <QHash>
@@ -14,11 +15,17 @@ QVariant applicationService(const std::shared_ptr<ScriptHost> &)
     return QVariantMap{{QStringLiteral("version"), LTAppEnvironment::current().bundleShortVersion()}};
 }
 
+QVariant fetchService(const std::shared_ptr<ScriptHost> &host)
+{
+    return QVariant::fromValue(ScriptObjectPointer(std::make_shared<FetchService>(host)));
+}
+
 const QHash<QString, Factory> &factories()
 {
     static const QHash<QString, Factory> all{
         {QStringLiteral("application"), &applicationService},
         {QStringLiteral("clock"), &clockService},
+        {QStringLiteral("fetch"), &fetchService},
         {QStringLiteral("process"), &processService},
         {QStringLiteral("system"), &systemService},
     };

@@ -8,6 +8,7 @@
 /// |---|---|
 /// | "application" | a dictionary: "version" is the application's |
 /// | "clock", "process", "system" | see ProcessService.h |
+/// | "fetch" | a FetchService |
 ///
 /// Nil for any other name. Main thread.
 QVariant platformService(const QString &name, const std::shared_ptr<ScriptHost> &host);
