@@ -27,11 +27,13 @@ const parts = { url: ['tr46-full'] };
 const sessionModules = {
     name: 'session-modules',
     setup(build) {
+        const resolveDir = path.join(packages, 'node_modules');
         build.onResolve({ filter: /^npm:/ }, ({ path: name }) =>
-            build.resolve('./' + name.slice(4), { kind: 'require-call', resolveDir: path.join(packages, 'node_modules') }));
+            build.resolve('./' + name.slice(4), { kind: 'require-call', resolveDir }));
         build.onResolve({ filter: /^(host:|korvan$|korvan\/)/ }, ({ path: name }) => ({ path: name, external: true }));
         // The engine's own collections, where a package would bring copies for engines without.
-        build.onResolve({ filter: /\/es\.(map|set)$/ }, () => ({ path: path.join(modulesFolder, 'support/nothing.js') }));
+        const nothing = path.join(modulesFolder, 'support/nothing.js');
+        build.onResolve({ filter: /\/es\.(map|set)$/ }, () => ({ path: nothing }));
         build.onResolve({ filter: /^\.\/[^/]+-full$/ }, ({ path: name }) => ({ path: name, external: true }));
         build.onResolve({ filter: /^[a-z_0-9-]+\/?$/ }, ({ path: name }) => {
             const plain = name.replace(/\/$/, '');
@@ -42,6 +44,12 @@ const sessionModules = {
         });
     },
 };
+
+// The bundler names each module's function after its path on this machine; from the package's name on is enough.
+function withPlainNames(script) {
+    const pathBeforeFunction = /\{"[^"\n]*?(?:node_modules|resources\/modules|resources\/api)\/([^"\n]+)"\(/g;
+    return script.replace(pathBeforeFunction, (match, rest) => `{"${rest.replace(/^.*node_modules\//, '')}"(`);
+}
 
 async function bundle(entry, file) {
     const result = await esbuild.build({
@@ -57,10 +65,13 @@ async function bundle(entry, file) {
         minifyWhitespace: true, // names stay: they stand in stacks, and a class has its name
         legalComments: 'none',
         metafile: true,
+        write: false,
         absWorkingDir: packages,
         logLevel: 'warning',
         plugins: [sessionModules],
     });
+    fs.mkdirSync(path.dirname(file), { recursive: true });
+    fs.writeFileSync(file, withPlainNames(result.outputFiles[0].text));
     return Object.keys(result.metafile.inputs);
 }
 
@@ -85,22 +96,26 @@ function licenceOf(folder) {
     return `${name} ${version} (${license})\n\n${text}\n`;
 }
 
-const scriptsIn = (folder) => (fs.existsSync(folder) ? fs.readdirSync(folder) : []).filter((name) => name.endsWith('.js')).sort();
+function scriptsIn(folder) {
+    const names = fs.existsSync(folder) ? fs.readdirSync(folder) : [];
+    return names.filter((name) => name.endsWith('.js')).sort();
+}
+
 const inputs = new Set();
+async function make(entry, file) {
+    for (const input of await bundle(entry, file))
+        inputs.add(input);
+}
+
 fs.rmSync(output, { recursive: true, force: true });
 for (const entry of scriptsIn(modulesFolder)) {
     const name = path.basename(entry, '.js');
     const folder = path.join(output, 'core-modules/@krpm', name);
-    for (const input of await bundle(path.join(modulesFolder, entry), path.join(folder, 'index.js')))
-        inputs.add(input);
-    for (const part of parts[name] ?? []) {
-        for (const input of await bundle(path.join(modulesFolder, 'support', part + '.js'), path.join(folder, part + '.js')))
-            inputs.add(input);
-    }
+    await make(path.join(modulesFolder, entry), path.join(folder, 'index.js'));
+    for (const part of parts[name] ?? [])
+        await make(path.join(modulesFolder, 'support', part + '.js'), path.join(folder, part + '.js'));
 }
-for (const entry of scriptsIn(apiFolder)) {
-    for (const input of await bundle(path.join(apiFolder, entry), path.join(output, entry)))
-        inputs.add(input);
-}
+for (const entry of scriptsIn(apiFolder))
+    await make(path.join(apiFolder, entry), path.join(output, entry));
 const licences = packagesOf(inputs).map(licenceOf);
 fs.writeFileSync(path.join(output, 'core-modules/LICENSES.txt'), licences.join(`\n${'-'.repeat(80)}\n\n`));

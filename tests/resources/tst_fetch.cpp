@@ -196,8 +196,9 @@ void tst_Fetch::failures_data()
 {
     QTest::addColumn<QString>("expression");
     QTest::addColumn<QString>("message");
-    QTest::newRow("plain http") << u"fetch('http://server.invalid/')"_s
-                                << u"^TypeError: fetch of http://server.invalid/ has failed: .*server.invalid.*"_s;
+    QTest::newRow("plain http")
+        << u"fetch('http://server.invalid/')"_s
+        << u"^TypeError: fetch of http://server.invalid/ has failed: .*server.invalid.* Use a URL that begins with \"https://\"\\.$"_s;
     QTest::newRow("scheme") << u"fetch('file:///etc/passwd')"_s
                             << u"^TypeError: fetch of file:///etc/passwd has failed: .+"_s;
     QTest::newRow("no URL") << u"fetch('nonsense')"_s << u"^TypeError: Failed to parse URL from nonsense$"_s;

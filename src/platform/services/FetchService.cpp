@@ -1,6 +1,7 @@
 #include "platform/services/FetchService.h"
 
 #include "platform/LTAppEnvironment.h"
+#include "platform/network/URLError.h"
 #include "platform/script/ScriptClass.h"
 #include "platform/script/ScriptException.h"
 
@@ -81,6 +82,39 @@ URLSession session()
     return URLSession(configuration);
 }
 
+/// What the author of the script can do about an error; empty when there is nothing.
+QString adviceFor(URLErrorCode code)
+{
+    switch (code) {
+    case URLErrorCode::PlainHTTPNotAllowed:
+    case URLErrorCode::UnsupportedURL:
+    case URLErrorCode::BadURL:
+        return QStringLiteral(" Use a URL that begins with \"https://\".");
+    case URLErrorCode::DataTooLarge:
+        return QStringLiteral(" Ask for less: an answer may have 64 MB.");
+    case URLErrorCode::CannotFindHost:
+        return QStringLiteral(" Check the server's name, and whether this computer is connected to the network.");
+    case URLErrorCode::CannotConnectToHost:
+    case URLErrorCode::NetworkConnectionLost:
+    case URLErrorCode::TimedOut:
+        return QStringLiteral(" Check whether the server is running, or try again later.");
+    case URLErrorCode::SecureConnectionFailed:
+    case URLErrorCode::CertificateUntrusted:
+        return QStringLiteral(" Check the server's certificate.");
+    case URLErrorCode::TooManyRedirects:
+        return QStringLiteral(" Ask for the address that the server leads to in the end.");
+    default:
+        return {};
+    }
+}
+
+/// Null when there is no error.
+QVariant describe(const std::optional<KRError> &error)
+{
+    return error ? QVariant(error->localizedDescription + adviceFor(URLErrorCode(error->code)))
+                 : QVariant::fromValue(nullptr);
+}
+
 QVariantMap describe(const QByteArray &body, const URLResponse &response)
 {
     QVariantList headers;
@@ -140,8 +174,7 @@ void FetchService::finish(
         return;
     const auto request = std::move(found->second); // which keeps the session running until its script knows
     m_requests.erase(found);
-    const auto failure = error ? QVariant(error->localizedDescription) : QVariant::fromValue(nullptr);
-    request.callback.call({failure, describe(body, response)});
+    request.callback.call({describe(error), describe(body, response)});
 }
 
 const ScriptClass &FetchService::scriptClass() const
