@@ -31,9 +31,6 @@ const sessionModules = {
         build.onResolve({ filter: /^npm:/ }, ({ path: name }) =>
             build.resolve('./' + name.slice(4), { kind: 'require-call', resolveDir }));
         build.onResolve({ filter: /^(host:|korvan$|korvan\/)/ }, ({ path: name }) => ({ path: name, external: true }));
-        // The engine's own collections, where a package would bring copies for engines without.
-        const nothing = path.join(modulesFolder, 'support/nothing.js');
-        build.onResolve({ filter: /\/es\.(map|set)$/ }, () => ({ path: nothing }));
         build.onResolve({ filter: /^\.\/[^/]+-full$/ }, ({ path: name }) => ({ path: name, external: true }));
         build.onResolve({ filter: /^[a-z_0-9-]+\/?$/ }, ({ path: name }) => {
             const plain = name.replace(/\/$/, '');

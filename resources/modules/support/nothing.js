@@ -1,1 +1,0 @@
-// In place of a module that is not needed here.
