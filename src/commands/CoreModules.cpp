@@ -6,6 +6,8 @@
 #include "platform/LTAppEnvironment.h"
 #include "platform/UserDefaults.h"
 
+#include <QHash>
+
 #include <vector>
 
 namespace {
@@ -15,6 +17,11 @@ struct Module
     QString name;
     QString resource;
 };
+
+QString resourceOfPackage(const QString &name)
+{
+    return QStringLiteral("core-modules/@krpm/%1/index").arg(name);
+}
 
 const std::vector<Module> &modules()
 {
@@ -31,7 +38,7 @@ const std::vector<Module> &modules()
             "stream", "string_decoder", "timers", "util"};
         for (const char *const name : nodeModules) {
             const auto text = QString::fromLatin1(name);
-            result.push_back({text, QStringLiteral("core-modules/@krpm/%1/index").arg(text)});
+            result.push_back({text, resourceOfPackage(text)});
         }
         return result;
     }();
@@ -60,6 +67,33 @@ COScript::CoreModules modulesInResources()
     return map;
 }
 
+/// The package behind a global; null when there is none.
+const char *packageOfGlobal(const QString &name)
+{
+    static const QHash<QString, const char *> packages{
+        {QStringLiteral("AbortController"), "web"},
+        {QStringLiteral("AbortSignal"), "web"},
+        {QStringLiteral("Buffer"), "buffer"},
+        {QStringLiteral("DOMException"), "web"},
+        {QStringLiteral("Event"), "web"},
+        {QStringLiteral("EventTarget"), "web"},
+        {QStringLiteral("Headers"), "fetch"},
+        {QStringLiteral("Request"), "fetch"},
+        {QStringLiteral("Response"), "fetch"},
+        {QStringLiteral("TextDecoder"), "text-encoding"},
+        {QStringLiteral("TextEncoder"), "text-encoding"},
+        {QStringLiteral("URL"), "url"},
+        {QStringLiteral("URLSearchParams"), "url"},
+        {QStringLiteral("atob"), "web"},
+        {QStringLiteral("btoa"), "web"},
+        {QStringLiteral("fetch"), "fetch"},
+        {QStringLiteral("performance"), "performance"},
+        {QStringLiteral("process"), "process"},
+        {QStringLiteral("structuredClone"), "web"},
+    };
+    return packages.value(name);
+}
+
 } // namespace
 
 COScript::CoreModules coreModulesOfApplication()
@@ -82,4 +116,15 @@ QStringList namesOfCoreModules()
     for (const auto &module : modules())
         names.append(module.name);
     return names;
+}
+
+ScriptGlobal coreModuleOfGlobal(const QString &name, const COScript::CoreModules &modules)
+{
+    const auto package = QString::fromLatin1(packageOfGlobal(name));
+    if (package.isEmpty())
+        return {};
+    const auto mapped = modules.constFind(package);
+    if (mapped != modules.constEnd())
+        return {*mapped, package == name ? QString() : name}; // a module that is the global
+    return {LTAppEnvironment::current().urlForResource(resourceOfPackage(package), QStringLiteral("js")), name};
 }

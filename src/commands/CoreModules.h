@@ -2,6 +2,7 @@
 
 #include "platform/Export.h"
 #include "platform/script/COScript.h"
+#include "platform/script/ScriptHost.h"
 
 #include <QStringList>
 
@@ -13,3 +14,7 @@ COScript::CoreModules coreModulesOfApplication();
 
 /// The names of all of them, those without a file among them.
 KORVAN_EXPORT QStringList namesOfCoreModules();
+
+/// The core module behind a global of that name: one of `modules`, or one of the application's resources that has no
+/// name of its own.
+ScriptGlobal coreModuleOfGlobal(const QString &name, const COScript::CoreModules &modules);

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <tuple>
 
 using namespace Qt::StringLiterals;
 
@@ -18,6 +19,27 @@ constexpr qint64 largestRedirectBody = 64 * 1024;
 /// Nothing that arrives begins such a watch anew.
 constexpr qint64 noNumberOfBytes = std::numeric_limits<qint64>::max();
 
+const char *nameOf(URLRequest::Method method)
+{
+    switch (method) {
+    case URLRequest::Method::Get:
+        return "GET";
+    case URLRequest::Method::Head:
+        return "HEAD";
+    case URLRequest::Method::Post:
+        return "POST";
+    case URLRequest::Method::Put:
+        return "PUT";
+    case URLRequest::Method::Patch:
+        return "PATCH";
+    case URLRequest::Method::Delete:
+        return "DELETE";
+    case URLRequest::Method::Options:
+        return "OPTIONS";
+    }
+    return "GET";
+}
+
 StallWatch::Clock::time_point now()
 {
     return StallWatch::Clock::now();
@@ -26,13 +48,13 @@ StallWatch::Clock::time_point now()
 } // namespace
 
 Transfer::Transfer(URLRequest request, SessionConfiguration configuration, std::shared_ptr<TransferReceiver> receiver)
-    : m_url(std::move(request.url))
-    , m_method(request.method)
+    : m_url(request.url)
+    , m_request(std::move(request))
     , m_configuration(std::move(configuration))
     , m_receiver(std::move(receiver))
-    , m_connectTimeout(request.timeoutInterval.value_or(m_configuration.connectTimeout))
+    , m_connectTimeout(m_request.timeoutInterval.value_or(m_configuration.connectTimeout))
     , m_connectWatch(m_connectTimeout, noNumberOfBytes)
-    , m_stallWatch(request.timeoutInterval.value_or(m_configuration.stallTimeout), m_configuration.stallMinimumBytes)
+    , m_stallWatch(m_request.timeoutInterval.value_or(m_configuration.stallTimeout), m_configuration.stallMinimumBytes)
     , m_wholeWatch(m_configuration.longestTransfer.value_or(std::chrono::milliseconds::max()), noNumberOfBytes)
     , m_error(refusalToFetch(m_url))
 { }
@@ -72,7 +94,7 @@ void Transfer::setRules()
     const bool isPlain = m_url.scheme() == u"http"_s;
     curl_easy_setopt(handle, CURLOPT_URL, m_url.toEncoded(QUrl::RemoveFragment).constData());
     curl_easy_setopt(handle, CURLOPT_PROTOCOLS_STR, isPlain ? "http" : "https");
-    curl_easy_setopt(handle, CURLOPT_NOBODY, m_method == URLRequest::Method::Head ? 1L : 0L);
+    setRequest();
     curl_easy_setopt(handle, CURLOPT_FOLLOWLOCATION, 0L);
     curl_easy_setopt(handle, CURLOPT_USERAGENT, "KorvanPluginManager"); // some servers refuse who has none
     curl_easy_setopt(handle, CURLOPT_ACCEPT_ENCODING, ""); // everything that can be decoded
@@ -93,6 +115,34 @@ void Transfer::setRules()
     if (!m_configuration.certificateAuthorityFile.isEmpty())
         curl_easy_setopt(
             handle, CURLOPT_CAINFO, QFile::encodeName(m_configuration.certificateAuthorityFile).constData());
+}
+
+void Transfer::setRequest()
+{
+    CURL *handle = m_handle.get();
+    const bool hasBody = !m_request.body.isNull();
+    curl_easy_setopt(handle, CURLOPT_NOBODY, m_request.method == URLRequest::Method::Head ? 1L : 0L);
+    if (hasBody) {
+        curl_easy_setopt(handle, CURLOPT_POSTFIELDSIZE_LARGE, curl_off_t{m_request.body.size()});
+        curl_easy_setopt(handle, CURLOPT_POSTFIELDS, m_request.body.constData());
+    }
+    if (hasBody || (m_request.method != URLRequest::Method::Get && m_request.method != URLRequest::Method::Head))
+        curl_easy_setopt(handle, CURLOPT_CUSTOMREQUEST, nameOf(m_request.method));
+
+    m_headers.reset();
+    const auto add = [this](const QByteArray &line) {
+        if (auto *const list = curl_slist_append(m_headers.get(), line.constData())) {
+            std::ignore = m_headers.release(); // it is the list's beginning still
+            m_headers.reset(list);
+        }
+    };
+    if (hasBody) { // what the transfer library would add by itself
+        add("Content-Type:");
+        add("Expect:");
+    }
+    for (const auto &[name, value] : m_request.headers)
+        add(value.isEmpty() ? name + ';' : name + ": " + value); // its notation for a field without a value
+    curl_easy_setopt(handle, CURLOPT_HTTPHEADER, m_headers.get());
 }
 
 void Transfer::setCallbacks()
@@ -196,6 +246,8 @@ std::optional<QByteArray> Transfer::header(const char *name) const
 
 std::optional<QByteArray> Transfer::redirectLocation() const
 {
+    if (m_request.redirects == URLRequest::Redirects::Answer)
+        return {};
     switch (statusCode()) {
     case 301:
     case 302:
@@ -212,7 +264,7 @@ Transfer::Next Transfer::requestEnded(CURLcode code)
 {
     if (code == CURLE_OK && !m_headIsWhole) // which the transfer library takes for an answer without body
         code = CURLE_PARTIAL_FILE;
-    m_response = {m_url, statusCode()};
+    m_response = {m_url, statusCode(), responseHeaders()};
     if (m_error)
         return Next::Finish;
     if (code == CURLE_OPERATION_TIMEDOUT && wasOnlyBusy())
@@ -240,8 +292,42 @@ Transfer::Next Transfer::follow(const QByteArray &location)
     else if (auto refusal = refusalToFollow(m_url, target))
         fail(*std::move(refusal));
     else
-        m_url = target;
+        changeRequestFor(target);
     return m_error ? Next::Finish : Next::Request;
+}
+
+/// As browsers do: a form that was sent is answered by a page to be fetched, and what was meant for one host stays
+/// there.
+void Transfer::changeRequestFor(const QUrl &target)
+{
+    using Method = URLRequest::Method;
+    const int status = statusCode();
+    const bool wasPosted = (status == 301 || status == 302) && m_request.method == Method::Post;
+    const bool isSeeOther = status == 303 && m_request.method != Method::Get && m_request.method != Method::Head;
+    const bool isOtherHost = m_url.scheme() != target.scheme() || m_url.authority() != target.authority();
+    if (wasPosted || isSeeOther) {
+        m_request.method = Method::Get;
+        m_request.body = {};
+    }
+    m_request.headers.removeIf([&](const auto &field) {
+        const auto &name = field.first;
+        const bool isOfBody = isHeaderNamed(name, "Content-Type") || isHeaderNamed(name, "Content-Encoding")
+            || isHeaderNamed(name, "Content-Language") || isHeaderNamed(name, "Content-Location");
+        const bool isSecret = isHeaderNamed(name, "Authorization") || isHeaderNamed(name, "Cookie");
+        return (isOfBody && (wasPosted || isSeeOther)) || (isSecret && isOtherHost);
+    });
+    m_url = target;
+}
+
+HTTPHeaders Transfer::responseHeaders() const
+{
+    HTTPHeaders fields;
+    if (m_request.responseHeaders == URLRequest::ResponseHeaders::Drop)
+        return fields;
+    curl_header *field = nullptr;
+    while ((field = curl_easy_nextheader(m_handle.get(), CURLH_HEADER, -1, field)))
+        fields.append({QByteArray(field->name), QByteArray(field->value)});
+    return fields;
 }
 
 bool Transfer::wasMultiplexing() const

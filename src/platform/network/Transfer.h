@@ -68,6 +68,7 @@ private:
     static int connected(void *transfer, char *, char *, int, int);
 
     void setRules();
+    void setRequest();
     void setCallbacks();
     bool takeBody(QByteArrayView bytes);
     void takeHeader(QByteArrayView line);
@@ -78,9 +79,17 @@ private:
     std::optional<QByteArray> redirectLocation() const;
     bool wasOnlyBusy() const;
     Next follow(const QByteArray &location);
+    void changeRequestFor(const QUrl &target);
+    HTTPHeaders responseHeaders() const;
 
     QUrl m_url;
-    URLRequest::Method m_method;
+    /// As it is sent next; redirects may change it.
+    URLRequest m_request;
+    struct ListDeleter
+    {
+        void operator()(curl_slist *list) const { curl_slist_free_all(list); }
+    };
+    std::unique_ptr<curl_slist, ListDeleter> m_headers;
     SessionConfiguration m_configuration;
     std::shared_ptr<TransferReceiver> m_receiver;
     std::chrono::milliseconds m_connectTimeout;

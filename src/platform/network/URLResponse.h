@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/network/HTTPHeader.h"
+
 #include <QUrl>
 
 /// What a server answered, apart from the body. A plain value.
@@ -9,6 +11,8 @@ struct URLResponse
     QUrl url;
     /// The HTTP status; 0 when no server has answered.
     int statusCode = 0;
+    /// Only when the request has asked for them.
+    HTTPHeaders headers = {};
 
     friend bool operator==(const URLResponse &, const URLResponse &) = default;
 };

@@ -39,6 +39,7 @@ URLSessionDataTask::URLSessionDataTask(std::shared_ptr<NetworkThread> thread, Se
     , m_configuration(std::move(configuration))
     , m_request(std::move(request))
     , m_completionHandler(std::move(completionHandler))
+    , m_transfer(std::make_shared<std::optional<TransferID>>())
 { }
 
 void URLSessionDataTask::resume()
@@ -51,8 +52,16 @@ void URLSessionDataTask::resume()
     if (!completion)
         return;
     m_thread->post([thread = m_thread.get(), configuration = m_configuration, request = m_request,
-                       receiver = std::make_shared<DataReceiver>(std::move(completion))] {
-        thread->transfers().start(std::make_unique<Transfer>(request, configuration, receiver));
+                       transfer = m_transfer, receiver = std::make_shared<DataReceiver>(std::move(completion))] {
+        *transfer = thread->transfers().start(std::make_unique<Transfer>(request, configuration, receiver));
+    });
+}
+
+void URLSessionDataTask::cancel()
+{
+    m_thread->post([thread = m_thread.get(), transfer = m_transfer] {
+        if (*transfer)
+            thread->transfers().cancel(**transfer);
     });
 }
 

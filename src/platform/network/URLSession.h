@@ -2,6 +2,7 @@
 
 #include "platform/KRError.h"
 #include "platform/network/SessionConfiguration.h"
+#include "platform/network/TransferQueue.h"
 #include "platform/network/URLRequest.h"
 #include "platform/network/URLResponse.h"
 
@@ -31,6 +32,8 @@ public:
 
     /// Starts it. Nothing for a task that was resumed before.
     void resume();
+    /// Ends it with the error "cancelled". Nothing for one that has ended, or that was never resumed.
+    void cancel();
 
 private:
     std::shared_ptr<NetworkThread> m_thread;
@@ -38,6 +41,8 @@ private:
     URLRequest m_request;
     std::mutex m_mutex;
     DataCompletion m_completionHandler;
+    /// Set and read on the network thread.
+    std::shared_ptr<std::optional<TransferID>> m_transfer;
 };
 
 /// Fetches small answers into memory. Thread-safe.

@@ -22,6 +22,7 @@ ScriptSession::Live::Live(ScriptSession &session)
 ScriptSession::ScriptSession(const ScriptCoreModules &coreModules, const QString &name)
     : m_name(name)
     , m_modules(coreModules)
+    , m_services([this] { tellFlowDelegate(); })
     , m_live(std::make_unique<Live>(*this))
 { }
 
@@ -35,6 +36,7 @@ void ScriptSession::end()
         return;
     m_live->timers.stopAll();
     m_live->operations.setConverter(nullptr);
+    m_services.end();
     m_live->converter.end();
     m_promises.clear();
     m_pushedObjects.clear();
@@ -111,6 +113,7 @@ QVariant ScriptSession::execute(const QString &source)
 
 JSValueRef ScriptSession::evaluate(Live &live, const Source &source, JSValueRef *exception)
 {
+    addGlobals(live, source.text);
     auto &context = live.context;
     const ScriptString sourceURL{QStringView(source.url)};
     auto text = source.head + source.text + source.tail;

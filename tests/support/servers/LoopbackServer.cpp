@@ -28,6 +28,24 @@ QByteArray readHead(int socket)
     return head;
 }
 
+/// Null when the client has hung up before its end.
+QByteArray readBody(int socket, const QByteArray &head)
+{
+    static constexpr char field[] = "\r\ncontent-length:";
+    const auto begin = head.toLower().indexOf(field);
+    const auto size =
+        begin < 0 ? 0 : head.mid(begin + qsizetype(sizeof field) - 1).split('\r').first().trimmed().toLongLong();
+    QByteArray body(size, '\0');
+    qsizetype received = 0;
+    while (received < size) {
+        const auto count = recv(socket, body.data() + received, std::size_t(size - received), 0);
+        if (count <= 0)
+            return {};
+        received += count;
+    }
+    return body;
+}
+
 bool sendAll(int socket, const QByteArray &bytes)
 {
     qsizetype sent = 0;
@@ -173,6 +191,12 @@ QByteArray LoopbackServer::lastRequest() const
     return m_requests.value(m_requests.size() - 1);
 }
 
+QByteArray LoopbackServer::lastBody() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_lastBody;
+}
+
 int LoopbackServer::connectionCount() const
 {
     const std::lock_guard lock(m_mutex);
@@ -226,17 +250,21 @@ bool LoopbackServer::serveOne(int socket)
     const QByteArray head = readHead(socket);
     if (head.isEmpty())
         return false;
-    const Answer answer = beginRequest(head);
+    const QByteArray body = readBody(socket, head);
+    if (body.isNull())
+        return false;
+    const Answer answer = beginRequest(head, body);
     const bool isWhole = play(socket, answer);
     const std::lock_guard lock(m_mutex);
     --m_concurrency;
     return isWhole && answer.m_keepAlive;
 }
 
-Answer LoopbackServer::beginRequest(const QByteArray &head)
+Answer LoopbackServer::beginRequest(const QByteArray &head, const QByteArray &body)
 {
     const std::lock_guard lock(m_mutex);
     m_requests.append(head);
+    m_lastBody = body;
     m_largestConcurrency = std::max(m_largestConcurrency, ++m_concurrency);
     m_changed.notify_all();
     const auto found = m_answers.find(head.split(' ').value(1));

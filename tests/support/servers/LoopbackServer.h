@@ -69,6 +69,8 @@ public:
     QList<QByteArray> requestedPaths() const;
     /// The head of the last request.
     QByteArray lastRequest() const;
+    /// What came after it.
+    QByteArray lastBody() const;
     int connectionCount() const;
     /// How many requests have been answered at one time, at most.
     int largestConcurrency() const;
@@ -80,7 +82,7 @@ private:
     void acceptConnections();
     void serve(int socket);
     bool serveOne(int socket);
-    Answer beginRequest(const QByteArray &head);
+    Answer beginRequest(const QByteArray &head, const QByteArray &body);
     bool play(int socket, const Answer &answer);
     bool waitForRelease();
     template <class Condition>
@@ -93,6 +95,7 @@ private:
     bool m_stopping = false;
     std::map<QByteArray, QList<Answer>> m_answers;
     QList<QByteArray> m_requests;
+    QByteArray m_lastBody;
     std::set<int> m_sockets;
     std::vector<std::thread> m_threads;
     int m_connectionCount = 0;

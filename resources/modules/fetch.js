@@ -1,0 +1,50 @@
+// fetch over the application's own transfers. Bodies are held in memory: texts, bytes and URLSearchParams, no streams.
+const named = require('./support/names');
+const { Headers, Request, Response, received, headersOf } = require('./support/messages');
+const service = require('host:fetch');
+
+function failure(url, reason) {
+    return new TypeError(`fetch of ${url} has failed: ${reason}`);
+}
+
+function responseFrom(answer, request) {
+    const isWithoutBody = [204, 205, 304].includes(answer.status) || request.method === 'HEAD';
+    const response = new Response(isWithoutBody ? null : answer.body, { status: answer.status, headers: answer.headers });
+    return received(response, answer.url, answer.url !== request.url.replace(/#.*$/, ''));
+}
+
+function send(request, resolve, reject) {
+    const { signal } = request;
+    const number = service.start({
+        url: request.url, method: request.method, headers: headersOf(request), redirect: request.redirect,
+        body: request.takeBody(),
+    }, (reason, answer) => {
+        signal.removeEventListener('abort', cancel);
+        const isRedirect = reason === null && [301, 302, 303, 307, 308].includes(answer.status);
+        if (reason !== null)
+            reject(failure(request.url, reason));
+        else if (isRedirect && request.redirect === 'error')
+            reject(failure(request.url, 'The server redirects to another place, which the option "redirect" forbids.'));
+        else
+            resolve(responseFrom(answer, request));
+    });
+    function cancel() {
+        service.cancel(number);
+        reject(signal.reason);
+    }
+    signal.addEventListener('abort', cancel, { once: true });
+}
+
+function fetch(input, options) {
+    return new Promise((resolve, reject) => {
+        const request = new Request(input, options);
+        request.signal.throwIfAborted();
+        try {
+            send(request, resolve, reject);
+        } catch (error) {
+            reject(failure(request.url, error.message));
+        }
+    });
+}
+
+module.exports = named({ fetch, Headers, Request, Response });

@@ -1,0 +1,12 @@
+const path = require('npm:path-browserify');
+const { format } = path;
+
+// What node's "path" has learnt since the package was written.
+path.format = function (parts) {
+    if (parts && !parts.base && parts.ext && !parts.ext.startsWith('.'))
+        return format({ ...parts, ext: `.${parts.ext}` });
+    return format(parts);
+};
+path.toNamespacedPath = (name) => name;
+
+module.exports = path;

@@ -1,0 +1,2 @@
+// In place of the package abort-controller: the session's own.
+module.exports = { AbortController: globalThis.AbortController, AbortSignal: globalThis.AbortSignal };
