@@ -56,6 +56,7 @@ set(korvan_public_headers
     platform/script/COScript.h
     platform/script/ScriptCall.h
     platform/script/ScriptChecker.h
+    platform/script/ScriptActivity.h
     platform/script/ScriptClass.h
     platform/script/ScriptCoreModules.h
     platform/script/ScriptDictionary.h

@@ -24,7 +24,15 @@ JSContextGroupRef createGroup()
     return group;
 }
 
+/// Kept beside the engine, which a question about activities must not start.
+const ScriptLimitClient *outermostClient = nullptr;
+
 } // namespace
+
+ScriptActivityPointer currentScriptActivity()
+{
+    return outermostClient ? outermostClient->activity() : nullptr;
+}
 
 ScriptLimitClient::~ScriptLimitClient() = default;
 
@@ -114,15 +122,19 @@ void ScriptEngine::runPromiseReactions(JSContextRef context)
 void ScriptEngine::enter(ScriptLimitClient *client)
 {
     m_clients.push_back(client);
-    if (m_clients.size() == 1)
-        applyTimeLimit(client->timeLimit());
+    if (m_clients.size() > 1)
+        return;
+    outermostClient = client;
+    applyTimeLimit(client->timeLimit());
 }
 
 void ScriptEngine::leave()
 {
     m_clients.pop_back();
-    if (m_clients.empty())
+    if (m_clients.empty()) {
+        outermostClient = nullptr;
         m_stop.reset();
+    }
     while (m_clients.empty() && !m_workForLater.empty()) {
         const auto work = std::exchange(m_workForLater, {});
         for (const auto &function : work)
