@@ -61,6 +61,7 @@ set(korvan_public_headers
     platform/script/ScriptCoreModules.h
     platform/script/ScriptDictionary.h
     platform/script/ScriptException.h
+    platform/script/ScriptHost.h
     platform/script/ScriptObject.h
     platform/script/ScriptOutline.h
     platform/script/ScriptValue.h

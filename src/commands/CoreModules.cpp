@@ -6,6 +6,8 @@
 #include "platform/LTAppEnvironment.h"
 #include "platform/UserDefaults.h"
 
+#include <QHash>
+
 #include <vector>
 
 namespace {
@@ -15,6 +17,11 @@ struct Module
     QString name;
     QString resource;
 };
+
+QString resourceOfPackage(const QString &name)
+{
+    return QStringLiteral("core-modules/@krpm/%1/index").arg(name);
+}
 
 const std::vector<Module> &modules()
 {
@@ -31,7 +38,7 @@ const std::vector<Module> &modules()
             "stream", "string_decoder", "timers", "util"};
         for (const char *const name : nodeModules) {
             const auto text = QString::fromLatin1(name);
-            result.push_back({text, QStringLiteral("core-modules/@krpm/%1/index").arg(text)});
+            result.push_back({text, resourceOfPackage(text)});
         }
         return result;
     }();
@@ -60,6 +67,34 @@ COScript::CoreModules modulesInResources()
     return map;
 }
 
+/// The package behind a global; null when there is none.
+const char *packageOfGlobal(const QString &name)
+{
+    static const QHash<QString, const char *> packages{
+        {QStringLiteral("AbortController"), "event-target"},
+        {QStringLiteral("AbortSignal"), "event-target"},
+        {QStringLiteral("Blob"), "fetch"},
+        {QStringLiteral("Buffer"), "buffer"},
+        {QStringLiteral("DOMException"), "event-target"},
+        {QStringLiteral("Event"), "event-target"},
+        {QStringLiteral("EventTarget"), "event-target"},
+        {QStringLiteral("Headers"), "fetch"},
+        {QStringLiteral("Request"), "fetch"},
+        {QStringLiteral("Response"), "fetch"},
+        {QStringLiteral("TextDecoder"), "text-encoding"},
+        {QStringLiteral("TextEncoder"), "text-encoding"},
+        {QStringLiteral("URL"), "url"},
+        {QStringLiteral("URLSearchParams"), "url"},
+        {QStringLiteral("atob"), "base64"},
+        {QStringLiteral("btoa"), "base64"},
+        {QStringLiteral("fetch"), "fetch"},
+        {QStringLiteral("performance"), "performance"},
+        {QStringLiteral("process"), "process"},
+        {QStringLiteral("structuredClone"), "structured-clone"},
+    };
+    return packages.value(name);
+}
+
 } // namespace
 
 COScript::CoreModules coreModulesOfApplication()
@@ -74,4 +109,15 @@ COScript::CoreModules coreModulesOfApplication()
     auto map = modulesInResources();
     map.insert(QStringLiteral("korvan"), fileURLFromPath(path, FileKind::File));
     return map;
+}
+
+ScriptGlobal coreModuleOfGlobal(const QString &name, const COScript::CoreModules &modules)
+{
+    const auto package = QString::fromLatin1(packageOfGlobal(name));
+    if (package.isEmpty())
+        return {};
+    const auto mapped = modules.constFind(package);
+    if (mapped != modules.constEnd())
+        return {*mapped, package == name ? QString() : name}; // a module that is the global
+    return {LTAppEnvironment::current().urlForResource(resourceOfPackage(package), QStringLiteral("js")), name};
 }

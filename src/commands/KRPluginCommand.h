@@ -12,6 +12,7 @@
 #include "platform/MenuItem.h"
 #include "platform/script/COScript.h"
 #include "platform/script/ScriptDictionary.h"
+#include "platform/script/ScriptHost.h"
 #include "platform/script/ScriptObject.h"
 
 #include <QPointer>
@@ -27,7 +28,7 @@
 ///
 /// As data it does not change once made. A run makes a script session, calls the handler in it and tears it down, or
 /// leaves it to the manager while the script has something pending.
-class KORVAN_EXPORT KRPluginCommand final : public ScriptObject, public COPrintController
+class KORVAN_EXPORT KRPluginCommand final : public ScriptObject, public COPrintController, public ScriptHosting
 {
 public:
     enum class Scope { Document = 0, Application = 1 };
@@ -192,6 +193,12 @@ public:
     std::optional<QString> pluginBundleIdentifierForMetadata() const;
 
     const ScriptClass &scriptClass() const override;
+
+    // What its sessions find outside of the language
+
+    /// The application's service of that name (LTAppEnvironment), else the framework's own.
+    QVariant hostService(const QString &name, const std::shared_ptr<ScriptHost> &host) override;
+    ScriptGlobal scriptGlobal(const QString &name) override;
 
 private:
     /// Made by the first run: most commands are never run.

@@ -80,7 +80,9 @@ void KRPluginCommand::newSessionForURL(const QUrl &url, bool shouldReload)
 {
     const auto session =
         std::make_shared<COScript>(m_coreModuleMap, commandSpecifier().stringValue().value_or(QString()));
-    session->setPrintController(std::static_pointer_cast<KRPluginCommand>(shared_from_this()));
+    const auto self = std::static_pointer_cast<KRPluginCommand>(shared_from_this());
+    session->setPrintController(self);
+    session->setHosting(self);
     setSession(session);
     setErrorInScript(false);
     session->env().insert(QStringLiteral("scriptURL"), url);

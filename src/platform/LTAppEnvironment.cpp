@@ -165,6 +165,12 @@ MainQueue &LTAppEnvironment::mainQueue()
     return m_defaultServices->mainQueue;
 }
 
+QVariant LTAppEnvironment::scriptService(
+    const QString &, const std::shared_ptr<ScriptHost> &, const std::shared_ptr<ScriptObject> &)
+{
+    return {};
+}
+
 QUrl LTAppEnvironment::urlForResource(const QString &name, const QString &extension) const
 {
     const auto folder = pathFromFileURL(mainBundleResourcesFolder());

@@ -13,6 +13,8 @@
 class AlertPresenter;
 class MainQueue;
 class NotificationCenter;
+class ScriptHost;
+class ScriptObject;
 class UserDefaults;
 struct Alert;
 
@@ -102,6 +104,13 @@ public:
     /// Asked when the script of the session `name` has computed for `seconds` without coming back. By default it is
     /// stopped. Other scripts' timers wait while the answer is awaited.
     virtual ScriptTimeLimitDecision scriptExceededTimeLimit(const QString &name, double seconds);
+
+    /// A native service for the application's own core modules, as ScriptHosting::hostService() describes it: what
+    /// `require('host:NAME')` answers there. It comes before the framework's service of the same name (they are listed
+    /// in docs/architecture.md). `owner` is whom the session belongs to, a KRPluginCommand. Nil for a name that the
+    /// application has no service for (by default, every one).
+    virtual QVariant scriptService(
+        const QString &name, const std::shared_ptr<ScriptHost> &host, const std::shared_ptr<ScriptObject> &owner);
 
     /// Thread-safe, and the same for as long as the environment lives.
     virtual UserDefaults &userDefaults();

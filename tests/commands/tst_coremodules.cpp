@@ -60,6 +60,10 @@ private slots:
     void emptyLocationIsNone();
     void commandKeepsTheMapItWasMadeWith();
     void commandHandsModulesToItsScript();
+    void servicesOfTheApplicationComeFirst();
+    void globals_data();
+    void globals();
+    void globalsWithoutResources();
 
 private:
     void makeResources() const;
@@ -167,6 +171,67 @@ void tst_CoreModules::commandHandsModulesToItsScript()
         std::make_shared<KRPluginCommand>(script, u"a"_s, u"A"_s, u"onRun"_s, KRPluginCommand::Scope::Document);
     QCOMPARE(command->run({}, nullptr), std::optional(u""_s));
     QCOMPARE(command->returnValue(), u"resource"_s);
+}
+
+namespace {
+
+std::shared_ptr<KRPluginCommand> commandReturning(const QString &expression)
+{
+    const auto script =
+        std::make_shared<KRPluginScript>(u"function onRun() { return %1; }"_s.arg(expression), u"a.js"_s);
+    return std::make_shared<KRPluginCommand>(script, u"a"_s, u"A"_s, u"onRun"_s, KRPluginCommand::Scope::Document);
+}
+
+} // namespace
+
+void tst_CoreModules::servicesOfTheApplicationComeFirst()
+{
+    makeResources();
+    writeFile(m_environment->path(u"resources/KorvanAPI.js"_s), "module.exports = require('host:application').version");
+    const auto command = commandReturning(u"require('korvan')"_s);
+    command->run({}, nullptr);
+    QCOMPARE(command->returnValue(), u"98.3"_s);
+    m_environment->services.insert(u"application"_s, QVariantMap{{u"version"_s, u"own"_s}});
+    command->run({}, nullptr);
+    QCOMPARE(command->returnValue(), u"own"_s);
+    QCOMPARE(m_environment->serviceOwner, command);
+}
+
+void tst_CoreModules::globals_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QString>("global");
+    const auto row = [](const char *package, std::initializer_list<const char *> globals) {
+        for (const char *const global : globals) {
+            QTest::newRow(global) << u"core-modules/@krpm/%1/index.js"_s.arg(QLatin1StringView(package))
+                                  << QString::fromLatin1(global);
+        }
+    };
+    row("buffer", {"Buffer"});
+    row("event-target", {"AbortController", "AbortSignal", "DOMException", "Event", "EventTarget"});
+    row("fetch", {"Blob", "Headers", "Request", "Response", "fetch"});
+    row("text-encoding", {"TextDecoder", "TextEncoder"});
+    row("url", {"URL", "URLSearchParams"});
+    row("base64", {"atob", "btoa"});
+    row("performance", {"performance"});
+    row("structured-clone", {"structuredClone"});
+}
+
+void tst_CoreModules::globals()
+{
+    QFETCH(QString, file);
+    QFETCH(QString, global);
+    writeFile(m_environment->path(u"resources/"_s + file), u"exports.%1 = 'found'"_s.arg(global).toUtf8());
+    const auto command = commandReturning(global);
+    command->run({}, nullptr);
+    QCOMPARE(command->returnValue(), u"found"_s);
+}
+
+void tst_CoreModules::globalsWithoutResources()
+{
+    const auto command = commandReturning(u"typeof fetch + typeof Buffer + typeof process"_s);
+    command->run({}, nullptr);
+    QCOMPARE(command->returnValue(), u"undefinedundefinedundefined"_s);
 }
 
 QTEST_GUILESS_MAIN(tst_CoreModules)

@@ -37,6 +37,12 @@ public:
     QString blocklistEndpoint() const override { return endpoint; }
     quint32 executableArchitecture() const override { return architecture; }
     QImage imageNamed(const QString &name) const override { return images.value(name); }
+    QVariant scriptService(
+        const QString &name, const std::shared_ptr<ScriptHost> &, const std::shared_ptr<ScriptObject> &owner) override
+    {
+        serviceOwner = owner;
+        return services.value(name);
+    }
     LogTarget *logTarget() override { return target; }
     AlertPresenter *alertPresenter() override { return presenter; }
     void systemLog(const QString &line) override { systemLogLines.append(line); }
@@ -56,6 +62,9 @@ public:
     AlertPresenter *presenter = nullptr;
     /// The application's pictures by their names.
     QHash<QString, QImage> images;
+    /// The application's own services for core modules, and whose session has last asked for one.
+    QHash<QString, QVariant> services;
+    std::shared_ptr<ScriptObject> serviceOwner;
     /// Null: nobody takes messages for the user.
     LogTarget *target = nullptr;
     QStringList systemLogLines;

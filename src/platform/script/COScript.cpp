@@ -37,12 +37,17 @@ void COScript::setPrintController(const std::weak_ptr<COPrintController> &contro
 
 QVariantMap &COScript::env()
 {
-    return m_session->environment();
+    return m_session->mutableEnvironment();
 }
 
 void COScript::setModuleFolder(const QUrl &folder)
 {
     m_session->setModuleFolder(folder);
+}
+
+void COScript::setHosting(const std::weak_ptr<ScriptHosting> &hosting)
+{
+    m_session->setHosting(hosting);
 }
 
 void COScript::setSourceOffset(const SourceOffset &offset)

@@ -15,13 +15,14 @@
 #include <memory>
 #include <optional>
 
+class ScriptHosting;
 class ScriptSession;
 
 /// One script session: a global scope of its own, in which sources are evaluated and their functions called. Held by
 /// a shared pointer. Main thread only; needs the environment's main queue.
 ///
 /// Scripts find print, log, console, require, timers (setTimeout, setInterval, setImmediate, their clear functions)
-/// and queueMicrotask as globals.
+/// and queueMicrotask as globals, and those of ScriptGlobalNames.h that a core module implements.
 class KORVAN_EXPORT COScript
 {
 public:
@@ -51,6 +52,10 @@ public:
     /// The folder whose files `require` may read, and from which errors name their files. Without it, the folder of
     /// the script.
     void setModuleFolder(const QUrl &folder);
+
+    /// Held weakly: native services for core modules, and the globals that core modules implement. Without it there are
+    /// neither.
+    void setHosting(const std::weak_ptr<ScriptHosting> &hosting);
 
     /// Where in the sources that are evaluated next the author's text begins.
     void setSourceOffset(const SourceOffset &offset);

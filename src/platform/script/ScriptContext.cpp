@@ -39,7 +39,7 @@ ScriptContext::ScriptContext(ScriptContextClient &client)
 ScriptContext::~ScriptContext()
 {
     liveContexts().erase(m_context);
-    m_pushObject.reset();
+    m_defineLater.reset();
     m_library.reset();
     JSGlobalContextRelease(m_context);
 }
@@ -50,7 +50,7 @@ void ScriptContext::installPrelude()
     static const ScriptString sourceURL("korvan-prelude:");
     const ScriptEntry entry(&m_client);
     m_hostFunction = JSObjectMakeFunctionWithCallback(m_context, nullptr, &ScriptContext::hostCallback);
-    m_pushObject = ProtectedValue(m_context, load(source, sourceURL, nullptr));
+    m_defineLater = ProtectedValue(m_context, load(source, sourceURL, nullptr));
 }
 
 JSObjectRef ScriptContext::load(const ScriptString &source, const ScriptString &sourceURL, JSValueRef *exception)
@@ -93,9 +93,20 @@ void ScriptContext::watchRejections()
 
 void ScriptContext::pushObject(const QString &name)
 {
-    const auto argument = makeString(name);
-    if (m_pushObject.get())
-        call(m_pushObject.object(), {&argument, 1}, nullptr);
+    defineLater(name, HostFunction::PushedObject, true);
+}
+
+void ScriptContext::addGlobal(QStringView name)
+{
+    defineLater(name, HostFunction::GlobalValue, false);
+}
+
+void ScriptContext::defineLater(QStringView name, HostFunction value, bool isEnumerable)
+{
+    const JSValueRef arguments[] = {
+        makeString(name), JSValueMakeNumber(m_context, double(value)), JSValueMakeBoolean(m_context, isEnumerable)};
+    if (m_defineLater.get())
+        call(m_defineLater.object(), arguments, nullptr);
 }
 
 JSValueRef ScriptContext::evaluate(const ScriptString &source, const ScriptString &sourceURL, JSValueRef *exception)

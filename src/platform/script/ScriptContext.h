@@ -24,7 +24,9 @@ enum class HostFunction {
     Settled,
     Library,
     PushedObject,
-    MakeOperation
+    MakeOperation,
+    HostService,
+    GlobalValue
 };
 
 /// What C++ calls in library.js, by property name.
@@ -34,6 +36,7 @@ inline constexpr char describe[] = "describe";
 inline constexpr char keys[] = "keys";
 inline constexpr char defineProtoProperty[] = "defineProtoProperty";
 inline constexpr char watchPromise[] = "watchPromise";
+inline constexpr char requireFile[] = "requireFile";
 } // namespace libraryfunction
 
 /// Keeps an engine value alive for as long as it stands on the C++ heap, where the collector does not look.
@@ -106,6 +109,8 @@ public:
     JSValueRef call(JSObjectRef function, std::span<const JSValueRef> arguments, JSValueRef *exception);
     /// Makes a global that callHost(PushedObject) answers when a script first asks for it.
     void pushObject(const QString &name);
+    /// Makes a global that callHost(GlobalValue) answers when a script first asks for it.
+    void addGlobal(QStringView name);
     /// Calls a function of the library, which is loaded if need be. Null when there is no answer.
     JSValueRef callLibrary(const char *function, std::span<const JSValueRef> arguments, JSValueRef *exception);
     JSValueRef callLibrary(const char *function, JSValueRef argument, JSValueRef *exception)
@@ -143,12 +148,14 @@ private:
 
     void installPrelude();
     void watchRejections();
+    void defineLater(QStringView name, HostFunction value, bool isEnumerable);
     /// Evaluates a source of ours that is a function of `host`, and answers what it returns.
     JSObjectRef load(const ScriptString &source, const ScriptString &sourceURL, JSValueRef *exception);
 
     ScriptContextClient &m_client;
     JSGlobalContextRef m_context;
     JSObjectRef m_hostFunction = nullptr;
-    ProtectedValue m_pushObject;
+    /// pushObject and addGlobal of the prelude.
+    ProtectedValue m_defineLater;
     ProtectedValue m_library;
 };

@@ -47,16 +47,14 @@ ScriptModules::ScriptModules(const ScriptCoreModules &coreModules)
 
 void ScriptModules::setMainScript(const QByteArray &scriptPath, const QByteArray &folder)
 {
-    m_mainScript = {scriptPath, folder};
+    m_mainScript = {scriptPath, folder, false};
 }
 
 Result<QString> ScriptModules::resolve(const QString &name, const QString &requirer)
 {
     const auto coreName = name.startsWith(u"node:") ? name.mid(5) : name;
-    if (const auto core = m_coreModules.constFind(coreName); core != m_coreModules.constEnd()) {
-        const auto path = pathFromFileURL(*core);
-        return add({path, pathWithoutLastComponent(path)});
-    }
+    if (const auto core = m_coreModules.constFind(coreName); core != m_coreModules.constEnd())
+        return addCoreModule(*core);
     const auto place = find(name, requirer.isEmpty() ? m_mainScript : m_places.value(requirer));
     if (!place)
         return place.error();
@@ -82,7 +80,13 @@ Result<ScriptModules::Place> ScriptModules::find(const QString &name, const Plac
     const auto resolvedFolder = resolvedPath(requirer.folder);
     if (!isInside(resolved, resolvedFolder))
         return outside;
-    return Place{resolved, resolvedFolder};
+    return Place{resolved, resolvedFolder, requirer.isCore};
+}
+
+QString ScriptModules::addCoreModule(const QUrl &url)
+{
+    const auto path = pathFromFileURL(url);
+    return add({path, pathWithoutLastComponent(path), true});
 }
 
 QString ScriptModules::add(const Place &place)

@@ -22,6 +22,10 @@ public:
 
     /// The module's file, as scripts see it. `requirer` is such a file or "" for the main script.
     Result<QString> resolve(const QString &name, const QString &requirer);
+    /// The file, as scripts see it, as a core module, whether or not it has a name.
+    QString addCoreModule(const QUrl &url);
+    /// Whether the file is a core module, or was required from one as a file of its own.
+    bool isCoreModule(const QString &file) const { return m_places.value(file).isCore; }
 
     /// The text of a file that resolve() has answered; without a byte-order mark.
     Result<QString> text(const QString &file) const;
@@ -35,6 +39,7 @@ private:
         QByteArray path;
         /// What may be required from there.
         QByteArray folder;
+        bool isCore = false;
     };
 
     Result<Place> find(const QString &name, const Place &requirer) const;

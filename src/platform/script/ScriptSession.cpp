@@ -23,6 +23,7 @@ ScriptSession::ScriptSession(const ScriptCoreModules &coreModules, const QString
     : m_name(name)
     , m_activity(std::make_shared<const ScriptActivity>(ScriptActivity{name}))
     , m_modules(coreModules)
+    , m_services([this] { tellFlowDelegate(); })
     , m_live(std::make_unique<Live>(*this))
 { }
 
@@ -36,6 +37,7 @@ void ScriptSession::end()
         return;
     m_live->timers.stopAll();
     m_live->operations.setConverter(nullptr);
+    m_services.end();
     m_live->converter.end();
     m_promises.clear();
     m_pushedObjects.clear();
@@ -117,6 +119,7 @@ QVariant ScriptSession::execute(const QString &source)
 
 JSValueRef ScriptSession::evaluate(Live &live, const Source &source, JSValueRef *exception)
 {
+    addGlobals(live, source.text);
     auto &context = live.context;
     const ScriptString sourceURL{QStringView(source.url)};
     auto text = source.head + source.text + source.tail;

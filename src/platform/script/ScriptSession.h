@@ -5,9 +5,12 @@
 #include "platform/script/ScriptContext.h"
 #include "platform/script/ScriptConverter.h"
 #include "platform/script/ScriptCoreModules.h"
+#include "platform/script/ScriptGlobalNames.h"
+#include "platform/script/ScriptHost.h"
 #include "platform/script/ScriptLocations.h"
 #include "platform/script/ScriptModules.h"
 #include "platform/script/ScriptOperations.h"
+#include "platform/script/ScriptServices.h"
 #include "platform/script/ScriptTimers.h"
 #include "platform/script/ScriptWrappers.h"
 #include "platform/script/SourceOffset.h"
@@ -24,6 +27,7 @@
 /// told. Held by shared pointers, so that a script may end its own session.
 class ScriptSession final : public ScriptContextClient,
                             public ScriptFunctionCaller,
+                            public ScriptHost,
                             public std::enable_shared_from_this<ScriptSession>
 {
 public:
@@ -34,7 +38,8 @@ public:
 
     void setFacade(COScript *facade) { m_facade = facade; }
     void setPrintController(const std::weak_ptr<COPrintController> &controller) { m_printController = controller; }
-    QVariantMap &environment() { return m_environment; }
+    QVariantMap &mutableEnvironment() { return m_environment; }
+    void setHosting(const std::weak_ptr<ScriptHosting> &hosting) { m_services.setHosting(hosting); }
     void setModuleFolder(const QUrl &folder) { m_moduleFolder = folder; }
     void setSourceOffset(const SourceOffset &offset) { m_sourceOffset = offset; }
     void setShouldPreprocess(bool shouldPreprocess) { m_shouldPreprocess = shouldPreprocess; }
@@ -50,9 +55,18 @@ public:
     bool hasFunction(const QString &name);
     QVariant callFunctionNamed(const QString &name, const QVariantList &arguments);
 
-    bool hasPendingWork() const { return m_live && (!m_live->timers.isEmpty() || !m_promises.empty()); }
-    bool isEnded() const { return !m_live; }
+    bool hasPendingWork() const
+    {
+        return m_live && (!m_live->timers.isEmpty() || !m_promises.empty() || m_services.isWaitedFor());
+    }
     void end();
+
+    // ScriptHost
+    QString name() const override { return m_name; }
+    QVariantMap environment() const override { return m_environment; }
+    void print(const QVariant &value) override;
+    std::shared_ptr<void> keepRunning() override { return m_services.keepRunning(); }
+    bool isEnded() const override { return !m_live; }
 
     // ScriptContextClient
     JSValueRef callHost(HostFunction function, std::span<const JSValueRef> arguments, JSValueRef *exception) override;
@@ -103,7 +117,6 @@ private:
     ScriptException read(Live &live, JSValueRef thrown);
     void signal(const ScriptException &error);
     void report(const ScriptException &error);
-    void print(const QVariant &value);
     void tellFlowDelegate();
 
     void useScriptFile();
@@ -115,6 +128,11 @@ private:
     JSValueRef resolveModule(JSValueRef name, JSValueRef requirer, JSValueRef *exception);
     JSValueRef compileModule(const QString &file, JSValueRef *exception);
     JSValueRef readModule(const QString &file);
+    JSValueRef moduleNotFound(const QString &message);
+    JSValueRef hostService(JSValueRef name, JSValueRef requirer, JSValueRef *exception);
+    /// Makes the globals that the text mentions and that core modules implement.
+    void addGlobals(Live &live, const QString &text);
+    JSValueRef globalValue(const QString &name, JSValueRef *exception);
     void promiseSettled(int id, bool isFulfilled, JSValueRef value);
 
     QString m_name;
@@ -131,6 +149,9 @@ private:
     bool m_hasTakenStop = false;
 
     ScriptModules m_modules;
+    ScriptServices m_services;
+    /// Whose making has been considered.
+    ScriptGlobals m_knownGlobals;
     ScriptLocations m_locations;
     QUrl m_scriptFile;
     QString m_scriptURL;

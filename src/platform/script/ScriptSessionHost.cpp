@@ -54,6 +54,10 @@ JSValueRef ScriptSession::callHost(HostFunction function, std::span<const JSValu
         return m_live->converter.toScript(m_pushedObjects.value(text(0)), exception);
     case HostFunction::MakeOperation:
         return m_live->wrappers.makeOperation(arguments);
+    case HostFunction::HostService:
+        return hostService(arguments[0], arguments[1], exception);
+    case HostFunction::GlobalValue:
+        return globalValue(text(0), exception);
     case HostFunction::Settled:
         promiseSettled(int(number(0)), boolean(1), arguments[2]);
         return nullptr;
@@ -103,8 +107,7 @@ JSValueRef ScriptSession::resolveModule(JSValueRef name, JSValueRef requirer, JS
     const auto file = m_modules.resolve(context.textOf(name), context.textOf(requirer));
     if (file)
         return context.makeString(file.value());
-    *exception = context.makeError(file.error().localizedDescription);
-    context.setProperty(const_cast<JSObjectRef>(*exception), "code", context.makeString(u"MODULE_NOT_FOUND"));
+    *exception = moduleNotFound(file.error().localizedDescription);
     return nullptr;
 }
 
@@ -128,4 +131,66 @@ JSValueRef ScriptSession::readModule(const QString &file)
     if (!text)
         throw ScriptException(text.error().localizedDescription);
     return m_live->context.makeString(text.value());
+}
+
+JSValueRef ScriptSession::hostService(JSValueRef name, JSValueRef requirer, JSValueRef *exception)
+{
+    auto &context = m_live->context;
+    const auto fullName = context.textOf(name);
+    JSValueRef service = nullptr;
+    QString message;
+    if (m_modules.isCoreModule(context.textOf(requirer))) {
+        const auto convert = [this](const QVariant &value, JSValueRef *error) {
+            return m_live->converter.toScript(value, error);
+        };
+        service = m_services.service(fullName.mid(5), shared_from_this(), context.ref(), convert, exception);
+        message = QStringLiteral("Cannot find module '%1': the application has no service of that name.");
+    } else {
+        message =
+            QStringLiteral("Cannot find module '%1'. Services of the application are for its own modules; require "
+                           "the module that offers what you need.");
+    }
+    if (service || *exception)
+        return service;
+    *exception = moduleNotFound(message.arg(fullName));
+    return nullptr;
+}
+
+JSValueRef ScriptSession::moduleNotFound(const QString &message)
+{
+    auto &context = m_live->context;
+    const auto error = context.makeError(message);
+    context.setProperty(const_cast<JSObjectRef>(error), "code", context.makeString(u"MODULE_NOT_FOUND"));
+    return error;
+}
+
+void ScriptSession::addGlobals(Live &live, const QString &text)
+{
+    const auto hosting = m_services.hosting();
+    if (!hosting)
+        return;
+    const auto added = scriptGlobalsIn(text) & ~m_knownGlobals;
+    if (added.none())
+        return;
+    m_knownGlobals |= added;
+    const auto names = scriptGlobalNames();
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const bool isAdded = added.test(i) && !m_pushedObjects.contains(names[i].toString());
+        if (isAdded && !hosting->scriptGlobal(names[i].toString()).file.isEmpty())
+            live.context.addGlobal(names[i]);
+    }
+}
+
+JSValueRef ScriptSession::globalValue(const QString &name, JSValueRef *exception)
+{
+    const auto hosting = m_services.hosting();
+    const auto global = hosting ? hosting->scriptGlobal(name) : ScriptGlobal();
+    if (global.file.isEmpty())
+        return nullptr;
+    auto &context = m_live->context;
+    const auto file = context.makeString(m_modules.addCoreModule(global.file));
+    const auto exports = context.callLibrary(libraryfunction::requireFile, file, exception);
+    if (global.property.isEmpty() || *exception || !exports || !JSValueIsObject(context.ref(), exports))
+        return exports;
+    return context.property(const_cast<JSObjectRef>(exports), global.property.toUtf8().constData(), exception);
 }

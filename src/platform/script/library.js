@@ -6,7 +6,7 @@
     'use strict';
 
     const PRINT = 0, PRINT_ERROR = 1, DESCRIBE = 2, NOW = 3, STACK = 4, START_TIMER = 5, STOP_TIMER = 6,
-        RESOLVE_MODULE = 7, COMPILE_MODULE = 8, READ_MODULE = 9, SETTLED = 10;
+        RESOLVE_MODULE = 7, COMPILE_MODULE = 8, READ_MODULE = 9, SETTLED = 10, HOST_SERVICE = 14;
 
     const { getPrototypeOf, keys, defineProperty } = Object;
     const { apply } = Reflect;
@@ -208,7 +208,12 @@
     }
 
     function requireModule(name, requirer) {
-        const filename = host(RESOLVE_MODULE, name, requirer);
+        if (typeof name === 'string' && name.startsWith('host:'))
+            return host(HOST_SERVICE, name, requirer);
+        return requireFile(host(RESOLVE_MODULE, name, requirer));
+    }
+
+    function requireFile(filename) {
         let module = modules.get(filename);
         if (module === undefined) {
             module = { id: filename, filename, exports: {}, loaded: false };
@@ -277,7 +282,7 @@
     }
 
     return {
-        console: makeConsole(), startTimer, stopTimer, fireTimer, queueMicrotask, requireModule, keys, describe,
+        console: makeConsole(), startTimer, stopTimer, fireTimer, queueMicrotask, requireModule, requireFile, keys, describe,
         defineProtoProperty, watchPromise,
     };
 })

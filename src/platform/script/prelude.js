@@ -5,7 +5,7 @@
 // `host(code, ...)` asks the session for something; the codes are those of HostFunction.
 (function (host) {
     'use strict';
-    const PRINT = 0, LIBRARY = 11, PUSHED_OBJECT = 12;
+    const PRINT = 0, LIBRARY = 11;
     const global = globalThis;
     let library;
 
@@ -29,13 +29,13 @@
     };
 
     // Makes a global that the session hands over when a script first asks for it; an ordinary one from then on.
-    return function pushObject(name) {
+    return function defineLater(name, code, enumerable) {
         const settle = (value) => {
-            Object.defineProperty(global, name, { value, writable: true, configurable: true, enumerable: true });
+            Object.defineProperty(global, name, { value, writable: true, configurable: true, enumerable });
             return value;
         };
         Object.defineProperty(global, name, {
-            get: () => settle(host(PUSHED_OBJECT, name)), set: settle, configurable: true, enumerable: true,
+            get: () => settle(host(code, name)), set: settle, configurable: true, enumerable,
         });
     };
 })

@@ -1,0 +1,1 @@
+module.exports = { structuredClone: require('npm:core-js-pure/actual/structured-clone') };

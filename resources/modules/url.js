@@ -1,0 +1,2 @@
+const { URL, URLSearchParams } = require('npm:whatwg-url');
+module.exports = { URL, URLSearchParams };

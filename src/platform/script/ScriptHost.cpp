@@ -1,0 +1,5 @@
+#include "platform/script/ScriptHost.h"
+
+ScriptHost::~ScriptHost() = default;
+
+ScriptHosting::~ScriptHosting() = default;
