@@ -1,6 +1,7 @@
 #include "platform/script/ScriptEngine.h"
 
 #include "platform/script/JavaScriptCorePrivate.h"
+#include "platform/script/ScriptEvents.h"
 
 #include <QtGlobal>
 
@@ -32,6 +33,11 @@ const ScriptLimitClient *outermostClient = nullptr;
 ScriptActivityPointer currentScriptActivity()
 {
     return outermostClient ? outermostClient->activity() : nullptr;
+}
+
+void runAsScriptEvent(std::function<void()> work)
+{
+    ScriptEngine::instance().whenLeft(std::move(work));
 }
 
 ScriptLimitClient::~ScriptLimitClient() = default;
