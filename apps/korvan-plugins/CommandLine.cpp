@@ -25,6 +25,7 @@ struct RawOptions
     std::vector<std::string> plugins;
     std::string port;
     std::string message;
+    std::string supplier;
     std::string specifier;
     std::string standaloneFile;
     std::string documentFile;
@@ -97,6 +98,7 @@ public:
         addMenu();
         addEdit();
         addRun();
+        addSupply();
         addEnabling("enable", "Enable plug-ins", true);
         addEnabling("disable", "Disable plug-ins", false);
         addState();
@@ -212,6 +214,21 @@ private:
             ->type_name("SECONDS")
             ->check(CLI::Range(0.0, 1e6));
         m_run->add_option("--dump-document", m_raw.dumpDocumentFile, "Where to write the document afterwards")
+            ->type_name("FILE");
+    }
+
+    void addSupply()
+    {
+        m_supply = addCommand("supply", "Put data of plug-ins into the layers of a document, or list what they offer",
+            [this](Output &output) { return supplyData(m_globalOptions, supplyOptions(), output); });
+        m_supply->add_option("plugin", m_raw.plugin, "Identifier of a plug-in")->type_name("ID");
+        m_supply->add_option("supplier", m_raw.supplier, "What it offers, where it offers more than one thing")
+            ->type_name("NAME");
+        m_supply->add_option("--document", m_raw.documentFile, "Document whose layers are filled")->type_name("FILE");
+        m_supply->add_option("--wait", m_raw.waitSeconds, "Longest wait for a plug-in (60)")
+            ->type_name("SECONDS")
+            ->check(CLI::Range(0.0, 1e6));
+        m_supply->add_option("--dump-document", m_raw.dumpDocumentFile, "Where to write the document afterwards")
             ->type_name("FILE");
     }
 
@@ -334,6 +351,17 @@ private:
         return options;
     }
 
+    SupplyOptions supplyOptions() const
+    {
+        SupplyOptions options;
+        options.plugin = textIfGiven(*m_supply, "plugin", m_raw.plugin);
+        options.supplier = textIfGiven(*m_supply, "supplier", m_raw.supplier);
+        options.documentFile = textIfGiven(*m_supply, "--document", m_raw.documentFile);
+        options.waitSeconds = m_raw.waitSeconds;
+        options.dumpDocumentFile = textIfGiven(*m_supply, "--dump-document", m_raw.dumpDocumentFile);
+        return options;
+    }
+
     CLI::App m_app{"Lists, inspects and runs plug-ins of the design application.", "korvan-plugins"};
     RawOptions m_raw;
     GlobalOptions m_globalOptions;
@@ -341,6 +369,7 @@ private:
     UpdatesArguments m_updates;
     AuthorArguments m_author;
     CLI::App *m_run = nullptr;
+    CLI::App *m_supply = nullptr;
     std::function<ExitCode(Output &)> m_command;
 };
 
