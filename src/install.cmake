@@ -11,6 +11,7 @@ set(korvan_public_headers
     commands/CommandHandlers.h
     commands/CommandLoading.h
     commands/CommandTable.h
+    commands/DataSuppliers.h
     commands/DeprecatedChannelState.h
     commands/KRPluginCommand.h
     commands/KRPluginCommandBundle.h
@@ -41,12 +42,14 @@ set(korvan_public_headers
     platform/MenuItem.h
     platform/MenuShortcut.h
     platform/NotificationCenter.h
+    platform/OpenDocuments.h
     platform/OrderedDictionary.h
     platform/PropertyList.h
     platform/QZHardwareInfo.h
     platform/Result.h
     platform/Snapshot.h
     platform/UserDefaults.h
+    platform/UserPresenter.h
     platform/archive/LTZipReader.h
     platform/archive/ZipBudget.h
     platform/monitoring/FolderMonitorOptions.h
@@ -55,11 +58,13 @@ set(korvan_public_headers
     platform/script/COFlowDelegate.h
     platform/script/COPrintController.h
     platform/script/COScript.h
+    platform/script/ScriptActivity.h
     platform/script/ScriptCall.h
     platform/script/ScriptChecker.h
     platform/script/ScriptClass.h
     platform/script/ScriptCoreModules.h
     platform/script/ScriptDictionary.h
+    platform/script/ScriptEvents.h
     platform/script/ScriptException.h
     platform/script/ScriptHost.h
     platform/script/ScriptObject.h

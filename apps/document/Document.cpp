@@ -1,8 +1,10 @@
 #include "document/Document.h"
 
-#include "platform/script/ScriptClass.h"
+#include <QSet>
 
 #include <algorithm>
+#include <limits>
+#include <utility>
 
 namespace {
 
@@ -33,7 +35,7 @@ QString Document::name() const
 
 void Document::setName(const QString &name)
 {
-    m_values.insert(nameKey, name);
+    setValue(nameKey, name);
 }
 
 std::optional<QVariantMap> Document::userInfo() const
@@ -44,10 +46,20 @@ std::optional<QVariantMap> Document::userInfo() const
 
 void Document::setUserInfo(const std::optional<QVariantMap> &userInfo)
 {
-    if (userInfo && !userInfo->isEmpty())
-        m_values.insert(userInfoKey, *userInfo);
+    setValue(userInfoKey, userInfo && !userInfo->isEmpty() ? QVariant(*userInfo) : QVariant());
+}
+
+void Document::setValue(const QString &key, const QVariant &value)
+{
+    auto values = m_values;
+    if (value.isValid())
+        values.insert(key, value);
     else
-        m_values.remove(userInfoKey);
+        values.remove(key);
+    if (values == m_values)
+        return;
+    m_history.noteDocumentValues(std::exchange(m_values, std::move(values)));
+    tell(DocumentEvent::Kind::DocumentChanged);
 }
 
 QList<LayerPointer> Document::allLayers() const
@@ -74,11 +86,18 @@ QList<LayerPointer> Document::selection() const
 
 void Document::setSelection(const QList<LayerPointer> &layers)
 {
-    m_selection.clear();
+    QStringList selection;
+    QSet<QString> known;
     for (const auto &layer : layers) {
-        if (contains(layer) && !m_selection.contains(layer->id()))
-            m_selection.append(layer->id());
+        if (!contains(layer) || known.contains(layer->id()))
+            continue;
+        known.insert(layer->id());
+        selection.append(layer->id());
     }
+    if (selection == m_selection)
+        return;
+    m_history.noteSelection(std::exchange(m_selection, selection));
+    tell(DocumentEvent::Kind::SelectionChanged);
 }
 
 bool Document::contains(const LayerPointer &layer) const
@@ -86,10 +105,15 @@ bool Document::contains(const LayerPointer &layer) const
     return layer && layer->document().get() == this;
 }
 
-QList<LayerPointer> &Document::siblingsOf(const LayerPointer &layer)
+QList<LayerPointer> &Document::layersIn(const LayerPointer &parent)
+{
+    return parent ? parent->m_layers : m_layers;
+}
+
+LayerPlace Document::placeOf(const LayerPointer &layer)
 {
     const auto parent = layer->parent();
-    return parent ? parent->m_layers : m_layers;
+    return {parent, layersIn(parent).indexOf(layer)};
 }
 
 QString Document::unusedID() const
@@ -105,7 +129,7 @@ void Document::attach(const LayerPointer &layer)
 {
     layer->m_document = std::static_pointer_cast<Document>(shared_from_this());
     if (layer->id().isEmpty() || m_layersByID.contains(layer->id()))
-        layer->setID(unusedID());
+        layer->m_values.insert(QStringLiteral("id"), unusedID());
     m_layersByID.insert(layer->id(), layer);
     for (const auto &inner : layer->layers())
         attach(inner);
@@ -115,18 +139,48 @@ void Document::detach(const LayerPointer &layer)
 {
     layer->m_document.reset();
     m_layersByID.remove(layer->id());
-    m_selection.removeAll(layer->id());
+    if (m_selection.contains(layer->id())) {
+        m_history.noteSelection(m_selection);
+        m_selection.removeAll(layer->id());
+    }
     for (const auto &inner : layer->layers())
         detach(inner);
 }
 
+void Document::place(
+    const LayerPointer &layer, const std::optional<LayerPlace> &from, const std::optional<LayerPlace> &to)
+{
+    const auto selectedBefore = m_selection.size();
+    if (from)
+        layersIn(from->parent).removeAt(from->index);
+    layer->m_parent.reset();
+    if (to) {
+        layersIn(to->parent).insert(to->index, layer);
+        layer->m_parent = to->parent;
+    }
+    if (!from)
+        attach(layer);
+    else if (!to)
+        detach(layer);
+    m_history.noteTree(layer, from, to);
+    if (!from)
+        tell(DocumentEvent::Kind::LayerAdded, layer);
+    else
+        tell(to ? DocumentEvent::Kind::LayerMoved : DocumentEvent::Kind::LayerRemoved, layer);
+    if (m_selection.size() != selectedBefore)
+        tell(DocumentEvent::Kind::SelectionChanged);
+}
+
 bool Document::addLayer(const LayerPointer &layer, const LayerPointer &parent)
+{
+    return insertLayer(layer, parent, std::numeric_limits<qsizetype>::max());
+}
+
+bool Document::insertLayer(const LayerPointer &layer, const LayerPointer &parent, qsizetype index)
 {
     if (layer->document() || (parent && !contains(parent)))
         return false;
-    layer->m_parent = parent;
-    siblingsOf(layer).append(layer);
-    attach(layer);
+    place(layer, std::nullopt, LayerPlace{parent, std::clamp<qsizetype>(index, 0, layersIn(parent).size())});
     return true;
 }
 
@@ -134,18 +188,32 @@ bool Document::removeLayer(LayerPointer layer) // by value: it may be an element
 {
     if (!contains(layer))
         return false;
-    siblingsOf(layer).removeAll(layer);
-    layer->m_parent.reset();
-    detach(layer);
+    const DocumentHistory::Group group(*this, {});
+    place(layer, placeOf(layer), std::nullopt);
     return true;
 }
 
 void Document::moveLayer(const LayerPointer &layer, qsizetype index)
 {
-    if (!contains(layer))
-        return;
-    auto &siblings = siblingsOf(layer);
-    siblings.move(siblings.indexOf(layer), std::clamp<qsizetype>(index, 0, siblings.size() - 1));
+    if (contains(layer))
+        moveLayer(layer, layer->parent(), index);
+}
+
+bool Document::moveLayer(const LayerPointer &layer, const LayerPointer &parent, qsizetype index)
+{
+    if (!contains(layer) || (parent && !contains(parent)))
+        return false;
+    for (auto ancestor = parent; ancestor; ancestor = ancestor->parent()) {
+        if (ancestor == layer)
+            return false;
+    }
+    const auto moved = layer; // it may be an element of the list that it leaves
+    const auto from = placeOf(moved);
+    const auto last = layersIn(parent).size() - (from.parent == parent ? 1 : 0);
+    const LayerPlace to{parent, std::clamp<qsizetype>(index, 0, last)};
+    if (to.parent != from.parent || to.index != from.index)
+        place(moved, from, to);
+    return true;
 }
 
 /// A copy of the layer with everything in it, without identifiers and in no document.
@@ -166,69 +234,52 @@ LayerPointer Document::duplicateLayer(const LayerPointer &layer)
 {
     if (!contains(layer))
         return nullptr;
-    // Before the list of siblings grows: `layer` may be one of its elements.
-    const auto index = siblingsOf(layer).indexOf(layer) + 1;
+    const auto place = placeOf(layer);
     auto copy = detachedCopy(*layer);
-    addLayer(copy, layer->parent());
-    moveLayer(copy, index);
+    insertLayer(copy, place.parent, place.index + 1);
     return copy;
 }
 
-namespace {
-
-// What scripts may call on a document.
-
-QVariant userInfoOf(Document &document)
+void Document::layerChanged(const LayerPointer &layer, const QVariantMap &replaced)
 {
-    const auto userInfo = document.userInfo();
-    return userInfo ? QVariant(*userInfo) : QVariant::fromValue(nullptr);
+    m_history.noteLayerValues(layer, replaced);
+    tell(DocumentEvent::Kind::LayerChanged, layer);
 }
 
-QVariantList layersOf(Document &document)
+void Document::exchangeValues(const LayerPointer &layer, QVariantMap &values)
 {
-    return scriptList(document.layers());
+    std::swap(layer->m_values, values);
+    tell(DocumentEvent::Kind::LayerChanged, layer);
 }
 
-QVariantList allLayersOf(Document &document)
+void Document::exchangeValues(QVariantMap &values)
 {
-    return scriptList(document.allLayers());
+    std::swap(m_values, values);
+    tell(DocumentEvent::Kind::DocumentChanged);
 }
 
-QVariantList selectionOf(Document &document)
+void Document::restoreSelection(const QStringList &selection)
 {
-    return scriptList(document.selection());
+    m_selection = selection;
+    tell(DocumentEvent::Kind::SelectionChanged);
 }
 
-void setSelectionOf(Document &document, const QVariantList &layers)
+DocumentObserver Document::observe(DocumentObserver::Callback callback)
 {
-    QList<LayerPointer> selection;
-    for (const auto &layer : layers)
-        selection.append(std::dynamic_pointer_cast<Layer>(layer.value<ScriptObjectPointer>()));
-    document.setSelection(selection);
+    m_observers.removeIf([](const auto &observer) { return observer.expired(); });
+    auto shared = std::make_shared<DocumentObserver::Callback>(std::move(callback));
+    m_observers.append(shared);
+    return DocumentObserver(shared);
 }
 
-LayerPointer addLayerWithValues(Document &document, const QVariantMap &values)
+void Document::tell(DocumentEvent::Kind kind, const LayerPointer &layer)
 {
-    auto layer = std::make_shared<Layer>(values);
-    document.addLayer(layer, nullptr);
-    return layer;
-}
-
-} // namespace
-
-const ScriptClass &Document::scriptClass() const
-{
-    static constexpr ScriptOperation operations[] = {
-        scriptOperation<&Document::name>("name"),
-        scriptOperation<&Document::setName>("setName"),
-        scriptOperation<&userInfoOf>("userInfo"),
-        scriptOperation<&layersOf>("layers"),
-        scriptOperation<&allLayersOf>("allLayers"),
-        scriptOperation<&Document::layerWithID>("layerWithID"),
-        scriptOperation<&selectionOf>("selection"),
-        scriptOperation<&setSelectionOf>("setSelection"),
-        scriptOperation<&addLayerWithValues>("addLayer"),
-    };
-    static constexpr ScriptClass scriptClass{"Document", operations};
-    return scriptClass;
+    if (m_observers.isEmpty())
+        return;
+    const auto self = weak_from_this().lock(); // which an observer may be the last to hold
+    const auto observers = m_observers;
+    for (const auto &observer : observers) {
+        if (const auto callback = observer.lock())
+            (*callback)({kind, layer});
+    }
 }

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "commands/UserInfoOwner.h"
+#include "document/DocumentEvent.h"
+#include "document/DocumentHistory.h"
 #include "document/Layer.h"
 
 #include <QHash>
@@ -14,6 +16,8 @@
 #include <optional>
 
 /// A design: a tree of layers, some of them selected. Held by shared pointers. Main thread only.
+///
+/// Whoever observes it hears of each change at once; its history takes them back.
 class Document final : public UserInfoOwner
 {
 public:
@@ -44,25 +48,50 @@ public:
     /// gets an identifier of its own where it has none or a taken one. False when the layer is in a document already,
     /// or the parent is not in this one.
     bool addLayer(const LayerPointer &layer, const LayerPointer &parent);
+    /// The same, before the sibling of that index; beyond the end it counts as the end.
+    bool insertLayer(const LayerPointer &layer, const LayerPointer &parent, qsizetype index);
     /// Takes the layer out, with everything in it. False when it is not in this document.
     bool removeLayer(LayerPointer layer);
     /// Moves the layer among its siblings; an index beyond the end counts as the end.
     void moveLayer(const LayerPointer &layer, qsizetype index);
+    /// Moves the layer into the group (to the top level for a null parent), where it will have that index; one beyond
+    /// the end counts as the end. False when one of them is not in this document, or the parent is the layer or inside
+    /// it.
+    bool moveLayer(const LayerPointer &layer, const LayerPointer &parent, qsizetype index);
     /// A copy of the layer with everything in it, right above it. Null when it is not in this document.
     LayerPointer duplicateLayer(const LayerPointer &layer);
+
+    /// Calls back for each change, right after it, also for those of undo and redo. The callback may change the
+    /// document and its observers.
+    [[nodiscard]] DocumentObserver observe(DocumentObserver::Callback callback);
+    DocumentHistory &history() { return m_history; }
 
     const ScriptClass &scriptClass() const override;
 
 private:
-    QList<LayerPointer> &siblingsOf(const LayerPointer &layer);
+    friend class Layer;
+    friend class UndoStep;
+
+    QList<LayerPointer> &layersIn(const LayerPointer &parent);
+    LayerPlace placeOf(const LayerPointer &layer);
     bool contains(const LayerPointer &layer) const;
+    /// The one way in which the tree changes; nil for "in no document".
+    void place(const LayerPointer &layer, const std::optional<LayerPlace> &from, const std::optional<LayerPlace> &to);
     void attach(const LayerPointer &layer);
     void detach(const LayerPointer &layer);
     QString unusedID() const;
     static LayerPointer detachedCopy(const Layer &layer);
+    void layerChanged(const LayerPointer &layer, const QVariantMap &replaced);
+    void setValue(const QString &key, const QVariant &value);
+    void exchangeValues(const LayerPointer &layer, QVariantMap &values);
+    void exchangeValues(QVariantMap &values);
+    void restoreSelection(const QStringList &selection);
+    void tell(DocumentEvent::Kind kind, const LayerPointer &layer = nullptr);
 
     QVariantMap m_values;
     QList<LayerPointer> m_layers;
     QHash<QString, std::weak_ptr<Layer>> m_layersByID;
     QStringList m_selection;
+    DocumentHistory m_history{*this};
+    QList<std::weak_ptr<DocumentObserver::Callback>> m_observers;
 };

@@ -29,6 +29,7 @@ public:
         m_document = std::make_shared<Document>(values);
         addLayers(values.value(layersKey), nullptr);
         select(values.value(selectionKey));
+        m_document->history().clear(); // a file as it was read is nothing to undo
         if (m_error)
             return *m_error;
         return m_document;

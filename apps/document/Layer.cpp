@@ -5,6 +5,7 @@
 #include "platform/script/ScriptException.h"
 
 #include <initializer_list>
+#include <utility>
 
 namespace {
 
@@ -14,6 +15,7 @@ const auto typeKey = QStringLiteral("type");
 const auto frameKey = QStringLiteral("frame");
 const auto styleKey = QStringLiteral("style");
 const auto textKey = QStringLiteral("text");
+const auto imageKey = QStringLiteral("image");
 const auto userInfoKey = QStringLiteral("userInfo");
 
 std::optional<QVariantMap> dictionaryForKey(const QVariantMap &values, const QString &key)
@@ -43,11 +45,6 @@ QString Layer::id() const
     return m_values.value(idKey).toString();
 }
 
-void Layer::setID(const QString &id)
-{
-    m_values.insert(idKey, id);
-}
-
 QString Layer::name() const
 {
     return m_values.value(nameKey).toString();
@@ -55,7 +52,7 @@ QString Layer::name() const
 
 void Layer::setName(const QString &name)
 {
-    m_values.insert(nameKey, name);
+    setTextForKey(nameKey, name);
 }
 
 QString Layer::type() const
@@ -81,7 +78,7 @@ void Layer::setFrame(const QVariantMap &frame)
             throw ScriptException(QStringLiteral("The frame's \"%1\" has to be a number.").arg(entry.key()));
         changed.insert(entry.key(), entry.value());
     }
-    m_values.insert(frameKey, changed);
+    setDictionary(frameKey, changed);
 }
 
 QVariantMap Layer::style() const
@@ -91,21 +88,46 @@ QVariantMap Layer::style() const
 
 void Layer::setStyle(const QVariantMap &style)
 {
-    m_values.insert(styleKey, style);
+    setDictionary(styleKey, style);
+}
+
+QStringList Layer::types()
+{
+    return {QStringLiteral("group"), QStringLiteral("rectangle"), QStringLiteral("oval"), QStringLiteral("text"),
+        QStringLiteral("image")};
+}
+
+QStringList Layer::styleKeysOfType(const QString &type)
+{
+    static const QStringList ofAll{QStringLiteral("opacity")};
+    static const QStringList ofShapes{QStringLiteral("fill"), QStringLiteral("border"), QStringLiteral("borderWidth")};
+    static const QStringList ofRectangles{QStringLiteral("cornerRadius")};
+    static const QStringList ofTexts{QStringLiteral("fontFamily"), QStringLiteral("fontSize"),
+        QStringLiteral("fontWeight"), QStringLiteral("textAlign")};
+    if (type == u"group")
+        return ofAll;
+    const bool hasCorners = type == u"rectangle" || type == u"image";
+    return ofAll + ofShapes + (hasCorners ? ofRectangles : QStringList()) + (type == u"text" ? ofTexts : QStringList());
 }
 
 std::optional<QString> Layer::text() const
 {
-    const auto text = m_values.value(textKey);
-    return text.typeId() == QMetaType::QString ? std::optional(text.toString()) : std::nullopt;
+    return textForKey(textKey);
 }
 
 void Layer::setText(const std::optional<QString> &text)
 {
-    if (text)
-        m_values.insert(textKey, *text);
-    else
-        m_values.remove(textKey);
+    setTextForKey(textKey, text);
+}
+
+std::optional<QString> Layer::image() const
+{
+    return textForKey(imageKey);
+}
+
+void Layer::setImage(const std::optional<QString> &image)
+{
+    setTextForKey(imageKey, image);
 }
 
 std::optional<QVariantMap> Layer::userInfo() const
@@ -116,9 +138,42 @@ std::optional<QVariantMap> Layer::userInfo() const
 void Layer::setUserInfo(const std::optional<QVariantMap> &userInfo)
 {
     if (userInfo && !userInfo->isEmpty())
-        m_values.insert(userInfoKey, *userInfo);
+        return setDictionary(userInfoKey, *userInfo);
+    auto values = m_values;
+    values.remove(userInfoKey);
+    setValues(std::move(values));
+}
+
+std::optional<QString> Layer::textForKey(const QString &key) const
+{
+    const auto text = m_values.value(key);
+    return text.typeId() == QMetaType::QString ? std::optional(text.toString()) : std::nullopt;
+}
+
+void Layer::setTextForKey(const QString &key, const std::optional<QString> &text)
+{
+    auto values = m_values;
+    if (text)
+        values.insert(key, *text);
     else
-        m_values.remove(userInfoKey);
+        values.remove(key);
+    setValues(std::move(values));
+}
+
+void Layer::setDictionary(const QString &key, const QVariantMap &dictionary)
+{
+    auto values = m_values;
+    values.insert(key, dictionary);
+    setValues(std::move(values));
+}
+
+void Layer::setValues(QVariantMap values)
+{
+    if (values == m_values)
+        return;
+    const auto replaced = std::exchange(m_values, std::move(values));
+    if (const auto owner = document())
+        owner->layerChanged(std::static_pointer_cast<Layer>(shared_from_this()), replaced);
 }
 
 namespace {
@@ -166,6 +221,16 @@ void moveToIndex(Layer &layer, int index)
     documentOf(layer)->moveLayer(pointerTo(layer), index);
 }
 
+void moveTo(Layer &layer, const LayerPointer &parent, int index)
+{
+    const auto document = documentOf(layer);
+    if (!document->moveLayer(pointerTo(layer), parent, index)) {
+        throw ScriptException(QStringLiteral("The layer \"%1\" cannot be moved there: the place is inside it, or in no "
+                                             "document or another one.")
+                                  .arg(layer.name()));
+    }
+}
+
 LayerPointer duplicate(Layer &layer)
 {
     return documentOf(layer)->duplicateLayer(pointerTo(layer));
@@ -186,6 +251,8 @@ const ScriptClass &Layer::scriptClass() const
         scriptOperation<&Layer::setStyle>("setStyle"),
         scriptOperation<&Layer::text>("text"),
         scriptOperation<&Layer::setText>("setText"),
+        scriptOperation<&Layer::image>("image"),
+        scriptOperation<&Layer::setImage>("setImage"),
         scriptOperation<&userInfoOf>("userInfo"),
         scriptOperation<&Layer::parent>("parent"),
         scriptOperation<&Layer::document>("document"),
@@ -193,6 +260,7 @@ const ScriptClass &Layer::scriptClass() const
         scriptOperation<&addLayer>("addLayer"),
         scriptOperation<&removeLayer>("remove"),
         scriptOperation<&moveToIndex>("moveToIndex"),
+        scriptOperation<&moveTo>("moveTo"),
         scriptOperation<&duplicate>("duplicate"),
     };
     static constexpr ScriptClass scriptClass{"Layer", operations};

@@ -4,6 +4,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 #include <QVariantList>
 #include <QVariantMap>
 
@@ -27,7 +28,6 @@ public:
     explicit Layer(const QVariantMap &values);
 
     QString id() const;
-    void setID(const QString &id);
     QString name() const;
     void setName(const QString &name);
     /// "group", "rectangle", "oval", "text" or "image".
@@ -38,9 +38,16 @@ public:
     void setFrame(const QVariantMap &frame);
     QVariantMap style() const;
     void setStyle(const QVariantMap &style);
+    /// All of them.
+    static QStringList types();
+    /// The keys of a style that mean something for layers of that type.
+    static QStringList styleKeysOfType(const QString &type);
     /// Nil for a layer without text.
     std::optional<QString> text() const;
     void setText(const std::optional<QString> &text);
+    /// The picture of an image layer, as a URL; nil when it has none.
+    std::optional<QString> image() const;
+    void setImage(const std::optional<QString> &image);
     /// What plug-ins keep on the layer; nil when there is nothing.
     std::optional<QVariantMap> userInfo() const override;
     void setUserInfo(const std::optional<QVariantMap> &userInfo) override;
@@ -57,6 +64,12 @@ public:
 
 private:
     friend class Document; // which keeps the tree together
+
+    std::optional<QString> textForKey(const QString &key) const;
+    void setTextForKey(const QString &key, const std::optional<QString> &text);
+    void setDictionary(const QString &key, const QVariantMap &dictionary);
+    /// Where every change ends: the document, if there is one, hears of it.
+    void setValues(QVariantMap values);
 
     QVariantMap m_values;
     QList<LayerPointer> m_layers;

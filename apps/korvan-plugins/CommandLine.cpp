@@ -5,6 +5,7 @@
 #include "Commands.h"
 #include "GlobalArguments.h"
 #include "RunArguments.h"
+#include "SupplyArguments.h"
 #include "UpdatesArguments.h"
 #include "UsersLanguage.h"
 
@@ -52,6 +53,7 @@ public:
         addMenu();
         addEdit();
         m_run.addTo(m_app, std::bind_front(&Program::addCommandTo, this), m_globalOptions);
+        m_supply.addTo(m_app, std::bind_front(&Program::addCommandTo, this), m_globalOptions);
         addEnabling("enable", "Enable plug-ins", true);
         addEnabling("disable", "Disable plug-ins", false);
         addState();
@@ -219,6 +221,7 @@ private:
     GlobalOptions m_globalOptions;
     GlobalArguments m_global;
     RunArguments m_run;
+    SupplyArguments m_supply;
     UpdatesArguments m_updates;
     AuthorArguments m_author;
     std::function<ExitCode(Output &)> m_command;

@@ -4,6 +4,8 @@
 
 #include <QDir>
 
+#include <unistd.h>
+
 namespace {
 
 /// The version of the reference host, which this program stands in for.
@@ -20,6 +22,7 @@ CommandLineEnvironment::CommandLineEnvironment(const GlobalOptions &options)
     : m_options(options)
     , m_defaults(options.defaultsFile ? std::make_unique<UserDefaults>(*options.defaultsFile)
                                       : std::make_unique<UserDefaults>())
+    , m_presenter(STDIN_FILENO)
 {
     m_defaults->setOverrides(options.defaults);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Options.h"
+#include "TerminalPresenter.h"
 #include "platform/LTAppEnvironment.h"
 #include "platform/UserDefaults.h"
 
@@ -20,10 +21,13 @@ public:
     UserDefaults &userDefaults() override { return *m_defaults; }
     /// Loader errors go to standard error, as the system's log does.
     LogTarget *logTarget() override { return this; }
+    /// On standard error, with answers from standard input.
+    UserPresenter *userPresenter() override { return &m_presenter; }
     void log(const QVariantMap &entry, const QString &from) override;
     void systemLog(const QString &line) override;
 
 private:
     GlobalOptions m_options;
     std::unique_ptr<UserDefaults> m_defaults;
+    TerminalPresenter m_presenter;
 };

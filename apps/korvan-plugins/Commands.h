@@ -11,6 +11,7 @@ ExitCode showPlugin(const GlobalOptions &options, const InfoOptions &info, Outpu
 ExitCode showMenu(const GlobalOptions &options, Output &output);
 ExitCode editPlugin(const GlobalOptions &options, const EditOptions &edit, Output &output);
 ExitCode runCommand(const GlobalOptions &options, const RunOptions &run, Output &output);
+ExitCode supplyData(const GlobalOptions &options, const SupplyOptions &supply, Output &output);
 ExitCode enablePlugins(const GlobalOptions &options, const EnablingOptions &enabling, Output &output);
 ExitCode showState(const GlobalOptions &options, Output &output);
 ExitCode showBlocklist(const GlobalOptions &options, Output &output);

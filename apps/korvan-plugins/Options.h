@@ -42,6 +42,17 @@ struct RunOptions
     std::optional<QString> dumpDocumentFile;
 };
 
+struct SupplyOptions
+{
+    /// Nil: what there is to choose from is listed.
+    std::optional<QString> plugin;
+    /// Identifier or name; nil for a plug-in that has only one.
+    std::optional<QString> supplier;
+    std::optional<QString> documentFile;
+    double waitSeconds = 60;
+    std::optional<QString> dumpDocumentFile;
+};
+
 struct EnablingOptions
 {
     QStringList identifiers;

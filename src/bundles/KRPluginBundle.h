@@ -62,11 +62,11 @@ public:
     const CommandTable &commands() const { return m_commands; }
     std::optional<QString> identifier() const override { return m_identifier; }
     std::optional<QString> version() const { return m_version; }
-    std::optional<QString> name() const { return m_name; }
+    std::optional<QString> name() const override { return m_name; }
     std::optional<QString> pluginDescription() const;
     std::optional<QString> author() const;
     std::optional<QString> authorEmail() const;
-    bool suppliesData() const { return m_suppliesData; }
+    bool suppliesData() const override { return m_suppliesData; }
     QUrl homepageURL() const;
     std::optional<QString> compatibleVersion() const;
     std::optional<QString> maximumCompatibleVersion() const;

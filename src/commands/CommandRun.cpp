@@ -45,8 +45,11 @@ ScriptDictionaryPointer CommandRun::prepare(const QVariantMap &context)
 {
     if (m_manager)
         m_running = m_manager->stopTrackingLongRunningCommandWithSpecifier(m_started->commandSpecifier());
-    if (m_running)
+    if (m_running) {
+        if (const auto session = m_running->session())
+            session->beginActivity(m_running->name().value_or(QString()));
         return m_running->fullContextFromContext(context, m_scriptURL);
+    }
 
     m_started->newSessionForURL(m_scriptURL, m_started->shouldReloadWithActionID(m_key));
     auto fullContext = m_started->fullContextFromContext(context, m_scriptURL);

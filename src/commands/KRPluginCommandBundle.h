@@ -15,7 +15,11 @@ public:
     ~KRPluginCommandBundle() override;
 
     virtual std::optional<QString> identifier() const = 0;
+    /// For the user.
+    virtual std::optional<QString> name() const = 0;
     /// The plug-in's folder; empty for one that is not on disk.
     virtual QUrl url() const = 0;
     virtual bool disableCocoaScriptPreprocessor() const = 0;
+    /// Whether its commands may register data suppliers.
+    virtual bool suppliesData() const = 0;
 };

@@ -1,3 +1,8 @@
 #include "commands/KRPluginCommandManager.h"
 
 KRPluginCommandManager::~KRPluginCommandManager() = default;
+
+DataSuppliers *KRPluginCommandManager::dataSuppliers()
+{
+    return nullptr;
+}

@@ -9,6 +9,7 @@
 #include <functional>
 #include <memory>
 
+class DataSuppliers;
 class KRPluginCommand;
 class KRPluginCommandSpecifier;
 class KRPluginLogAction;
@@ -31,4 +32,6 @@ public:
         const KRPluginCommandSpecifier &specifier) = 0;
     /// Keeps the command, and calls back when its session has finished. The callback may be null.
     virtual void trackLongRunningCommand(const std::shared_ptr<KRPluginCommand> &command, Completion onComplete) = 0;
+    /// Where commands register what they offer to put into layers; null (the default) where nobody asks for it.
+    virtual DataSuppliers *dataSuppliers();
 };

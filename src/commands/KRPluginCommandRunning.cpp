@@ -87,6 +87,7 @@ void KRPluginCommand::newSessionForURL(const QUrl &url, bool shouldReload)
     setErrorInScript(false);
     session->env().insert(QStringLiteral("scriptURL"), url);
     session->setTimeLimit(scriptTimeLimit());
+    session->beginActivity(m_name.value_or(QString()));
 
     const auto bundle = pluginBundle();
     if (bundle)

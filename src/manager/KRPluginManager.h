@@ -1,6 +1,7 @@
 #pragma once
 
 #include "bundles/PluginTable.h"
+#include "commands/DataSuppliers.h"
 #include "commands/KRPluginCommandManager.h"
 #include "commands/KRPluginCommandSpecifier.h"
 #include "commands/KRPluginLogAction.h"
@@ -313,6 +314,14 @@ public:
     void setLogAction(const std::shared_ptr<KRPluginLogAction> &logAction) { m_logAction = logAction; }
     QUrl urlForUnsavedPlugin() const override { return defaultPluginURL(); }
 
+    // Data for layers
+
+    /// What the commands of enabled plug-ins have registered. A plug-in that says "suppliesData" registers it when one
+    /// of its commands runs, usually for the action "Startup", and keeps that command running.
+    QList<DataSupplier> availableDataSuppliers();
+    /// For registering; its supply() asks one of them for values.
+    DataSuppliers *dataSuppliers() override { return &m_dataSuppliers; }
+
 private:
     void rebuildRegistry();
     std::function<void()> foldersChangedBlock();
@@ -320,6 +329,7 @@ private:
     UpdateSummaries updateSummaries();
     void changeEnabledState(const std::shared_ptr<KRPluginBundle> &bundle, bool enabled);
 
+    DataSuppliers m_dataSuppliers;
     std::optional<PluginTable> m_plugins;
     std::chrono::microseconds m_durationOfLatestReload{0};
     bool m_disableAllPlugins = false;

@@ -130,6 +130,16 @@ AlertPresenter *LTAppEnvironment::alertPresenter()
     return nullptr;
 }
 
+UserPresenter *LTAppEnvironment::userPresenter()
+{
+    return nullptr;
+}
+
+OpenDocuments *LTAppEnvironment::openDocuments()
+{
+    return nullptr;
+}
+
 void LTAppEnvironment::runModalAlert(const Alert &alert)
 {
     if (auto *const presenter = alertPresenter())

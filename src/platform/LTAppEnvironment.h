@@ -13,9 +13,11 @@
 class AlertPresenter;
 class MainQueue;
 class NotificationCenter;
+class OpenDocuments;
 class ScriptHost;
 class ScriptObject;
 class UserDefaults;
+class UserPresenter;
 struct Alert;
 
 /// Where messages for the user go: a console window, a terminal.
@@ -96,6 +98,14 @@ public:
     /// Who shows alerts; null when nobody does (the default): they go into the system's log then, each in one line. It
     /// has to outlive the call only. The Widgets library has one.
     virtual AlertPresenter *alertPresenter();
+
+    /// Who talks with the user for plug-ins; null when nobody can (the default): questions have no answer then. It has
+    /// to outlive every session. The Widgets library has one.
+    virtual UserPresenter *userPresenter();
+
+    /// The documents that scripts may ask for; null when there are none but those of the commands' contexts (the
+    /// default).
+    virtual OpenDocuments *openDocuments();
 
     /// Takes one line for the system's log. By default Qt's logging category "korvan.pluginmanager". May be called
     /// from any thread.

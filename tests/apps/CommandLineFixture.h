@@ -45,8 +45,8 @@ class CommandLineFixture
 protected:
     void makeFolder() { m_folder = std::make_unique<QTemporaryDir>(); }
 
-    /// With its output in a file, if one is named.
-    Finished run(const QStringList &arguments, const QString &outputFile = {}) const
+    /// With its output in a file, if one is named, and with that on its standard input.
+    Finished run(const QStringList &arguments, const QString &outputFile = {}, const QByteArray &input = {}) const
     {
         const QTemporaryDir outputs;
         const auto variable = [](const char *name, const QString &path) {
@@ -59,6 +59,7 @@ protected:
                     variable("XDG_DATA_HOME", m_folder->filePath(QStringLiteral("data"))),
                     variable("XDG_CONFIG_HOME", m_folder->filePath(QStringLiteral("config")))},
             outputs.filePath(QStringLiteral("errors"))});
+        process.write(input);
         process.closeInput();
         const int exitCode = process.waitForEnd();
         const auto errors = QString::fromUtf8(fileContent(outputs.filePath(QStringLiteral("errors"))));

@@ -282,7 +282,7 @@ void tst_Document::scriptsAreToldWhatIsWrong()
     QCOMPARE(printed->errors, QStringList());
     const QVariantList expected{u"The frame's \"width\" has to be a number."_s,
         u"Argument 1 of setFrame has to be a plain object."_s, u"Argument 1 of setSelection has to be an array."_s,
-        u"This Layer no longer exists."_s, u"This Layer no longer exists."_s};
+        u"The layer \"A\" is in no document any more."_s, u"The layer \"A\" is in no document any more."_s};
     QCOMPARE(printed->values, expected);
 }
 

@@ -15,7 +15,10 @@ public:
     std::shared_ptr<KRPluginCommand> stopTrackingLongRunningCommandWithSpecifier(
         const KRPluginCommandSpecifier &specifier) override;
     void trackLongRunningCommand(const std::shared_ptr<KRPluginCommand> &command, Completion onComplete) override;
+    DataSuppliers *dataSuppliers() override { return suppliers; }
 
+    /// Null: nobody asks for data.
+    DataSuppliers *suppliers = nullptr;
     /// Null: commands keep their entries themselves.
     std::shared_ptr<RecordingLogAction> log;
     QUrl unsavedPlugin = QUrl(QStringLiteral("file:///Plugins/Untitled.korvanplugin/"));

@@ -2,7 +2,9 @@
 
 #include "platform/LTAppEnvironment.h"
 #include "platform/NotificationCenter.h"
+#include "platform/OpenDocuments.h"
 #include "platform/UserDefaults.h"
+#include "platform/UserPresenter.h"
 #include "support/VirtualMainQueue.h"
 
 #include <QHash>
@@ -45,6 +47,8 @@ public:
     }
     LogTarget *logTarget() override { return target; }
     AlertPresenter *alertPresenter() override { return presenter; }
+    UserPresenter *userPresenter() override { return user; }
+    OpenDocuments *openDocuments() override { return documents; }
     void systemLog(const QString &line) override { systemLogLines.append(line); }
     ScriptTimeLimitDecision scriptExceededTimeLimit(const QString &name, double seconds) override;
     UserDefaults &userDefaults() override { return m_defaults; }
@@ -60,6 +64,10 @@ public:
     quint32 architecture = 0x01000007;
     /// Null: nobody shows alerts.
     AlertPresenter *presenter = nullptr;
+    /// Null: nobody talks with the user.
+    UserPresenter *user = nullptr;
+    /// Null: no documents are open.
+    OpenDocuments *documents = nullptr;
     /// The application's pictures by their names.
     QHash<QString, QImage> images;
     /// The application's own services for core modules, and whose session has last asked for one.

@@ -3,7 +3,7 @@
 _korvan_plugins() {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} command='' word
     local options='--folder --support-dir --defaults --default --safe-mode --resources --host-version --blocklist-url --json --help --version'
-    local commands='list info menu edit run enable disable state blocklist updates watch listen send unpack export create validate pack compare-versions demo'
+    local commands='list info menu edit run supply enable disable state blocklist updates watch listen send unpack export create validate pack compare-versions demo'
 
     for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
         case " $commands " in *" $word "*) command=$word ;; esac
@@ -29,6 +29,7 @@ _korvan_plugins() {
     esac
     case $command in
     run) options+=' --standalone --handler --document --context --wait --dump-document' ;;
+    supply) options+=' --document --wait --dump-document' ;;
     create) options+=' --identifier --template' ;;
     pack) options+=' --output --feed --url' ;;
     blocklist) options+=' show update' ;;

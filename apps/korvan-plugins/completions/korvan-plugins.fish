@@ -1,6 +1,6 @@
 # Completion of korvan-plugins for fish.
 
-set -l commands list info menu edit run enable disable state blocklist updates watch listen send unpack export create validate pack compare-versions demo
+set -l commands list info menu edit run supply enable disable state blocklist updates watch listen send unpack export create validate pack compare-versions demo
 complete -c korvan-plugins -l folder -x -a '(__fish_complete_directories)' -d 'A plug-in folder'
 complete -c korvan-plugins -l support-dir -x -a '(__fish_complete_directories)' -d 'The support folder of the application'
 complete -c korvan-plugins -l defaults -r -d "The file of the user's settings"
@@ -19,6 +19,7 @@ complete -c korvan-plugins -f -n $none -a info -d 'Show one plug-in'
 complete -c korvan-plugins -f -n $none -a menu -d 'Show the plug-ins menu'
 complete -c korvan-plugins -f -n $none -a edit -d 'Open a plug-in in the editor'
 complete -c korvan-plugins -f -n $none -a run -d 'Run a command and show what it logs'
+complete -c korvan-plugins -f -n $none -a supply -d 'Put data of plug-ins into the layers of a document'
 complete -c korvan-plugins -f -n $none -a enable -d 'Enable plug-ins'
 complete -c korvan-plugins -f -n $none -a disable -d 'Disable plug-ins'
 complete -c korvan-plugins -f -n $none -a state -d 'Show what is remembered of the plug-ins'
@@ -44,6 +45,11 @@ complete -c korvan-plugins -n '__fish_seen_subcommand_from create' -l template -
 complete -c korvan-plugins -n '__fish_seen_subcommand_from pack' -l output -r -d 'The archive'
 complete -c korvan-plugins -n '__fish_seen_subcommand_from pack' -l feed -r -d 'Update feed to write'
 complete -c korvan-plugins -n '__fish_seen_subcommand_from pack' -l url -x -d 'Where the archive will be'
+
+set -l supply '__fish_seen_subcommand_from supply'
+complete -c korvan-plugins -n $supply -l document -r -d 'Document whose layers are filled'
+complete -c korvan-plugins -n $supply -l wait -x -d 'Longest wait for a plug-in'
+complete -c korvan-plugins -n $supply -l dump-document -r -d 'Where to write the document afterwards'
 
 set -l run '__fish_seen_subcommand_from run'
 complete -c korvan-plugins -n $run -l standalone -r -d 'A file of bare statements to run instead'

@@ -65,6 +65,11 @@ void COScript::setTimeLimit(double seconds)
     m_session->setTimeLimit(seconds);
 }
 
+void COScript::beginActivity(const QString &name)
+{
+    m_session->beginActivity(name);
+}
+
 void COScript::pushObject(const QVariant &object, const QString &withName)
 {
     m_session->pushObject(object, withName);

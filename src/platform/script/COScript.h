@@ -65,6 +65,10 @@ public:
     /// In seconds of processor time for each call into the script; 0 for none, as at first.
     void setTimeLimit(double seconds);
 
+    /// What the session's scripts do from now on is another activity (ScriptActivity.h), named in the user's words. The
+    /// first one has the session's own name.
+    void beginActivity(const QString &name);
+
     /// Makes the value a global of that name.
     void pushObject(const QVariant &object, const QString &withName);
     void deleteObjectWithName(const QString &name);

@@ -1,6 +1,7 @@
 #include "platform/script/ScriptEngine.h"
 
 #include "platform/script/JavaScriptCorePrivate.h"
+#include "platform/script/ScriptEvents.h"
 
 #include <QtGlobal>
 
@@ -24,7 +25,20 @@ JSContextGroupRef createGroup()
     return group;
 }
 
+/// Kept beside the engine, which a question about activities must not start.
+const ScriptLimitClient *outermostClient = nullptr;
+
 } // namespace
+
+ScriptActivityPointer currentScriptActivity()
+{
+    return outermostClient ? outermostClient->activity() : nullptr;
+}
+
+void runAsScriptEvent(std::function<void()> work)
+{
+    ScriptEngine::instance().whenLeft(std::move(work));
+}
 
 ScriptLimitClient::~ScriptLimitClient() = default;
 
@@ -114,15 +128,19 @@ void ScriptEngine::runPromiseReactions(JSContextRef context)
 void ScriptEngine::enter(ScriptLimitClient *client)
 {
     m_clients.push_back(client);
-    if (m_clients.size() == 1)
-        applyTimeLimit(client->timeLimit());
+    if (m_clients.size() > 1)
+        return;
+    outermostClient = client;
+    applyTimeLimit(client->timeLimit());
 }
 
 void ScriptEngine::leave()
 {
     m_clients.pop_back();
-    if (m_clients.empty())
+    if (m_clients.empty()) {
+        outermostClient = nullptr;
         m_stop.reset();
+    }
     while (m_clients.empty() && !m_workForLater.empty()) {
         const auto work = std::exchange(m_workForLater, {});
         for (const auto &function : work)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/script/ScriptActivity.h"
 #include "platform/script/ScriptException.h"
 
 #include <JavaScriptCore/JavaScript.h>
@@ -20,6 +21,8 @@ public:
     /// Called inside the engine while the script of that context stands still, for having computed so many seconds.
     /// Nil lets it go on; an error stops it, and is the one to be reported.
     virtual std::optional<ScriptException> errorAfterTimeLimit(JSContextRef context, double seconds) = 0;
+    /// Why its scripts run; null when for nothing that anybody would take back.
+    virtual ScriptActivityPointer activity() const { return nullptr; }
 };
 
 /// The process's one engine: the context group that all sessions share (so that a script compiles once for all of

@@ -21,6 +21,7 @@ ScriptSession::Live::Live(ScriptSession &session)
 
 ScriptSession::ScriptSession(const ScriptCoreModules &coreModules, const QString &name)
     : m_name(name)
+    , m_activity(std::make_shared<const ScriptActivity>(ScriptActivity{name}))
     , m_modules(coreModules)
     , m_services([this] { tellFlowDelegate(); })
     , m_live(std::make_unique<Live>(*this))
@@ -43,6 +44,11 @@ void ScriptSession::end()
     // The script that asks for this may still be on the stack, with its callers' references to what it runs in.
     ScriptEngine::instance().whenLeft(
         [session = shared_from_this(), live = std::exchange(m_live, nullptr)]() mutable { live.reset(); });
+}
+
+void ScriptSession::beginActivity(const QString &name)
+{
+    m_activity = std::make_shared<const ScriptActivity>(ScriptActivity{name});
 }
 
 // Globals

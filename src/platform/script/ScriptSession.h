@@ -44,6 +44,7 @@ public:
     void setSourceOffset(const SourceOffset &offset) { m_sourceOffset = offset; }
     void setShouldPreprocess(bool shouldPreprocess) { m_shouldPreprocess = shouldPreprocess; }
     void setTimeLimit(double seconds) { m_timeLimit = seconds; }
+    void beginActivity(const QString &name);
 
     bool shouldKeepAround() const { return m_shouldKeepAround; }
     void setShouldKeepAround(bool keepAround) { m_shouldKeepAround = keepAround; }
@@ -71,6 +72,7 @@ public:
     JSValueRef callHost(HostFunction function, std::span<const JSValueRef> arguments, JSValueRef *exception) override;
     void promiseRejected(JSValueRef reason) override;
     double timeLimit() const override { return m_timeLimit; }
+    ScriptActivityPointer activity() const override { return m_activity; }
     std::optional<ScriptException> errorAfterTimeLimit(JSContextRef context, double seconds) override;
 
     // ScriptFunctionCaller
@@ -142,6 +144,7 @@ private:
     bool m_shouldPreprocess = true;
     bool m_shouldKeepAround = false;
     double m_timeLimit = 0;
+    ScriptActivityPointer m_activity;
     /// Whether the scripts on the stack know already that they are being stopped.
     bool m_hasTakenStop = false;
 

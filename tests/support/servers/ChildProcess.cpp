@@ -76,6 +76,12 @@ ChildProcess::~ChildProcess()
     waitForEnd();
 }
 
+void ChildProcess::write(const QByteArray &bytes) const
+{
+    if (::write(m_input, bytes.constData(), std::size_t(bytes.size())) != bytes.size())
+        qFatal("cannot write to a program's input");
+}
+
 void ChildProcess::closeInput()
 {
     if (m_input >= 0)

@@ -36,6 +36,8 @@ public:
 
     /// Its standard input comes to its end.
     void closeInput();
+    /// Writes to its standard input, which must not be closed yet; as much as a pipe holds.
+    void write(const QByteArray &bytes) const;
     /// Its exit status; -1 when a signal has ended it.
     int waitForEnd();
 

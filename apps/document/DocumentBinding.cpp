@@ -1,0 +1,84 @@
+// What scripts may call on a document.
+
+#include "document/Document.h"
+
+#include "platform/script/ScriptClass.h"
+#include "platform/script/ScriptException.h"
+
+namespace {
+
+QVariant userInfoOf(Document &document)
+{
+    const auto userInfo = document.userInfo();
+    return userInfo ? QVariant(*userInfo) : QVariant::fromValue(nullptr);
+}
+
+QVariantList layersOf(Document &document)
+{
+    return scriptList(document.layers());
+}
+
+QVariantList allLayersOf(Document &document)
+{
+    return scriptList(document.allLayers());
+}
+
+QVariantList selectionOf(Document &document)
+{
+    return scriptList(document.selection());
+}
+
+void setSelectionOf(Document &document, const QVariantList &layers)
+{
+    QList<LayerPointer> selection;
+    for (const auto &layer : layers)
+        selection.append(std::dynamic_pointer_cast<Layer>(layer.value<ScriptObjectPointer>()));
+    document.setSelection(selection);
+}
+
+LayerPointer addLayerWithValues(Document &document, const QVariantMap &values)
+{
+    auto layer = std::make_shared<Layer>(values);
+    document.addLayer(layer, nullptr);
+    return layer;
+}
+
+LayerPointer insertLayerWithValues(Document &document, const QVariantMap &values, const LayerPointer &parent, int index)
+{
+    auto layer = std::make_shared<Layer>(values);
+    if (!document.insertLayer(layer, parent, index))
+        throw ScriptException(QStringLiteral("The group for the new layer is in no document or another one."));
+    return layer;
+}
+
+QStringList layerTypes(Document &)
+{
+    return Layer::types();
+}
+
+QStringList styleKeys(Document &, const QString &type)
+{
+    return Layer::styleKeysOfType(type);
+}
+
+} // namespace
+
+const ScriptClass &Document::scriptClass() const
+{
+    static constexpr ScriptOperation operations[] = {
+        scriptOperation<&Document::name>("name"),
+        scriptOperation<&Document::setName>("setName"),
+        scriptOperation<&userInfoOf>("userInfo"),
+        scriptOperation<&layersOf>("layers"),
+        scriptOperation<&allLayersOf>("allLayers"),
+        scriptOperation<&Document::layerWithID>("layerWithID"),
+        scriptOperation<&selectionOf>("selection"),
+        scriptOperation<&setSelectionOf>("setSelection"),
+        scriptOperation<&addLayerWithValues>("addLayer"),
+        scriptOperation<&insertLayerWithValues>("insertLayer"),
+        scriptOperation<&layerTypes>("layerTypes"),
+        scriptOperation<&styleKeys>("styleKeys"),
+    };
+    static constexpr ScriptClass scriptClass{"Document", operations};
+    return scriptClass;
+}

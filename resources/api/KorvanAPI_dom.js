@@ -1,0 +1,426 @@
+// "korvan/dom": the open documents and their layers, as objects that are always up to date.
+//
+// Behind each of them stands an object of the application's, the one that a handler finds in context.document and
+// context.selection. Wherever this module takes a layer or a document, it takes either; the same one is always the same
+// object here. Every change reaches the application at once, and all changes of one run of a command are undone together.
+'use strict';
+
+const host = require('host:documents');
+const { describe, article, suggestion, checkKeys, checkText, checkNumber } = require('./support/describe.js');
+const { compileSelector } = require('./support/selector.js');
+const { liveView } = require('./support/live-view.js');
+
+const FRAME_KEYS = ['x', 'y', 'width', 'height'];
+const CREATE_KEYS = ['type', 'name', 'frame', 'style', 'text', 'image', 'children', 'index'];
+
+// From the application's object to ours; it keeps neither of them.
+const known = new WeakMap();
+// Who has it may make the objects of this module.
+const maker = Symbol('maker');
+
+const hasOperations = (value, ...names) => typeof value === 'object' && value !== null
+    && names.every((name) => typeof value[name] === 'function');
+const isHostLayer = (value) => hasOperations(value, 'moveTo', 'setFrame');
+const isHostDocument = (value) => hasOperations(value, 'allLayers', 'setSelection');
+
+function wrap(object) {
+    let ours = known.get(object);
+    if (ours === undefined) {
+        ours = isHostLayer(object) ? new Layer(maker, object) : new Document(maker, object);
+        known.set(object, ours);
+    }
+    return ours;
+}
+
+const wrapAll = (objects) => Object.freeze(objects.map(wrap));
+
+/** Ours for a layer or document in either form; undefined for anything else. */
+function ourObject(value) {
+    if (value instanceof Layer || value instanceof Document)
+        return value;
+    return isHostLayer(value) || isHostDocument(value) ? wrap(value) : undefined;
+}
+
+function checkLayer(value, what) {
+    const layer = ourObject(value);
+    if (!(layer instanceof Layer))
+        throw new TypeError(`${what} has to be a layer, but is ${layer ? 'a document' : describe(value)}.`);
+    return layer;
+}
+
+/** A function that tells whether a layer is meant, from a selector or a predicate. */
+function condition(selector, caller) {
+    if (typeof selector === 'function')
+        return selector;
+    return compileSelector(checkText(selector, `What ${caller} looks for, a selector or a function,`));
+}
+
+// Creating ----------------------------------------------------------------------------------------------------------
+
+function checkType(document, type) {
+    const types = document.hostObject.layerTypes?.();
+    if (types !== undefined && !types.includes(type)) {
+        throw new TypeError(`A new layer needs a type (${types.join(', ')}), but was given ${describe(type)}.`
+            + suggestion(type, types));
+    }
+    return checkText(type, 'The type of a new layer');
+}
+
+function checkStyle(document, type, style) {
+    if (typeof style !== 'object' || style === null || Array.isArray(style))
+        throw new TypeError(`A style has to be an object such as { fill: '#FF0000' }, but is ${describe(style)}.`);
+    for (const key of Object.keys(style)) {
+        checkStyleKey(document, type, key);
+        checkStyleValue(key, style[key]);
+    }
+    return { ...style };
+}
+
+function checkStyleKey(document, type, key) {
+    const keys = document.hostObject.styleKeys?.(type);
+    if (keys !== undefined && !keys.includes(key)) {
+        throw new TypeError(`The style of ${article(type)} layer has no key "${key}".${suggestion(key, keys)} `
+            + `It has: ${keys.join(', ')}.`);
+    }
+}
+
+function checkStyleValue(key, value) {
+    const isPlain = typeof value === 'string' || typeof value === 'boolean' || Number.isFinite(value);
+    if (!isPlain) {
+        throw new TypeError(`The style's "${key}" has to be a text, a number or a boolean, but is ${describe(value)}. `
+            + 'Delete the key to take it out of the style.');
+    }
+}
+
+function checkFrame(frame) {
+    if (typeof frame !== 'object' || frame === null || Array.isArray(frame)) {
+        throw new TypeError(`A frame has to be an object such as { x: 0, y: 0, width: 10, height: 10 }, but is `
+            + `${describe(frame)}.`);
+    }
+    for (const key of Object.keys(frame))
+        checkFrameValue(key, frame[key]);
+    return { ...frame };
+}
+
+function checkFrameValue(key, value) {
+    if (!FRAME_KEYS.includes(key))
+        throw new TypeError(`A frame has no "${key}".${suggestion(key, FRAME_KEYS)} It has: ${FRAME_KEYS.join(', ')}.`);
+    checkNumber(value, `The frame's "${key}"`);
+    if (value < 0 && (key === 'width' || key === 'height'))
+        throw new RangeError(`The frame's "${key}" cannot be less than 0, but is ${value}.`);
+}
+
+function checkIndex(index) {
+    if (index !== Infinity && !(Number.isInteger(index) && index >= 0))
+        throw new TypeError(`The index of a layer has to be 0 or a whole number above it, but is ${describe(index)}.`);
+    return Math.min(index, 0x7fffffff);
+}
+
+/** Checks what a new layer, and the layers in it, are to be like before anything is made. */
+function checkValues(document, values) {
+    checkKeys(values, CREATE_KEYS, 'create()');
+    const type = checkType(document, values.type);
+    const checked = { type, name: checkText(values.name ?? type[0].toUpperCase() + type.slice(1), 'The name') };
+    checked.frame = { x: 0, y: 0, width: 100, height: 100, ...checkFrame(values.frame ?? {}) };
+    if (values.style !== undefined)
+        checked.style = checkStyle(document, type, values.style);
+    if (type === 'text' || values.text !== undefined)
+        checked.text = checkContent(type, 'text', values.text ?? '');
+    if (values.image !== undefined)
+        checked.image = checkContent(type, 'image', values.image);
+    const children = values.children ?? [];
+    if (!Array.isArray(children))
+        throw new TypeError(`The children of a new group have to be an array, but are ${describe(children)}.`);
+    if (children.length > 0 && type !== 'group')
+        throw new TypeError(`Only groups have children; this is ${article(type)} layer.`);
+    return { checked, children: children.map((child) => checkValues(document, child)) };
+}
+
+function checkContent(type, key, value) {
+    if (type !== key)
+        throw new TypeError(`Only ${key} layers have ${article(key)}; this is ${article(type)} layer.`);
+    return value === null && key === 'image' ? null : checkText(value, `The ${key} of a layer`);
+}
+
+function createIn(document, group, values) {
+    const index = checkIndex(values?.index ?? Infinity);
+    const insert = ({ checked, children }, parent, at) => {
+        const layer = document.hostObject.insertLayer(checked, parent, at);
+        for (const child of children)
+            insert(child, layer, checkIndex(Infinity));
+        return layer;
+    };
+    return wrap(insert(checkValues(document, values), group === null ? null : group.hostObject, index));
+}
+
+function* layersInside(layers) {
+    for (const layer of layers) {
+        yield layer;
+        yield* layersInside(layer.children);
+    }
+}
+
+// Documents -----------------------------------------------------------------------------------------------------------
+
+class Document {
+    #object;
+
+    constructor(key, object) {
+        if (key !== maker)
+            throw new TypeError('A script cannot make a document. Ask for one with activeDocument() or documents().');
+        this.#object = object;
+    }
+
+    /** The application's own object, for operations that this module does not have. */
+    get hostObject() { return this.#object; }
+
+    get name() { return this.#object.name(); }
+    set name(name) { this.#object.setName(checkText(name, 'The name of a document')); }
+
+    /** The layers at the top level, bottom first. The array is of this moment; the layers are live. */
+    get children() { return wrapAll(this.#object.layers()); }
+    /** All layers, each group before those in it. */
+    get layers() { return wrapAll(this.#object.allLayers()); }
+
+    get selection() { return wrapAll(this.#object.selection()); }
+    set selection(layers) {
+        if (!Array.isArray(layers))
+            throw new TypeError(`The selection has to be an array of layers, but is ${describe(layers)}.`);
+        this.#object.setSelection(layers.map((value) => {
+            const layer = checkLayer(value, 'What is selected');
+            if (layer.document !== this)
+                throw new Error(`${layer} is not in the document "${this.name}", so it cannot be selected there.`);
+            return layer.hostObject;
+        }));
+    }
+
+    layerWithID(id) {
+        const object = this.#object.layerWithID(checkText(id, 'The id of a layer'));
+        return object ? wrap(object) : null;
+    }
+
+    create(values) { return createIn(this, null, values); }
+
+    /** The first layer that a selector or a function means; null when there is none. */
+    find(selector) {
+        const isMeant = condition(selector, 'find()');
+        return this.layers.find((layer) => isMeant(layer)) ?? null;
+    }
+
+    findAll(selector) {
+        const isMeant = condition(selector, 'findAll()');
+        return this.layers.filter((layer) => isMeant(layer));
+    }
+
+    [Symbol.iterator]() { return this.layers[Symbol.iterator](); }
+    get [Symbol.toStringTag]() { return 'Document'; }
+    toString() { return `the document "${this.name}"`; }
+    toJSON() { return { name: this.name, children: this.children }; }
+}
+
+// Layers --------------------------------------------------------------------------------------------------------------
+
+class Layer {
+    #object;
+    #frame;
+    #style;
+
+    constructor(key, object) {
+        if (key !== maker)
+            throw new TypeError('A script cannot make a layer with new. Use create() of a document or a group.');
+        this.#object = object;
+    }
+
+    /** The application's own object, for operations that this module does not have. */
+    get hostObject() { return this.#object; }
+
+    get id() { return this.#ask((object) => object.id()); }
+    get type() { return this.#ask((object) => object.type()); }
+    get name() { return this.#ask((object) => object.name()); }
+    set name(name) { this.#attached().setName(checkText(name, 'The name of a layer')); }
+
+    /** x, y, width and height in points. Each can be assigned to; so can the whole, whose missing ones stay. */
+    get frame() {
+        return this.#frame ??= liveView(() => this.#ask((object) => object.frame()),
+            (key, value) => {
+                checkFrameValue(key, value);
+                this.#attached().setFrame({ [key]: value });
+            },
+            (key) => { throw new TypeError(`The frame's "${key}" cannot be deleted.`); });
+    }
+    set frame(frame) { this.#attached().setFrame(checkFrame(frame)); }
+
+    /** Each key can be assigned to and deleted; assigning the whole replaces all of it. */
+    get style() {
+        return this.#style ??= liveView(() => this.#ask((object) => object.style()),
+            (key, value) => {
+                const object = this.#attached();
+                checkStyleKey(this.document, this.type, key);
+                checkStyleValue(key, value);
+                object.setStyle({ ...object.style(), [key]: value });
+            },
+            (key) => {
+                const { [key]: gone, ...rest } = this.#attached().style();
+                this.#object.setStyle(rest);
+            });
+    }
+    set style(style) { this.#attached().setStyle(checkStyle(this.document, this.type, style)); }
+
+    /** Of a text layer; null for all others. */
+    get text() { return this.type === 'text' ? this.#object.text() ?? '' : null; }
+    set text(text) { this.#attached().setText(checkContent(this.type, 'text', text)); }
+
+    /** The URL of an image layer's picture; null when it has none, and for all others. */
+    get image() { return this.#ask((object) => object.image?.()) ?? null; }
+    set image(image) { this.#attached().setImage(checkContent(this.type, 'image', image)); }
+
+    /** Of a group, bottom first; empty for all others. The array is of this moment; the layers are live. */
+    get children() { return wrapAll(this.#ask((object) => object.layers())); }
+    /** The group that it is in; null at the top level, and for a removed layer. */
+    get group() {
+        const group = this.#ask((object) => object.parent());
+        return group ? wrap(group) : null;
+    }
+    /** The group or document that it is in; null for a removed layer. */
+    get parent() { return this.group ?? this.document; }
+    get document() {
+        const document = this.#ask((object) => object.document());
+        return document ? wrap(document) : null;
+    }
+    get index() { return this.parent === null ? -1 : this.parent.children.indexOf(this); }
+    get isRemoved() {
+        try {
+            return !this.#object.document();
+        } catch {
+            return true; // the application has let go of it
+        }
+    }
+
+    get isSelected() { return this.document?.selection.includes(this) ?? false; }
+    set isSelected(selected) {
+        this.#attached();
+        const others = this.document.selection.filter((layer) => layer !== this);
+        this.document.selection = selected ? [...others, this] : others;
+    }
+
+    create(values) {
+        this.#attached();
+        this.#checkGroup('create() of a layer');
+        return createIn(this.document, this, values);
+    }
+
+    /** A copy with everything in it, right above this one. */
+    duplicate() { return wrap(this.#attached().duplicate()); }
+
+    /** Takes it out of its document, with everything in it. */
+    remove() { this.#attached().remove(); }
+
+    /** Moves it into a group or its document, to that index among the layers there; without one to the top. */
+    moveTo(parent, index = Infinity) {
+        const object = this.#attached();
+        const target = ourObject(parent);
+        if (target === undefined)
+            throw new TypeError(`A layer moves into a group or its document, but was given ${describe(parent)}.`);
+        const at = checkIndex(index);
+        if (target instanceof Document ? target !== this.document : target.document !== this.document)
+            throw new Error(`${this} cannot be moved to another document. Create a layer there instead.`);
+        if (target instanceof Document) {
+            object.moveTo(null, at);
+            return;
+        }
+        target.#checkGroup('moveTo()');
+        for (let outer = target; outer !== null; outer = outer.group) {
+            if (outer === this)
+                throw new Error(`${this} cannot be moved into itself.`);
+        }
+        object.moveTo(target.hostObject, at);
+    }
+
+    /** The first layer inside that a selector or a function means; null when there is none. */
+    find(selector) {
+        const isMeant = condition(selector, 'find()');
+        for (const layer of this) {
+            if (isMeant(layer))
+                return layer;
+        }
+        return null;
+    }
+
+    findAll(selector) {
+        const isMeant = condition(selector, 'findAll()');
+        return [...this].filter((layer) => isMeant(layer));
+    }
+
+    /** All layers inside, each group before those in it. */
+    [Symbol.iterator]() { return layersInside(this.children); }
+    get [Symbol.toStringTag]() { return 'Layer'; }
+    toString() { return this.isRemoved ? 'a removed layer' : `the ${this.type} layer "${this.name}"`; }
+
+    toJSON() {
+        const { id, type, name } = this;
+        return {
+            id, type, name, frame: { ...this.frame }, style: { ...this.style },
+            ...(type === 'text' ? { text: this.text } : {}), ...(type === 'image' ? { image: this.image } : {}),
+            ...(type === 'group' ? { children: this.children } : {}),
+        };
+    }
+
+    // What the application's object answers, also after it was removed, as long as anybody can undo that.
+    #ask(question) {
+        try {
+            return question(this.#object);
+        } catch (error) {
+            if (this.isRemoved)
+                throw Layer.#removed('');
+            throw error;
+        }
+    }
+
+    // The application's object of a layer that can be changed.
+    #attached() {
+        if (this.isRemoved) {
+            let name = '';
+            try {
+                name = ` "${this.#object.name()}"`;
+            } catch {
+                // it has gone with the layer
+            }
+            throw Layer.#removed(name);
+        }
+        return this.#object;
+    }
+
+    static #removed(name) {
+        return new Error(`The layer${name} was removed from its document. Ask isRemoved before using a layer that was `
+            + 'kept, or look for it again with find().');
+    }
+
+    #checkGroup(caller) {
+        if (this.type !== 'group') {
+            throw new TypeError(`${caller} needs a group, but ${this} is none. Put the layer into ${this.group
+                ? 'the group around it, group' : 'the document, document'}.`);
+        }
+    }
+}
+
+module.exports = {
+    Document,
+    Layer,
+
+    /** All open documents. */
+    documents: () => wrapAll(host.documents()),
+
+    /** The document that the command runs for, or else the one that the user works in; null without any. */
+    activeDocument() {
+        const object = host.activeDocument();
+        return object ? wrap(object) : null;
+    },
+
+    /** The layer or document of this module for one of context.document and context.selection. */
+    from(value) {
+        const ours = ourObject(value);
+        if (ours === undefined)
+            throw new TypeError(`from() takes a layer or a document of the context, but was given ${describe(value)}.`);
+        return ours;
+    },
+};

@@ -1,0 +1,217 @@
+// Selectors: short texts that say which layers are meant.
+//
+//     selector  = path { "," path }
+//     path      = step { ( ">" | white space ) step }            a child; anything inside
+//     step      = ( type | "*" ) { filter }  |  filter { filter }
+//     filter    = "#" id  |  "[" attribute [ operator value ] "]"  |  ":selected"
+//     operator  = "=" | "!=" | "^=" | "$=" | "*=" | "<" | "<=" | ">" | ">="
+//     attribute = "id" | "name" | "type" | "text" | "image" | "x" | "y" | "width" | "height" | "style." key
+//     value     = "…" | '…' | number | word
+'use strict';
+
+const OPERATORS = {
+    '=': (actual, expected) => actual === expected,
+    '!=': (actual, expected) => actual !== expected,
+    '^=': (actual, expected) => String(actual).startsWith(expected),
+    '$=': (actual, expected) => String(actual).endsWith(expected),
+    '*=': (actual, expected) => String(actual).includes(expected),
+    '<=': (actual, expected) => actual <= expected,
+    '>=': (actual, expected) => actual >= expected,
+    '<': (actual, expected) => actual < expected,
+    '>': (actual, expected) => actual > expected,
+};
+
+const ATTRIBUTES = {
+    id: (layer) => layer.id,
+    name: (layer) => layer.name,
+    type: (layer) => layer.type,
+    text: (layer) => layer.text,
+    image: (layer) => layer.image,
+    x: (layer) => layer.frame.x,
+    y: (layer) => layer.frame.y,
+    width: (layer) => layer.frame.width,
+    height: (layer) => layer.frame.height,
+};
+
+const WORD = /[\p{L}\p{N}_-]+/uy;
+const NUMBER = /-?(?:\d+\.?\d*|\.\d+)(?![\p{L}_-])/uy;
+
+class Parser {
+    constructor(text) {
+        this.text = text;
+        this.position = 0;
+    }
+
+    fail(expected) {
+        const place = this.position < this.text.length
+            ? `at character ${this.position + 1} ("${this.text.slice(this.position, this.position + 10)}")` : 'at its end';
+        throw new SyntaxError(`The selector "${this.text}" is wrong ${place}: ${expected} was expected. `
+            + 'Selectors look like text[name="Title"], group > rectangle or #id.');
+    }
+
+    skipSpace() {
+        const start = this.position;
+        while (/\s/.test(this.text[this.position] ?? ''))
+            ++this.position;
+        return this.position > start;
+    }
+
+    take(expression) {
+        expression.lastIndex = this.position;
+        const match = expression.exec(this.text);
+        if (match === null)
+            return undefined;
+        this.position = expression.lastIndex;
+        return match[0];
+    }
+
+    takeText(text) {
+        const isThere = this.text.startsWith(text, this.position);
+        this.position += isThere ? text.length : 0;
+        return isThere;
+    }
+
+    parse() {
+        const paths = [this.parsePath()];
+        while (this.takeText(','))
+            paths.push(this.parsePath());
+        if (this.position < this.text.length)
+            this.fail('">", ",", a step or the end');
+        return (layer) => paths.some((path) => matches(path, path.length - 1, layer));
+    }
+
+    // The steps from the outermost to the innermost; each knows how it stands to the one before.
+    parsePath() {
+        this.skipSpace();
+        const path = [{ filters: this.parseStep(), isChild: false }];
+        for (;;) {
+            const hasSpace = this.skipSpace();
+            const isChild = this.takeText('>');
+            const isAtEnd = this.position >= this.text.length || this.text[this.position] === ',';
+            if (!isChild && (!hasSpace || isAtEnd))
+                return path;
+            this.skipSpace();
+            path.push({ filters: this.parseStep(), isChild });
+        }
+    }
+
+    parseStep() {
+        const filters = [];
+        const start = this.position;
+        if (!this.takeText('*')) {
+            const type = this.take(WORD);
+            if (type !== undefined)
+                filters.push((layer) => layer.type === type);
+        }
+        for (;;) {
+            if (this.takeText('#'))
+                filters.push(this.parseID());
+            else if (this.takeText('['))
+                filters.push(this.parseCondition());
+            else if (this.takeText(':'))
+                filters.push(this.parseState());
+            else
+                break;
+        }
+        if (this.position === start)
+            this.fail('a type of layer, "*", "#", "[" or ":selected"');
+        return filters;
+    }
+
+    parseID() {
+        const id = this.take(WORD) ?? this.fail('the id of a layer');
+        return (layer) => layer.id === id;
+    }
+
+    parseState() {
+        if (this.take(WORD) !== 'selected')
+            this.fail('"selected"');
+        return (layer) => layer.isSelected;
+    }
+
+    parseCondition() {
+        const read = this.parseAttribute();
+        this.skipSpace();
+        const operator = Object.keys(OPERATORS).find((name) => this.takeText(name));
+        if (operator === undefined) {
+            this.closeCondition('an operator or "]"');
+            return (layer) => (read(layer) ?? null) !== null;
+        }
+        this.skipSpace();
+        const expected = this.parseValue();
+        this.closeCondition('"]"');
+        const compare = OPERATORS[operator];
+        return (layer) => {
+            const actual = read(layer) ?? null;
+            if (actual === null)
+                return operator === '!=';
+            return compare(actual, typeof actual === 'number' ? Number(expected) : expected);
+        };
+    }
+
+    closeCondition(expected) {
+        this.skipSpace();
+        if (!this.takeText(']'))
+            this.fail(expected);
+    }
+
+    parseAttribute() {
+        this.skipSpace();
+        const start = this.position;
+        const name = this.take(WORD);
+        if (name === 'style' && this.takeText('.')) {
+            const key = this.take(WORD) ?? this.fail('the key of a style');
+            return (layer) => layer.style[key];
+        }
+        if (name !== undefined && Object.hasOwn(ATTRIBUTES, name))
+            return ATTRIBUTES[name];
+        this.position = start;
+        return this.fail(`one of ${Object.keys(ATTRIBUTES).join(', ')} and style.KEY`);
+    }
+
+    // As text: a layer's name may look like a number.
+    parseValue() {
+        const quote = this.text[this.position];
+        if (quote === '"' || quote === "'") {
+            const end = this.text.indexOf(quote, this.position + 1);
+            if (end < 0)
+                this.fail(`a value that ends in ${quote}`);
+            const value = this.text.slice(this.position + 1, end);
+            this.position = end + 1;
+            return value;
+        }
+        const number = this.take(NUMBER);
+        return number ?? this.take(WORD) ?? this.fail('a value');
+    }
+}
+
+function matches(path, last, layer) {
+    const { filters, isChild } = path[last];
+    if (!filters.every((filter) => filter(layer)))
+        return false;
+    if (last === 0)
+        return true;
+    for (let outer = layer.group; outer !== null; outer = outer.group) {
+        if (matches(path, last - 1, outer))
+            return true;
+        if (isChild)
+            return false;
+    }
+    return false;
+}
+
+const compiled = new Map();
+
+/** A function that tells whether a layer is meant. What was asked for lately is kept. */
+function compileSelector(text) {
+    let known = compiled.get(text);
+    if (known === undefined) {
+        known = new Parser(text).parse();
+        if (compiled.size >= 100)
+            compiled.clear();
+        compiled.set(text, known);
+    }
+    return known;
+}
+
+module.exports = { compileSelector };

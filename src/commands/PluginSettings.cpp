@@ -1,0 +1,137 @@
+#include "commands/PluginSettings.h"
+
+#include "platform/AtomicFile.h"
+#include "platform/FileReading.h"
+#include "platform/FileURL.h"
+#include "platform/JSONText.h"
+#include "platform/JSONValidity.h"
+#include "platform/LTAppEnvironment.h"
+
+#include <QCryptographicHash>
+
+#include <cerrno>
+#include <unistd.h>
+
+namespace {
+
+const auto identifierKey = QStringLiteral("identifier");
+const auto valuesKey = QStringLiteral("values");
+
+KRError settingsError(const QString &message)
+{
+    return {QStringLiteral("settings"), 0, message};
+}
+
+/// Nil for a file that is none of this plug-in's settings.
+std::optional<QVariantMap> readValues(const QByteArray &path, const QString &identifier)
+{
+    const auto bytes = readFile(path, PluginSettings::largestSize);
+    const auto content = bytes ? variantFromJSON(bytes.value()) : Result<QVariant>(bytes.error());
+    if (!content || content.value().typeId() != QMetaType::QVariantMap)
+        return std::nullopt;
+    const auto root = content.value().toMap();
+    const auto values = root.value(valuesKey);
+    if (root.value(identifierKey) != identifier || values.typeId() != QMetaType::QVariantMap)
+        return std::nullopt;
+    return values.toMap();
+}
+
+} // namespace
+
+PluginSettings::PluginSettings(QString pluginIdentifier)
+    : m_pluginIdentifier(std::move(pluginIdentifier))
+    , m_path(fileFor(m_pluginIdentifier))
+{ }
+
+QByteArray PluginSettings::fileFor(const QString &pluginIdentifier)
+{
+    const auto folder = LTAppEnvironment::current().applicationSupportDirectory(
+        QStringLiteral("PluginSettings"), LTAppEnvironment::FolderCreation::Never);
+    if (folder.isEmpty())
+        return {};
+    constexpr qsizetype longestReadablePart = 60;
+    QByteArray readable;
+    for (const auto character : pluginIdentifier.left(longestReadablePart)) {
+        const bool isPlain = (character >= u'a' && character <= u'z') || (character >= u'0' && character <= u'9')
+            || character == u'.' || character == u'-';
+        readable.append(isPlain ? char(character.unicode()) : '_');
+    }
+    // A name that begins with a dot would be hidden; names in two cases are one on some file systems.
+    const auto digest =
+        QCryptographicHash::hash(pluginIdentifier.toUtf8(), QCryptographicHash::Sha256).toHex().first(32);
+    if (readable.startsWith('.'))
+        readable[0] = '_';
+    return pathByAppending(pathFromFileURL(folder), readable + '-' + digest + ".json");
+}
+
+void PluginSettings::refresh()
+{
+    const auto source = identityOfFile(m_path); // before: a change in between is noticed later
+    if (source == m_source)
+        return;
+    m_source = source;
+    const auto values = source ? readValues(m_path, m_pluginIdentifier) : QVariantMap();
+    m_isUnreadable = !values;
+    m_values = values.value_or(QVariantMap());
+}
+
+QVariantMap PluginSettings::values()
+{
+    refresh();
+    return m_values;
+}
+
+std::optional<KRError> PluginSettings::setValues(const QVariantMap &changes)
+{
+    if (m_path.isEmpty())
+        return settingsError(QStringLiteral("This application keeps no settings: it has no folder for them."));
+    refresh();
+    auto values = m_values;
+    for (auto change = changes.begin(); change != changes.end(); ++change) {
+        if (!change->isValid()) {
+            values.remove(change.key());
+            continue;
+        }
+        if (!isValidJSONValue(*change) || !isValidJSONText(change.key())) {
+            return settingsError(QStringLiteral("The setting \"%1\" cannot be kept: settings are texts, numbers, "
+                                                "booleans, null, and arrays and plain objects of them.")
+                                     .arg(change.key()));
+        }
+        values.insert(change.key(), *change);
+    }
+    if (values == m_values)
+        return std::nullopt;
+    const QVariantMap root{{identifierKey, m_pluginIdentifier}, {valuesKey, values}};
+    const auto bytes = jsonFromVariant(root, JSONStyle::Indented);
+    if (bytes.size() > largestSize) {
+        return settingsError(
+            QStringLiteral("The settings of a plug-in hold at most %1 bytes as JSON, which these would exceed. Keep "
+                           "larger things in files, and their paths in the settings.")
+                .arg(largestSize));
+    }
+    if (m_isUnreadable) {
+        if (const auto error = keepUnreadableFile(m_path))
+            return error;
+    }
+    if (const auto error = writeFileAtomically(m_path, bytes))
+        return error;
+    m_values = values;
+    m_isUnreadable = false;
+    m_source = identityOfFile(m_path);
+    return std::nullopt;
+}
+
+std::optional<KRError> PluginSettings::clear()
+{
+    refresh();
+    if (m_isUnreadable) {
+        if (const auto error = keepUnreadableFile(m_path))
+            return error;
+    }
+    if (m_source && ::unlink(m_path.constData()) != 0 && errno != ENOENT)
+        return systemError(errno);
+    m_values.clear();
+    m_source.reset();
+    m_isUnreadable = false;
+    return std::nullopt;
+}

@@ -1,0 +1,44 @@
+#include "commands/services/DocumentsService.h"
+
+#include "platform/LTAppEnvironment.h"
+#include "platform/OpenDocuments.h"
+#include "platform/script/ScriptClass.h"
+
+ScriptObjectPointer DocumentsService::documentOfContext() const
+{
+    const auto command = m_context.command.lock();
+    const auto context = command ? command->context() : nullptr;
+    return context ? context->value(QStringLiteral("document")).value<ScriptObjectPointer>() : nullptr;
+}
+
+QVariantList DocumentsService::documents() const
+{
+    QList<ScriptObjectPointer> documents;
+    if (const auto *const open = LTAppEnvironment::current().openDocuments())
+        documents = open->documents();
+    const auto own = documentOfContext();
+    if (own && !documents.contains(own))
+        documents.append(own);
+    QVariantList list;
+    for (const auto &document : std::as_const(documents))
+        list.append(QVariant::fromValue(document));
+    return list;
+}
+
+ScriptObjectPointer DocumentsService::activeDocument() const
+{
+    if (auto own = documentOfContext())
+        return own;
+    const auto *const open = LTAppEnvironment::current().openDocuments();
+    return open ? open->activeDocument() : nullptr;
+}
+
+const ScriptClass &DocumentsService::scriptClass() const
+{
+    static constexpr ScriptOperation operations[] = {
+        scriptOperation<&DocumentsService::documents>("documents"),
+        scriptOperation<&DocumentsService::activeDocument>("activeDocument"),
+    };
+    static constexpr ScriptClass scriptClass{"DocumentsService", operations};
+    return scriptClass;
+}

@@ -1,0 +1,3 @@
+#include "platform/OpenDocuments.h"
+
+OpenDocuments::~OpenDocuments() = default;

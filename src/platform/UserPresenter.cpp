@@ -1,0 +1,7 @@
+#include "platform/UserPresenter.h"
+
+Presentation::~Presentation() = default;
+
+ProgressPresentation::~ProgressPresentation() = default;
+
+UserPresenter::~UserPresenter() = default;
