@@ -24,9 +24,12 @@ const coreModules = ['buffer', 'console', 'events', 'os', 'path', 'process', 'qu
 const later = `const later = {
     AbortController: function () { return new AbortController(); },
     AbortSignal: { any: (signals) => AbortSignal.any(signals) },
+    TextEncoder: function () { return { encode: (text) => new TextEncoder().encode(text) }; },
+    TextDecoder: function (...options) { return { decode: (bytes) => new TextDecoder(...options).decode(bytes) }; },
 };`;
 const adjustments = {
     'text-encoding': { banner: 'const engine = { decodeURIComponent, escape };', define: { globalThis: 'engine' } },
+    url: { banner: later, define: { TextEncoder: 'later.TextEncoder', TextDecoder: 'later.TextDecoder' } },
     'util-full': { define: { 'process.env.NODE_DEBUG': 'undefined' } },
     stream: {
         banner: later,
@@ -50,6 +53,9 @@ const sessionModules = {
             build.resolve('./' + name.slice(4), { kind: 'require-call', resolveDir }));
         build.onResolve({ filter: /^(host:|korvan$|korvan\/)/ }, ({ path: name }) => ({ path: name, external: true }));
         build.onResolve({ filter: /^\.\/[^/]+-full$/ }, ({ path: name }) => ({ path: name, external: true }));
+        // As the streams write them.
+        build.onResolve({ filter: /^(process|string_decoder)\/$/ }, ({ path: name }) =>
+            ({ path: path.join(modulesFolder, 'support', `later-${name.slice(0, -1)}.js`) }));
         build.onResolve({ filter: /^[a-z_0-9-]+\/?$/ }, ({ path: name }) => {
             const plain = name.replace(/\/$/, '');
             if (coreModules.includes(plain))
