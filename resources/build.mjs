@@ -19,8 +19,29 @@ const esbuild = createRequire(path.join(packages, 'package.json'))('esbuild');
 
 const coreModules = ['buffer', 'console', 'events', 'os', 'path', 'process', 'querystring', 'stream', 'string_decoder',
     'timers', 'util'];
+// Packages ask for globals while they are being loaded, to see what the engine has. Here that would load further core
+// modules, which most scripts never use.
+const later = `const later = {
+    AbortController: function () { return new AbortController(); },
+    AbortSignal: { any: (signals) => AbortSignal.any(signals) },
+    TextEncoder: function () { return { encode: (text) => new TextEncoder().encode(text) }; },
+    TextDecoder: function (...options) { return { decode: (bytes) => new TextDecoder(...options).decode(bytes) }; },
+};`;
+const adjustments = {
+    'text-encoding': { banner: 'const engine = { decodeURIComponent, escape };', define: { globalThis: 'engine' } },
+    url: { banner: later, define: { TextEncoder: 'later.TextEncoder', TextDecoder: 'later.TextDecoder' } },
+    'util-full': { define: { 'process.env.NODE_DEBUG': 'undefined' } },
+    stream: {
+        banner: later,
+        define: {
+            'globalThis.AbortController': 'later.AbortController',
+            'globalThis.AbortSignal': 'later.AbortSignal',
+            'process.env.READABLE_STREAM': 'undefined',
+        },
+    },
+};
 // What a bundle loads only when it needs it: a file of its own beside the bundle's index.js.
-const parts = { url: ['tr46-full'] };
+const parts = { url: ['tr46-full'], util: ['comparisons-full', 'inspect-full', 'util-full'] };
 
 // "npm:NAME" is the package of that name. Without the prefix a core module's name is the session's module, in the
 // sources of packages too.
@@ -32,6 +53,9 @@ const sessionModules = {
             build.resolve('./' + name.slice(4), { kind: 'require-call', resolveDir }));
         build.onResolve({ filter: /^(host:|korvan$|korvan\/)/ }, ({ path: name }) => ({ path: name, external: true }));
         build.onResolve({ filter: /^\.\/[^/]+-full$/ }, ({ path: name }) => ({ path: name, external: true }));
+        // As the streams write them.
+        build.onResolve({ filter: /^(process|string_decoder)\/$/ }, ({ path: name }) =>
+            ({ path: path.join(modulesFolder, 'support', `later-${name.slice(0, -1)}.js`) }));
         build.onResolve({ filter: /^[a-z_0-9-]+\/?$/ }, ({ path: name }) => {
             const plain = name.replace(/\/$/, '');
             if (coreModules.includes(plain))
@@ -49,6 +73,7 @@ function withPlainNames(script) {
 }
 
 async function bundle(entry, file) {
+    const { banner = '', define = {} } = adjustments[path.basename(entry, '.js')] ?? {};
     const result = await esbuild.build({
         entryPoints: [entry],
         outfile: file,
@@ -61,6 +86,8 @@ async function bundle(entry, file) {
         minifySyntax: true,
         minifyWhitespace: true, // names stay: they stand in stacks, and a class has its name
         legalComments: 'none',
+        banner: { js: banner },
+        define,
         metafile: true,
         write: false,
         absWorkingDir: packages,

@@ -1,18 +1,38 @@
-const util = require('npm:util');
-const { inspect, format, formatWithOptions, stripVTControlCharacters } = require('npm:node-inspect-extracted');
-
+// Node's "util". What it consists of is loaded when it is first asked for: most scripts want one function of it.
 const custom = Symbol.for('nodejs.util.promisify.custom');
+const parts = {
+    './util-full': ['_extend', 'callbackify', 'debug', 'debuglog', 'deprecate', 'inherits', 'isArray', 'isBoolean', 'isBuffer',
+        'isDate', 'isError', 'isFunction', 'isNull', 'isNullOrUndefined', 'isNumber', 'isObject', 'isPrimitive', 'isRegExp',
+        'isString', 'isSymbol', 'isUndefined', 'log', 'types'],
+    './inspect-full': ['format', 'formatWithOptions', 'inspect', 'stripVTControlCharacters'],
+    './comparisons-full': ['isDeepStrictEqual'],
+};
+const load = {
+    './util-full': () => require('./util-full'),
+    './inspect-full': () => require('./inspect-full'),
+    './comparisons-full': () => require('./comparisons-full'),
+};
 
 function promisify(original) {
     const own = typeof original === 'function' ? original[custom] : undefined;
-    return typeof own === 'function' ? own : util.promisify(original);
+    return typeof own === 'function' ? own : require('./util-full').promisify(original);
 }
 promisify.custom = custom;
 
 module.exports = {
-    ...util, inspect, format, formatWithOptions, stripVTControlCharacters, promisify,
-    get isDeepStrictEqual() { return require('npm:assert/build/internal/util/comparisons').isDeepStrictEqual; },
+    promisify,
     toUSVString: (text) => String(text).toWellFormed(),
     get TextEncoder() { return TextEncoder; },
     get TextDecoder() { return TextDecoder; },
 };
+for (const [part, names] of Object.entries(parts)) {
+    for (const name of names) {
+        const settle = (value) => {
+            Object.defineProperty(module.exports, name, { value, writable: true, configurable: true, enumerable: true });
+            return value;
+        };
+        Object.defineProperty(module.exports, name, {
+            get: () => settle(load[part]()[name]), set: settle, configurable: true, enumerable: true,
+        });
+    }
+}

@@ -1,0 +1,1 @@
+module.exports = require('npm:assert/build/internal/util/comparisons');

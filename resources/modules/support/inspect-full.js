@@ -1,0 +1,1 @@
+module.exports = require('npm:node-inspect-extracted');
