@@ -78,8 +78,8 @@ public:
         } catch (const CLI::ParseError &error) {
             return m_app.exit(error) == 0 ? ExitCode::Done : ExitCode::WrongUsage;
         }
-        const auto texts =
-            m_globalOptions.json ? nullptr : translatorOfUsersLanguage(); // programs read the same for every user
+        // What programs read is the same for every user.
+        const auto texts = m_globalOptions.json ? nullptr : translatorOfUsersLanguage();
         if (texts)
             QCoreApplication::installTranslator(texts.get());
         Output output(m_globalOptions.json ? Output::Format::JSON : Output::Format::Text);

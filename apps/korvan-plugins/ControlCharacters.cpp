@@ -1,5 +1,7 @@
 #include "ControlCharacters.h"
 
+#include "platform/ControlCharacters.h"
+
 #include <algorithm>
 
 namespace {
@@ -14,8 +16,7 @@ bool isLayout(QChar character)
 QString withoutControlCharacters(const QString &text, ControlCharacters which)
 {
     const auto isUnwanted = [which](QChar character) {
-        return character.category() == QChar::Other_Control
-            && (which == ControlCharacters::All || !isLayout(character));
+        return isControlCharacter(character) && (which == ControlCharacters::All || !isLayout(character));
     };
     if (std::none_of(text.begin(), text.end(), isUnwanted))
         return text;

@@ -1,6 +1,7 @@
 #include "PluginArchive.h"
 
 #include "ArchiveContent.h"
+#include "platform/ControlCharacters.h"
 #include "platform/archive/ZipBudget.h"
 
 #include <QDir>
@@ -9,7 +10,6 @@
 #include <QSet>
 #include <QTemporaryDir>
 
-#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <cstdio>
@@ -30,12 +30,6 @@ using Archive = std::unique_ptr<zip_t, Discard>;
 KRError notWritten(const QString &reason)
 {
     return {{}, 0, QStringLiteral("The archive cannot be written: %1.").arg(reason)};
-}
-
-bool hasControlCharacter(const QString &name)
-{
-    return std::any_of(
-        name.begin(), name.end(), [](QChar character) { return character.category() == QChar::Other_Control; });
 }
 
 class FolderPacking

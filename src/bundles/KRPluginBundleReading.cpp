@@ -2,6 +2,7 @@
 
 #include "bundles/KRPluginBundle.h"
 
+#include "bundles/BundleLimits.h"
 #include "bundles/PluginBundleExtension.h"
 #include "bundles/PluginLoading.h"
 #include "bundles/PluginManifest.h"
@@ -13,9 +14,6 @@
 #include <cerrno>
 
 namespace {
-
-/// A larger icon counts as unreadable.
-constexpr qint64 largestIcon = 64 * 1024 * 1024;
 
 QByteArray scriptFolderOf(const QByteArray &bundlePath)
 {

@@ -59,9 +59,6 @@ struct PluginDetails
     std::optional<QVariantMap> menu;
 };
 
-/// A larger manifest is not read.
-inline constexpr qint64 largestManifest = 16 * 1024 * 1024;
-
 /// Reads a manifest's text. The error's text is the parser's, or "(null)" for valid JSON that is no object.
 Result<PluginManifest> parsePluginManifest(const QByteArray &text, JSONParser &parser);
 

@@ -1,19 +1,12 @@
 #include "updates/UpdateCandidates.h"
 
+#include "platform/ControlCharacters.h"
 #include "platform/LTCompareVersions.h"
 #include "updates/FeedLimits.h"
-
-#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-bool hasControlCharacter(const QString &text)
-{
-    return std::any_of(
-        text.begin(), text.end(), [](QChar character) { return character.category() == QChar::Other_Control; });
-}
 
 bool isUsableVersion(const QString &version)
 {

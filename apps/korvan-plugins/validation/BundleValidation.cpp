@@ -1,5 +1,6 @@
 #include "validation/BundleValidation.h"
 
+#include "bundles/BundleLimits.h"
 #include "platform/ParallelWork.h"
 #include "validation/ManifestRules.h"
 #include "validation/ManifestSchema.h"
@@ -11,9 +12,6 @@
 #include <atomic>
 
 namespace {
-
-/// As hosts: a larger manifest is not read.
-constexpr qint64 largestManifest = 16 * 1024 * 1024;
 
 Problems only(const QString &file, const QString &message, const TextPosition &position = {})
 {

@@ -1,5 +1,6 @@
 #include "validation/ManifestRules.h"
 
+#include "bundles/BundleLimits.h"
 #include "platform/FileReading.h"
 #include "platform/ImageDecoding.h"
 #include "validation/BundlePath.h"
@@ -7,9 +8,6 @@
 #include <QFile>
 
 namespace {
-
-/// As hosts: a larger icon is not read.
-constexpr qint64 largestIcon = 64 * 1024 * 1024;
 
 /// "" for a picture.
 QString flawOf(const QString &path)

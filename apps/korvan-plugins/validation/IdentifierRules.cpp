@@ -1,5 +1,7 @@
 #include "validation/ManifestRules.h"
 
+#include "platform/ControlCharacters.h"
+
 #include <algorithm>
 
 namespace {
@@ -11,12 +13,6 @@ bool namesAFolder(const QString &identifier)
     return !components.contains(QStringLiteral("..")) && !identifier.contains(QChar())
         && std::any_of(components.begin(), components.end(),
             [](const QString &component) { return !component.isEmpty() && component != u"."; });
-}
-
-bool hasControlCharacter(const QString &text)
-{
-    return std::any_of(
-        text.begin(), text.end(), [](QChar character) { return character.category() == QChar::Other_Control; });
 }
 
 } // namespace
