@@ -69,6 +69,7 @@ set(korvan_public_headers
     platform/script/ScriptHost.h
     platform/script/ScriptObject.h
     platform/script/ScriptOutline.h
+    platform/script/ScriptSignature.h
     platform/script/ScriptValue.h
     platform/script/SourceOffset.h
     platform/script/ValueText.h

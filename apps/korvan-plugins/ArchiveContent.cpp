@@ -1,5 +1,6 @@
 #include "ArchiveContent.h"
 
+#include "EditorFiles.h"
 #include "platform/archive/LTZipReader.h"
 
 #include <QFile>
@@ -34,7 +35,11 @@ Result<QStringList> itemsToPack(const QString &folder)
         const auto path = item->path().native().substr(top.size() + 1);
         if (!isUTF8(path))
             return refusal(QString::fromStdString(path), "has a name that is not UTF-8");
-        paths.append(QString::fromStdString(path));
+        const auto name = QString::fromStdString(path);
+        if (name == editorTypings)
+            item.disable_recursion_pending();
+        else if (name != editorProject)
+            paths.append(name);
         item.increment(failure);
     }
     if (failure)

@@ -36,8 +36,8 @@ ScriptObjectPointer DocumentsService::activeDocument() const
 const ScriptClass &DocumentsService::scriptClass() const
 {
     static constexpr ScriptOperation operations[] = {
-        scriptOperation<&DocumentsService::documents>("documents"),
-        scriptOperation<&DocumentsService::activeDocument>("activeDocument"),
+        scriptOperation<&DocumentsService::documents>("documents", "(): Document[]"),
+        scriptOperation<&DocumentsService::activeDocument>("activeDocument", "(): Document | null"),
     };
     static constexpr ScriptClass scriptClass{"DocumentsService", operations};
     return scriptClass;

@@ -1,12 +1,16 @@
 // A timer keeps the session running after the handler has returned. Another handler of the same command ("stop") runs in
 // the same session and finds it here.
+/** @type {number | undefined} */
 let timer;
+/** @type {Map<string, string>} */
 let known = new Map();
 
+/** @param {Korvan.Document} document */
 function names(document) {
     return new Map(document.allLayers().map((layer) => [layer.id(), layer.name()]));
 }
 
+/** @param {Map<string, string>} current */
 function compare(current) {
     for (const [id, name] of current) {
         if (!known.has(id))
@@ -21,6 +25,7 @@ function compare(current) {
     known = current;
 }
 
+/** @param {Korvan.Context<{ rounds?: number, pause?: number }>} context */
 function start(context) {
     let rounds = context.rounds ?? 3;
     known = names(context.document);
@@ -38,10 +43,12 @@ function stop() {
     console.log('Watching no more');
 }
 
+/** @param {Korvan.Context} context */
 function selectionChanged(context) {
     console.log(`Selected: ${context.selection.map((layer) => layer.name()).join(', ')}`);
 }
 
+/** @param {Korvan.ApplicationContext} context */
 function greet(context) {
     console.log(`${context.plugin.name()} ${context.plugin.version()} is ready`);
 }

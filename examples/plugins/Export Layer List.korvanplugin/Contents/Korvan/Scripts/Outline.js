@@ -1,5 +1,6 @@
 const { layersWithDepth } = require('../layers');
 
+/** @param {Korvan.Context} context */
 function onRun(context) {
     const lines = layersWithDepth(context.document).map(
         ({ layer, depth }) => `${'  '.repeat(depth)}- ${layer.name()} (${layer.type()})`);
