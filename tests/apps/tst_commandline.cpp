@@ -430,9 +430,11 @@ void tst_CommandLine::demoShowsTheMainJob()
 {
     const auto finished = run({u"demo"_s});
     QCOMPARE(finished.exitCode, 0);
-    for (const auto *const text : {"9 plug-ins were found", "Report Colours              Ctrl+Shift+P", "Sun → 01 Sun",
-             "+ Note on 01 Sun", "Renamed: 01 Sun → Renamed by the user", "SyntaxError",
-             "The document was saved and read again", "The user disables Colour Palette", "Colours of the Day"})
+    const auto count = QDir(examples + u"/plugins"_s).entryList({u"*.korvanplugin"_s}, QDir::Dirs).size();
+    QVERIFY(finished.output.contains(QByteArray::number(count) + " plug-ins were found"));
+    for (const auto *const text : {"Report Colours              Ctrl+Shift+P", "Sun → 01 Sun", "+ Note on 01 Sun",
+             "Renamed: 01 Sun → Renamed by the user", "SyntaxError", "The document was saved and read again",
+             "The user disables Colour Palette", "Colours of the Day"})
         QVERIFY2(finished.output.contains(text), text);
 
     const auto json = run({u"demo"_s, u"--json"_s});

@@ -80,7 +80,7 @@ void tst_CommandLine_Typings::mistakesInThemAreFound()
     QCOMPARE(create(u"command"_s).exitCode, 0);
     writeFile(path(u"Contents/Korvan/mistake.js"_s), "require('korvan/dom').activeDocument().nam;\n");
     const auto found = complaints();
-    QVERIFY2(found.startsWith(u"Contents/Korvan/mistake.js(1,1): error"), qPrintable(found));
+    QVERIFY2(found.startsWith(u"Contents/Korvan/mistake.js(1,40): error"), qPrintable(found));
     QVERIFY2(found.contains(u"'nam' does not exist"), qPrintable(found));
 }
 

@@ -28,12 +28,14 @@ QByteArray outputOf(const QString &program, const QStringList &arguments)
 }
 
 /// What the compiler says of the files, with the options of an author's editor.
-QString complaintsAbout(const QStringList &files)
+QString complaintsAbout(const QStringList &files, const QVariantMap &furtherOptions = {})
 {
     const QTemporaryDir folder;
+    QVariantMap options{{u"allowJs"_s, true}, {u"noEmit"_s, true}};
+    options.insert(furtherOptions);
     const QVariantMap project{
         {u"extends"_s, typings + u"/jsconfig.json"_s},
-        {u"compilerOptions"_s, QVariantMap{{u"allowJs"_s, true}, {u"noEmit"_s, true}}},
+        {u"compilerOptions"_s, options},
         {u"files"_s, files + QStringList{typings + u"/index.d.ts"_s}},
         {u"include"_s, QVariantList()},
     };
@@ -105,6 +107,7 @@ private slots:
     void typingsOfTheHostAreCurrent();
     void examplesHaveNoMistakes_data();
     void examplesHaveNoMistakes();
+    void mistakesAreReported_data();
     void mistakesAreReported();
     void modulesHaveWhatTheirTypingsSay_data();
     void modulesHaveWhatTheirTypingsSay();
@@ -141,10 +144,20 @@ void tst_Typings::examplesHaveNoMistakes()
     QCOMPARE(complaintsAbout(scripts), QString());
 }
 
+void tst_Typings::mistakesAreReported_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QVariantMap>("options");
+    QTest::newRow("with the options of new plug-ins") << u"mistakes.js"_s << QVariantMap();
+    QTest::newRow("null and undefined") << u"nulls.js"_s << QVariantMap{{u"strictNullChecks"_s, true}};
+}
+
 void tst_Typings::mistakesAreReported()
 {
-    // Every line of it says that the compiler has to complain.
-    QCOMPARE(complaintsAbout({sources + u"/tests/resources/typings/mistakes.js"_s}), QString());
+    QFETCH(QString, file);
+    QFETCH(QVariantMap, options);
+    // The file says of its lines that the compiler has to complain; that complains of those of which it does not.
+    QCOMPARE(complaintsAbout({sources + u"/tests/resources/typings/"_s + file}, options), QString());
 }
 
 void tst_Typings::modulesHaveWhatTheirTypingsSay_data()

@@ -19,17 +19,7 @@ declare module 'stream' {
         pipe<Target extends Stream.Writable>(target: Target, options?: { end?: boolean }): Target;
     }
     namespace Stream {
-        export { Stream, Readable as default };
-        /** @deprecated Use Readable.from. */
-        export const from: typeof Readable.from;
-        /** @deprecated Use Readable.fromWeb. */
-        export const fromWeb: typeof Readable.fromWeb;
-        /** @deprecated Use Readable.toWeb. */
-        export const toWeb: typeof Readable.toWeb;
-        /** @deprecated Use Readable.wrap. */
-        export const wrap: typeof Readable.wrap;
-        /** @deprecated Of the implementation. */
-        export const ReadableState: Function;
+        export { Stream };
 
         export interface StreamOptions<Self> extends SignalOptions {
             objectMode?: boolean;

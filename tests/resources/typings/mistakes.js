@@ -23,8 +23,6 @@ function onRun(context) {
     // @ts-expect-error
     context.document.layerWithId('sun');
     // @ts-expect-error
-    context.document.layerWithID('sun').name();
-    // @ts-expect-error
     context.document.addLayer({ name: 'without a type' });
     // @ts-expect-error
     context.selection[0].setFrame({ with: 10 });
@@ -37,25 +35,21 @@ function onRun(context) {
     // @ts-expect-error
     context.command.setValue_forKey_onLayer(new Date(), 'key', context.selection[0]);
     // @ts-expect-error
-    context.command.identifier().length;
-    // @ts-expect-error
     context.plugin.urlForResourceNamed();
     // @ts-expect-error
-    context.rounds.length;
+    context.rounds.toUpperCase();
     // @ts-expect-error
     context.scriptPath = '/elsewhere';
 }
 
 /** @param {Korvan.ApplicationContext} context */
 function onStartup(context) {
-    // @ts-expect-error
-    context.document.layers();
     context.document?.layers();
+    // @ts-expect-error
+    context.document?.layer();
 }
 
 async function modules() {
-    // @ts-expect-error
-    dom.activeDocument().find('text');
     const document = dom.activeDocument() ?? dom.documents()[0];
     // @ts-expect-error
     new dom.Layer();
@@ -83,8 +77,6 @@ async function modules() {
     ui.alert({ text: 'without a title' });
     // @ts-expect-error
     ui.alert({ title: 'Title', style: 'error' });
-    // @ts-expect-error
-    (await ui.askText('Name')).length;
     // @ts-expect-error
     (await ui.askChoice({ title: 'Choice' }));
     // @ts-expect-error
