@@ -10,6 +10,12 @@
 
 namespace {
 
+/// What is for whoever works on the plug-in.
+bool isForAuthors(const QString &path, bool isFolder)
+{
+    return path == editorProject || path == editorTypings || (path == u"tests" && isFolder);
+}
+
 bool isUTF8(const std::string &bytes)
 {
     return QUtf8StringView(bytes.data(), qsizetype(bytes.size())).isValidUtf8();
@@ -36,9 +42,9 @@ Result<QStringList> itemsToPack(const QString &folder)
         if (!isUTF8(path))
             return refusal(QString::fromStdString(path), "has a name that is not UTF-8");
         const auto name = QString::fromStdString(path);
-        if (name == editorTypings)
+        if (isForAuthors(name, item->is_directory() && !item->is_symlink()))
             item.disable_recursion_pending();
-        else if (name != editorProject)
+        else
             paths.append(name);
         item.increment(failure);
     }

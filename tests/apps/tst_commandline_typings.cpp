@@ -40,6 +40,7 @@ private slots:
     void mistakesInThemAreFound();
     void editorsCompleteAtOnce_data() { addTemplateRows(); }
     void editorsCompleteAtOnce();
+    void testsFindWhatTheirTypingsSay();
     void usersGetNothingOfThem();
     void validationPassesOverThem();
 
@@ -103,6 +104,32 @@ void tst_CommandLine_Typings::editorsCompleteAtOnce()
     const auto answer = answerOf("tsserver", {u"--disableAutomaticTypingAcquisition"_s}, requests);
     for (const auto *const key : {"document", "selection", "command", "plugin", "scriptPath", "askNumber", "basename"})
         QVERIFY2(answer.contains(u"\"name\":\"%1\""_s.arg(QLatin1String(key))), key);
+}
+
+void tst_CommandLine_Typings::testsFindWhatTheirTypingsSay()
+{
+    QCOMPARE(create(u"command"_s).exitCode, 0);
+    // The compiler tells of a name that is too much on the left or on the right, the test of one that is not there.
+    writeFile(path(u"tests/names.test.js"_s), R"(
+        const testing = require('korvan/testing');
+        const names = /** @type {const} */ (['afterEach', 'assert', 'beforeEach', 'clearLog', 'clock', 'describe', 'expect',
+            'it', 'log', 'network', 'openDocument', 'redo', 'runCommand', 'snapshot', 'test', 'undo', 'undoText', 'user']);
+        /** @type {(keyof typeof testing)[]} */
+        const inTypings = [...names];
+        /** @type {Record<Exclude<keyof typeof testing, typeof names[number]>, never>} */
+        const others = {};
+        const ofTheProgram = ['perform'];
+
+        describe('the module of tests', () => {
+            it('has these names', () => {
+                expect(Object.keys(testing).sort()).to.deep.equal([...inTypings, ...ofTheProgram].sort());
+                expect(others).to.be.empty;
+            });
+        });
+    )");
+    QCOMPARE(complaints(), QString());
+    const auto tested = run({u"test"_s, path({})});
+    QVERIFY2(tested.exitCode == 0, tested.output.constData());
 }
 
 void tst_CommandLine_Typings::usersGetNothingOfThem()

@@ -36,7 +36,7 @@ QString complaintsAbout(const QStringList &files, const QVariantMap &furtherOpti
     const QVariantMap project{
         {u"extends"_s, typings + u"/jsconfig.json"_s},
         {u"compilerOptions"_s, options},
-        {u"files"_s, files + QStringList{typings + u"/index.d.ts"_s}},
+        {u"files"_s, files + QStringList{typings + u"/index.d.ts"_s, typings + u"/testing.d.ts"_s}},
         {u"include"_s, QVariantList()},
     };
     QFile file(folder.filePath(u"tsconfig.json"_s));
