@@ -18,6 +18,7 @@
 /// <reference path="modules/buffer.d.ts" />
 /// <reference path="modules/console.d.ts" />
 /// <reference path="modules/events.d.ts" />
+/// <reference path="modules/node.d.ts" />
 /// <reference path="modules/os.d.ts" />
 /// <reference path="modules/path.d.ts" />
 /// <reference path="modules/process.d.ts" />
