@@ -1,3 +1,5 @@
+const console = require('console');
+
 const channels = (colour) => [1, 3, 5].map((start) => parseInt(colour.slice(start, start + 2), 16));
 
 function luminance(colour) {

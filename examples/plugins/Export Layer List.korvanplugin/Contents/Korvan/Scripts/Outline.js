@@ -1,9 +1,10 @@
+const { EOL } = require('os');
 const { layersWithDepth } = require('../layers');
 
 function onRun(context) {
     const lines = layersWithDepth(context.document).map(
         ({ layer, depth }) => `${'  '.repeat(depth)}- ${layer.name()} (${layer.type()})`);
-    const outline = lines.join('\n');
+    const outline = lines.join(EOL);
     log(outline);
     return outline;
 }
