@@ -50,6 +50,7 @@ set(korvan_public_headers
     platform/Snapshot.h
     platform/UserDefaults.h
     platform/UserPresenter.h
+    platform/VirtualMainQueue.h
     platform/archive/LTZipReader.h
     platform/archive/ZipBudget.h
     platform/monitoring/FolderMonitorOptions.h

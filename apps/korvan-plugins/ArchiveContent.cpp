@@ -9,6 +9,9 @@
 
 namespace {
 
+/// Tests are for whoever works on the plug-in.
+constexpr char testsFolder[] = "tests";
+
 bool isUTF8(const std::string &bytes)
 {
     return QUtf8StringView(bytes.data(), qsizetype(bytes.size())).isValidUtf8();
@@ -32,6 +35,11 @@ Result<QStringList> itemsToPack(const QString &folder)
     fs::recursive_directory_iterator item(top, fs::directory_options::skip_permission_denied, failure);
     while (!failure && item != fs::recursive_directory_iterator()) {
         const auto path = item->path().native().substr(top.size() + 1);
+        if (path == testsFolder && item->is_directory() && !item->is_symlink()) {
+            item.disable_recursion_pending();
+            item.increment(failure);
+            continue;
+        }
         if (!isUTF8(path))
             return refusal(QString::fromStdString(path), "has a name that is not UTF-8");
         paths.append(QString::fromStdString(path));
