@@ -428,10 +428,11 @@ void tst_CommandLine::jsonStandsBeforeOrAfterTheCommand()
 
 void tst_CommandLine::demoShowsTheMainJob()
 {
+    const auto examplePlugins = QDir(examples + u"/plugins"_s).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size();
+
     const auto finished = run({u"demo"_s});
     QCOMPARE(finished.exitCode, 0);
-    const auto count = QDir(examples + u"/plugins"_s).entryList({u"*.korvanplugin"_s}, QDir::Dirs).size();
-    QVERIFY(finished.output.contains(QByteArray::number(count) + " plug-ins were found"));
+    QVERIFY(finished.output.contains(QByteArray::number(examplePlugins) + " plug-ins were found"));
     for (const auto *const text : {"Report Colours              Ctrl+Shift+P", "Sun → 01 Sun", "+ Note on 01 Sun",
              "Renamed: 01 Sun → Renamed by the user", "SyntaxError", "The document was saved and read again",
              "The user disables Colour Palette", "Colours of the Day"})
