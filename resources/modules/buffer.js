@@ -58,6 +58,8 @@ for (const name of Object.keys(Buffer.prototype).filter((key) => /^(?:read|write
         return original.apply(this, values);
     };
 }
+for (const name of ['readBigUInt64LE', 'readBigUInt64BE', 'writeBigUInt64LE', 'writeBigUInt64BE'])
+    Buffer.prototype[name.replace('UInt', 'Uint')] = Buffer.prototype[name];
 
 const constants = { MAX_LENGTH: buffer.kMaxLength, MAX_STRING_LENGTH: 0x3fffffff };
 
