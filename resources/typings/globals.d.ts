@@ -36,6 +36,9 @@ interface Console {
     warn(...values: unknown[]): void;
     error(...values: unknown[]): void;
     dir(value?: unknown): void;
+    dirxml(...values: unknown[]): void;
+    /** Leaves the log as it is. */
+    clear(): void;
     /** Logs the values with the stack. */
     trace(...values: unknown[]): void;
     assert(condition?: unknown, ...values: unknown[]): void;
@@ -45,6 +48,7 @@ interface Console {
     count(label?: string): void;
     countReset(label?: string): void;
     group(...values: unknown[]): void;
+    groupCollapsed(...values: unknown[]): void;
     groupEnd(): void;
     table(data?: unknown, columns?: readonly string[]): void;
 }

@@ -43,6 +43,8 @@ void tst_Fetch::answers_data()
     QTest::newRow("headers")
         << u"fetch(BASE + '/text').then((r) => [r.headers.get('x-own'), r.headers.get('content-type')])"_s
         << u"1, 2,text/plain"_s;
+    QTest::newRow("cookies") << u"fetch(BASE + '/json').then((r) => r.headers.getSetCookie().join(' and '))"_s
+                             << u"a=1, b and c=2"_s;
     QTest::newRow("empty") << u"fetch(BASE + '/empty').then((r) => r.text()).then((t) => t.length)"_s << u"0"_s;
     QTest::newRow("no content") << u"fetch(BASE + '/none').then((r) => r.status)"_s << u"204"_s;
     QTest::newRow("head")
@@ -57,7 +59,8 @@ void tst_Fetch::answers()
 {
     m_server->setAnswer(
         "/text", Answer::response(200, "h\xC3\xA9", {{"X-Own", "1"}, {"Content-Type", "text/plain"}, {"X-Own", "2"}}));
-    m_server->setAnswer("/json", Answer::response(200, R"({"a": [1, 2]})"));
+    m_server->setAnswer(
+        "/json", Answer::response(200, R"({"a": [1, 2]})", {{"Set-Cookie", "a=1, b"}, {"Set-Cookie", "c=2"}}));
     m_server->setAnswer("/bytes", Answer::response(200, "\0\xFF\n"_ba));
     m_server->setAnswer("/empty", Answer::response(200));
     m_server->setAnswer("/none", Answer::bytes("HTTP/1.1 204 No Content\r\n\r\n"));

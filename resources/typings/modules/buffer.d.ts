@@ -86,6 +86,10 @@ declare module 'buffer' {
         writeBigInt64LE(value: bigint, offset?: number): number;
         readBigInt64BE(offset?: number): bigint;
         writeBigInt64BE(value: bigint, offset?: number): number;
+        readBigUint64LE(offset?: number): bigint;
+        writeBigUint64LE(value: bigint, offset?: number): number;
+        readBigUint64BE(offset?: number): bigint;
+        writeBigUint64BE(value: bigint, offset?: number): number;
         readBigUInt64LE(offset?: number): bigint;
         writeBigUInt64LE(value: bigint, offset?: number): number;
         readBigUInt64BE(offset?: number): bigint;

@@ -6,6 +6,9 @@ declare module 'events' {
     class EventEmitter {
         static EventEmitter: typeof EventEmitter;
         static defaultMaxListeners: number;
+        static getEventListeners(emitter: EventEmitter, event: string | symbol): EventEmitter.Listener[];
+        static getMaxListeners(emitter: EventEmitter): number;
+        static setMaxListeners(count: number, ...emitters: EventEmitter[]): void;
         static init(this: EventEmitter): void;
         static listenerCount(emitter: EventEmitter, event: string | symbol): number;
         /** What the next event of that name tells; rejects with an "error" that comes first. */
