@@ -1,6 +1,6 @@
 // fetch over the application's own transfers. Bodies are held in memory: texts, bytes and URLSearchParams, no streams.
 const named = require('./support/names');
-const { Headers, Request, Response, received, headersOf, fieldsOfServer } = require('./support/messages');
+const { Headers, Request, Response, received, takeBody, headersOf, fieldsOfServer } = require('./support/messages');
 const service = require('host:fetch');
 
 function failure(url, reason) {
@@ -29,7 +29,7 @@ function send(request, resolve, reject) {
     const { signal } = request;
     const number = service.start({
         url: request.url, method: request.method, headers: headersOf(request), redirect: request.redirect,
-        body: request.takeBody(),
+        body: takeBody(request),
     }, (reason, answer) => {
         signal.removeEventListener('abort', cancel);
         try {

@@ -15,6 +15,10 @@ function bytesOf(body) {
     return { bytes: new TextEncoder().encode(String(body)), type };
 }
 
+// What is for those that send or copy a body; no names that scripts meet.
+const takeBytes = Symbol('take');
+const copyBytes = Symbol('copy');
+
 class Body {
     #bytes = null;
     #isUsed = false;
@@ -34,9 +38,9 @@ class Body {
     async arrayBuffer() { return this.#read().buffer; }
     async bytes() { return this.#read(); }
 
-    // For those that send or copy it: undefined when there is none.
-    takeBody() { return this.#bytes === null ? undefined : this.#read(); }
-    copyBody() {
+    // Undefined when there is none.
+    [takeBytes]() { return this.#bytes === null ? undefined : this.#read(); }
+    [copyBytes]() {
         this.#requireUnused();
         return this.#bytes;
     }
@@ -84,7 +88,7 @@ class Request extends Body {
             throw new TypeError(`Request cannot be constructed from a URL that includes credentials: ${url}`);
         const headers = new Headers(options.headers ?? source?.headers);
         const method = methodOf(String(options.method ?? source?.method ?? 'GET'));
-        const body = options.body ?? (source ? source.takeBody() : null) ?? null;
+        const body = options.body ?? (source ? source[takeBytes]() : null) ?? null;
         if (body !== null && (method === 'GET' || method === 'HEAD'))
             throw new TypeError('Request with GET/HEAD method cannot have body.');
         super(body, headers);
@@ -106,7 +110,7 @@ class Request extends Body {
     clone() {
         return new Request(this.url, {
             method: this.method, headers: this.headers, redirect: this.redirect, signal: this.#signal,
-            body: this.copyBody(),
+            body: this[copyBytes](),
         });
     }
 }
@@ -139,7 +143,7 @@ class Response extends Body {
     get [Symbol.toStringTag]() { return 'Response'; }
 
     clone() {
-        const copy = new Response(this.copyBody(), this);
+        const copy = new Response(this[copyBytes](), this);
         copy.#facts = this.#facts;
         return copy;
     }
@@ -175,7 +179,9 @@ const { received } = Response;
 delete Response.received; // not for scripts
 
 module.exports = {
-    Headers, Request, Response, received, headersOf: (request) => [...request.headers],
+    Headers, Request, Response, received,
+    takeBody: (request) => request[takeBytes](),
+    headersOf: (request) => [...request.headers],
     // Without those that no Headers can have: a script is not to fail for what a server adds.
     fieldsOfServer: (fields) => fields.filter(([name, value]) => canBeField(name, value)),
 };
