@@ -31,7 +31,7 @@ const adjustments = {
     'text-encoding': { banner: 'const engine = { decodeURIComponent, escape };', define: { globalThis: 'engine' } },
     url: { banner: later, define: { TextEncoder: 'later.TextEncoder', TextDecoder: 'later.TextDecoder' } },
     'util-full': { define: { 'process.env.NODE_DEBUG': 'undefined' } },
-    stream: {
+    'stream-full': {
         banner: later,
         define: {
             'globalThis.AbortController': 'later.AbortController',
@@ -41,7 +41,7 @@ const adjustments = {
     },
 };
 // What a bundle loads only when it needs it: a file of its own beside the bundle's index.js.
-const parts = { url: ['tr46-full'], util: ['comparisons-full', 'inspect-full', 'util-full'] };
+const parts = { stream: ['legacy-full', 'stream-full'], url: ['tr46-full'], util: ['comparisons-full', 'inspect-full', 'util-full'] };
 
 // "npm:NAME" is the package of that name. Without the prefix a core module's name is the session's module, in the
 // sources of packages too.
@@ -53,6 +53,9 @@ const sessionModules = {
             build.resolve('./' + name.slice(4), { kind: 'require-call', resolveDir }));
         build.onResolve({ filter: /^(host:|korvan$|korvan\/)/ }, ({ path: name }) => ({ path: name, external: true }));
         build.onResolve({ filter: /^\.\/[^/]+-full$/ }, ({ path: name }) => ({ path: name, external: true }));
+        // The package's other streams are those of the class that scripts already have.
+        build.onResolve({ filter: /\/legacy$/ }, ({ importer }) =>
+            (importer.includes('/readable-stream/') ? { path: './legacy-full', external: true } : undefined));
         // As the streams write them.
         build.onResolve({ filter: /^(process|string_decoder)\/$/ }, ({ path: name }) =>
             ({ path: path.join(modulesFolder, 'support', `later-${name.slice(0, -1)}.js`) }));

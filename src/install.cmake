@@ -72,6 +72,7 @@ set(korvan_public_headers
     platform/script/ScriptObject.h
     platform/script/ScriptOutline.h
     platform/script/ScriptProfiler.h
+    platform/script/ScriptSignature.h
     platform/script/ScriptValue.h
     platform/script/SourceOffset.h
     platform/script/ValueText.h

@@ -1,5 +1,6 @@
 #include "ArchiveContent.h"
 
+#include "EditorFiles.h"
 #include "platform/archive/LTZipReader.h"
 
 #include <QFile>
@@ -9,8 +10,11 @@
 
 namespace {
 
-/// Tests are for whoever works on the plug-in.
-constexpr char testsFolder[] = "tests";
+/// What is for whoever works on the plug-in.
+bool isForAuthors(const QString &path, bool isFolder)
+{
+    return path == editorProject || path == editorTypings || (path == u"tests" && isFolder);
+}
 
 bool isUTF8(const std::string &bytes)
 {
@@ -35,14 +39,13 @@ Result<QStringList> itemsToPack(const QString &folder)
     fs::recursive_directory_iterator item(top, fs::directory_options::skip_permission_denied, failure);
     while (!failure && item != fs::recursive_directory_iterator()) {
         const auto path = item->path().native().substr(top.size() + 1);
-        if (path == testsFolder && item->is_directory() && !item->is_symlink()) {
-            item.disable_recursion_pending();
-            item.increment(failure);
-            continue;
-        }
         if (!isUTF8(path))
             return refusal(QString::fromStdString(path), "has a name that is not UTF-8");
-        paths.append(QString::fromStdString(path));
+        const auto name = QString::fromStdString(path);
+        if (isForAuthors(name, item->is_directory() && !item->is_symlink()))
+            item.disable_recursion_pending();
+        else
+            paths.append(name);
         item.increment(failure);
     }
     if (failure)

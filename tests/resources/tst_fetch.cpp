@@ -1,23 +1,16 @@
 // fetch in the scripts of a command, against a server.
 
-#include "commands/KRPluginCommand.h"
-#include "platform/script/ScriptValue.h"
-#include "support/BundleBuilder.h"
-#include "support/TestEnvironment.h"
-#include "support/servers/LoopbackServer.h"
-
-#include <QFile>
-#include <QtTest>
+#include "FetchFixture.h"
 
 using namespace Qt::StringLiterals;
 
-class tst_Fetch : public QObject
+class tst_Fetch : public QObject, private FetchFixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init() { begin(); }
+    void cleanup() { end(); }
 
     void answers_data();
     void answers();
@@ -33,47 +26,7 @@ private slots:
     void abortHangsUp();
     void theEndOfTheSessionHangsUp();
     void manyAtOnce();
-
-private:
-    /// Runs an asynchronous expression, in which BASE is the server's URL, to its end.
-    QString result(const QString &expression)
-    {
-        start(expression);
-        const auto promise = m_command->returnValue().value<ScriptValue>();
-        m_environment->queue.runUntil([&] { return promise.isSettled(); });
-        return promise.settledValue().toString();
-    }
-    void start(const QString &expression)
-    {
-        const auto source = u"const BASE = '%1';\nasync function onRun() {\n"
-                            "    try { return String(await (%2)); } catch (error) { return String(error); }\n}"_s;
-        const auto base = m_server->url(u""_s).toString();
-        m_command = std::make_shared<KRPluginCommand>(
-            std::make_shared<KRPluginScript>(source.arg(base, expression), u"fetch.js"_s), u"fetch"_s, u"Fetch"_s,
-            u"onRun"_s, KRPluginCommand::Scope::Document);
-        m_command->run({}, nullptr);
-    }
-
-    std::unique_ptr<TestEnvironment> m_environment;
-    std::unique_ptr<LoopbackServer> m_server;
-    std::shared_ptr<KRPluginCommand> m_command;
 };
-
-void tst_Fetch::init()
-{
-    m_environment = std::make_unique<TestEnvironment>();
-    QVERIFY(QFile::link(QStringLiteral(KORVAN_RESOURCES_FOLDER), m_environment->path(u"resources"_s)));
-    m_server = std::make_unique<LoopbackServer>();
-}
-
-void tst_Fetch::cleanup()
-{
-    if (m_command)
-        m_command->abandonSession();
-    m_command.reset();
-    m_server.reset();
-    m_environment.reset();
-}
 
 void tst_Fetch::answers_data()
 {

@@ -35,8 +35,8 @@ public:
     const ScriptClass &scriptClass() const override
     {
         static constexpr ScriptOperation operations[] = {
-            scriptOperation<&Service::start>("start"),
-            scriptOperation<&Service::cancel>("cancel"),
+            scriptOperation<&Service::start>("start", "(request: object, answered: Function)"),
+            scriptOperation<&Service::cancel>("cancel", "(number)"),
         };
         static constexpr ScriptClass description{"FetchService", operations};
         return description;

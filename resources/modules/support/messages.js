@@ -1,5 +1,5 @@
 // The Headers, Request and Response of fetch.
-const Headers = require('./headers');
+const { Headers, canBeField } = require('./headers');
 
 const noBodyStatuses = [101, 103, 204, 205, 304];
 const usualMethods = ['DELETE', 'GET', 'HEAD', 'OPTIONS', 'POST', 'PUT', 'PATCH'];
@@ -65,11 +65,19 @@ function methodOf(method) {
     return usualMethods.includes(upper) && upper !== 'PATCH' ? upper : method;
 }
 
+function checkSignal(signal) {
+    if (signal !== undefined && signal !== null && !(signal instanceof AbortSignal)) {
+        throw new TypeError('The signal of a request has to be an AbortSignal, such as that of an AbortController.');
+    }
+    return signal;
+}
+
 class Request extends Body {
     #url;
     #signal;
 
-    constructor(input, options = {}) {
+    constructor(input, init) {
+        const options = init ?? {};
         const source = input instanceof Request ? input : undefined;
         const url = source ? source.url : parseURL(String(input));
         if (new URL(url).username || new URL(url).password)
@@ -81,7 +89,7 @@ class Request extends Body {
             throw new TypeError('Request with GET/HEAD method cannot have body.');
         super(body, headers);
         this.#url = url;
-        this.#signal = options.signal ?? source?.signal ?? undefined;
+        this.#signal = checkSignal(options.signal) ?? source?.signal ?? undefined;
         Object.defineProperties(this, {
             method: { value: method, enumerable: true },
             headers: { value: headers, enumerable: true },
@@ -166,4 +174,8 @@ class Response extends Body {
 const { received } = Response;
 delete Response.received; // not for scripts
 
-module.exports = { Headers, Request, Response, received, headersOf: (request) => [...request.headers] };
+module.exports = {
+    Headers, Request, Response, received, headersOf: (request) => [...request.headers],
+    // Without those that no Headers can have: a script is not to fail for what a server adds.
+    fieldsOfServer: (fields) => fields.filter(([name, value]) => canBeField(name, value)),
+};

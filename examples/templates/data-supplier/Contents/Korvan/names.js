@@ -1,11 +1,17 @@
 const names = ['Ada', 'Alan', 'Grace', 'Katherine', 'Linus', 'Margaret'];
 
-// For hosts that ask plug-ins for data.
+/**
+ * For hosts that ask plug-ins for data.
+ * @param {{ seed?: number }} context
+ */
 function supplyText(context) {
     return names[(context.seed ?? 0) % names.length];
 }
 
-// For the menu: names into the selected text layers, or into all of them.
+/**
+ * For the menu: names into the selected text layers, or into all of them.
+ * @param {Korvan.Context} context
+ */
 function fillTexts(context) {
     if (!context.document) {
         console.log('There is no document.');
