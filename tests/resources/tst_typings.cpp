@@ -164,7 +164,8 @@ void tst_Typings::examplesOfGuidesHaveNoMistakes()
         if (block.language != u"js" || block.remark(u"no JavaScript"_s) || block.remark(u"with a mistake"_s))
             continue;
         // What stands there is the inside of a handler, or a whole file.
-        const bool isFile = block.text.contains(u"function on") || block.text.contains(u"\nit(") || block.text.contains(u"describe(");
+        const bool isFile =
+            block.text.contains(u"function on") || block.text.contains(u"\nit(") || block.text.contains(u"describe(");
         QFile script(folder.filePath(u"example%1.js"_s.arg(scripts.size() + 1)));
         QVERIFY(script.open(QIODevice::WriteOnly));
         script.write(isFile

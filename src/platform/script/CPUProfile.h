@@ -31,15 +31,15 @@ public:
         int column = 0;
     };
 
-    /// The calls on the stack at a time in microseconds, outermost first. Times do not go back. Where more than a few
-    /// intervals have passed since the last one, no script was running in between.
-    void add(qint64 time, const QList<Call> &stack);
-    qsizetype sampleCount() const { return m_samples.size(); }
-
     /// `interval` between two samples, in microseconds.
     explicit CPUProfile(qint64 interval)
         : m_interval(interval)
     { }
+
+    /// The calls on the stack at a time in microseconds, outermost first. Times do not go back. Where more than a few
+    /// intervals have passed since the last one, no script was running in between.
+    void add(qint64 time, const QList<Call> &stack);
+    qsizetype sampleCount() const { return m_samples.size(); }
 
     QByteArray toJSON() const;
 

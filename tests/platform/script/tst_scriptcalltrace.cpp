@@ -20,7 +20,7 @@ public:
     {
         static constexpr ScriptOperation operations[] = {
             scriptOperation<&NamedObject::name>("name"),
-            scriptOperation<&NamedObject::setName>("setName"),
+            scriptOperation<&NamedObject::setName>("setName", "(name)"),
         };
         static constexpr ScriptClass description{"NamedObject", operations};
         return description;
