@@ -62,6 +62,7 @@ set(korvan_public_headers
     platform/script/ScriptActivity.h
     platform/script/ScriptCall.h
     platform/script/ScriptChecker.h
+    platform/script/ScriptCallTrace.h
     platform/script/ScriptClass.h
     platform/script/ScriptCoreModules.h
     platform/script/ScriptDictionary.h
@@ -70,6 +71,7 @@ set(korvan_public_headers
     platform/script/ScriptHost.h
     platform/script/ScriptObject.h
     platform/script/ScriptOutline.h
+    platform/script/ScriptProfiler.h
     platform/script/ScriptSignature.h
     platform/script/ScriptValue.h
     platform/script/SourceOffset.h

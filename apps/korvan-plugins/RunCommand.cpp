@@ -1,14 +1,17 @@
 #include "Commands.h"
 
+#include "CallTracer.h"
 #include "CommandRunner.h"
 #include "DocumentContext.h"
 #include "PluginSession.h"
 #include "commands/KRPluginStandaloneScript.h"
 #include "document/DocumentFile.h"
+#include "platform/script/ScriptProfiler.h"
 #include "platform/script/ValueText.h"
 
 #include <QDateTime>
 #include <QFileInfo>
+#include <QSaveFile>
 
 #include <algorithm>
 
@@ -74,8 +77,9 @@ public:
     {
         if (!findCommand() || !loadDocument())
             return ExitCode::Failed;
+        const auto profiler = startProfiler();
         const auto results = runHandlers();
-        const bool isSaved = saveDocument();
+        const bool isSaved = saveDocument() && saveProfile(profiler.get());
         if (isSaved)
             show(results);
         const bool hasErrors =
@@ -129,8 +133,34 @@ private:
         return m_document ? contextWithDocument(m_options.context, m_document) : m_options.context;
     }
 
+    /// Null when no profile is wanted, or there cannot be one.
+    std::unique_ptr<ScriptProfiler> startProfiler() const
+    {
+        if (!m_options.profileFile)
+            return nullptr;
+        auto profiler = ScriptProfiler::start();
+        if (!profiler)
+            printToStandardError(
+                QStringLiteral("korvan-plugins: The script engine of this computer has no profiler, so "
+                               "that no profile is written."));
+        return profiler;
+    }
+
+    bool saveProfile(ScriptProfiler *profiler)
+    {
+        if (!profiler)
+            return true;
+        QSaveFile file(*m_options.profileFile);
+        const auto profile = profiler->profile();
+        if (file.open(QIODevice::WriteOnly) && file.write(profile) == profile.size() && file.commit())
+            return true;
+        m_output.error(QStringLiteral("Cannot write the profile \"%1\": %2").arg(file.fileName(), file.errorString()));
+        return false;
+    }
+
     QList<CommandResult> runHandlers()
     {
+        const auto tracer = m_options.trace ? std::make_unique<CallTracer>(m_output, *m_log) : nullptr;
         CommandRunner runner(m_session.manager(), *m_log, m_command);
         for (const auto &key : m_options.handlers)
             runner.run(key, context());

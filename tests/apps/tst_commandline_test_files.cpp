@@ -17,6 +17,8 @@ private slots:
     void documents();
     void files();
     void fileOutsideOfPlugins();
+    void pluginThatCannotBeRead();
+    void generatedTests();
     void nothingToTest_data();
     void nothingToTest();
     void forPeople();
@@ -131,6 +133,27 @@ void tst_CommandLine_Test_Files::fileOutsideOfPlugins()
     QCOMPARE(statuses(finished), QStringList({u"a passed"_s, u"b failed"_s}));
     QCOMPARE(result(finished, 1)[u"error"_s].toObject()[u"message"_s].toString(),
         u"Error: The test's file is in no plug-in, so that it has no commands."_s);
+}
+
+void tst_CommandLine_Test_Files::pluginThatCannotBeRead()
+{
+    testFile(u"a.test.js"_s, "it('a', () => {});");
+    writeFile(bundle() + u"/Contents/Korvan/manifest.json"_s, "no JSON");
+    const auto finished = test();
+    QCOMPARE(finished.exitCode, 1);
+    QCOMPARE(result(finished)[u"error"_s].toObject()[u"message"_s].toString(),
+        u"The plug-in \"%1\" cannot be read."_s.arg(QFileInfo(bundle()).canonicalFilePath()));
+}
+
+void tst_CommandLine_Test_Files::generatedTests()
+{
+    const QByteArray map = R"({"version": 3, "sources": ["../src/a.test.ts"], "names": [], "mappings": "AAAA;AAIE"})";
+    testFile(u"a.test.js"_s,
+        "it('a', () => {\n  null.x; });\n//# sourceMappingURL=data:application/json;base64," + map.toBase64());
+    const auto error = result(test())[u"error"_s].toObject();
+    QCOMPARE(error[u"file"_s], QJsonValue(u"src/a.test.ts"_s));
+    QCOMPARE(error[u"line"_s], QJsonValue(5));
+    QCOMPARE(error[u"column"_s], QJsonValue(3));
 }
 
 void tst_CommandLine_Test_Files::nothingToTest_data()

@@ -92,6 +92,8 @@ std::optional<KRError> TestRun::openDocument()
 
 std::optional<TestFailure> TestRun::perform()
 {
+    if (!m_file.bundle.isEmpty() && !m_bundle)
+        return TestFailure{QStringLiteral("The plug-in \"%1\" cannot be read.").arg(m_file.bundle), {}, 0, 0, {}, {}};
     if (const auto error = openDocument())
         return TestFailure{error->localizedDescription, {}, 0, 0, {}, {}};
     const QDeadlineTimer deadline(qint64(m_settings.limitSeconds * 1000));

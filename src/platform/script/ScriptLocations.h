@@ -53,6 +53,20 @@ public:
         QString text() const;
     };
 
+    struct Position
+    {
+        int line;
+        int column;
+    };
+    /// A place, and what a source map calls the identifier there.
+    struct Place
+    {
+        Frame frame;
+        QString name;
+        bool isMapped = false;
+    };
+
+    Place place(const QString &function, const QString &sourceURL, Position position) const;
     /// A place as the file's author counts lines and columns.
     Frame frame(const QString &function, const QString &sourceURL, int line, int column) const;
 
@@ -68,22 +82,8 @@ private:
         std::unique_ptr<ColumnsBeforeRewriting> columns;
         std::shared_ptr<const ScriptSourceMap> map;
     };
-    struct Position
-    {
-        int line;
-        int column;
-    };
-    /// A place, and what a source map calls the identifier there.
-    struct Place
-    {
-        Frame frame;
-        QString name;
-        bool isMapped = false;
-    };
-
     const Details &detailsOf(const QString &sourceURL, const ScriptSource &source) const;
     Position authorsPosition(const QString &sourceURL, Position position) const;
-    Place place(const QString &function, const QString &sourceURL, Position position) const;
     QString nameOfFile(const QByteArray &path) const;
 
     QSet<QByteArray> m_folders;

@@ -122,6 +122,7 @@ private:
     void useScriptFile();
     QByteArray folderOfModules() const;
     const ScriptLocations &locations();
+    void noteSource(const QString &url, const ScriptSource &source);
     JSValueRef printValue(JSValueRef value, JSValueRef *exception);
     JSValueRef printError(JSValueRef value, JSValueRef *exception);
     JSValueRef stackText(JSValueRef stack);
