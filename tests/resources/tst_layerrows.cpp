@@ -54,6 +54,7 @@ private slots:
     void layers();
     void aSelectorInsideAGroup_data();
     void aSelectorInsideAGroup();
+    void aRemovedGroup();
     void nothingIsKept();
 
 private:
@@ -147,6 +148,16 @@ void tst_LayerRows::aSelectorInsideAGroup()
                          "print(group.findAll(context.selector).map((layer) => layer.id).join(''));"
                          "print(group.find(context.selector)?.id ?? '');"),
         (QStringList{expected, expected.left(1)}));
+}
+
+void tst_LayerRows::aRemovedGroup()
+{
+    ModuleFixture fixture;
+    fixture.setDocument(sample);
+    QCOMPARE(fixture.run("const group = require('korvan/dom').activeDocument().layerWithID('g'); group.remove();"
+                         "for (const selector of ['*', 'group text', ':selected', (layer) => layer.type === 'oval'])"
+                         "    print(group.findAll(selector).map((layer) => layer.id).join(''));"),
+        (QStringList{u"htb"_s, u"t"_s, u""_s, u"b"_s}));
 }
 
 void tst_LayerRows::nothingIsKept()
