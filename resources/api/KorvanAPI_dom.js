@@ -59,12 +59,13 @@ function checkLayer(value, what) {
 
 // Finding -----------------------------------------------------------------------------------------------------------
 
-/** The layers in a document or group that a selector or a function means, at most so many. */
+// The layers in a document or group that a selector or a function means, at most so many. A removed group is in no
+// document.
 function layersMeant(root, document, selector, most, caller) {
     if (typeof selector === 'function')
         return layersThat(selector, root, most);
     const { keys, rowsIn } = compileSelector(checkText(selector, `What ${caller} looks for, a selector or a function,`));
-    const table = new LayerTable(host, root.hostObject, document.hostObject, keys);
+    const table = new LayerTable(host, root.hostObject, document?.hostObject, keys);
     return wrapAll(host.layersAt(rowsIn(table, table.first, most)));
 }
 

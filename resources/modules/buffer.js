@@ -49,7 +49,8 @@ function checkPlace(value, name) {
         throw Object.assign(error, { code: 'ERR_OUT_OF_RANGE' });
     }
 }
-for (const name of Object.keys(Buffer.prototype).filter((key) => /^(?:read|write)(?:Big)?(?:U?[iI]nt|Float|Double)/.test(key))) {
+const isNumeric = (name) => /^(?:read|write)(?:Big)?(?:U?[iI]nt|Float|Double)/.test(name);
+for (const name of Object.keys(Buffer.prototype).filter(isNumeric)) {
     const original = Buffer.prototype[name];
     const places = name.startsWith('read') ? 0 : 1; // before them is the value
     Buffer.prototype[name] = function (...values) {
