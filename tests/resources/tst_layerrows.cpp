@@ -178,7 +178,8 @@ void tst_LayerRows::groupsInGroups()
         }
         const ScriptClass &scriptClass() const override
         {
-            static constexpr ScriptOperation operations[] = {scriptOperation<&Nested::layers>("layers", "(): Nested[]")};
+            static constexpr ScriptOperation operations[] = {
+                scriptOperation<&Nested::layers>("layers", "(): Nested[]")};
             static constexpr ScriptClass description{"Nested", operations};
             return description;
         }
