@@ -162,6 +162,10 @@ void tst_Module_Dom::objects_data()
                                                          "byID('g').findAll((l) => l.type === 'group').length, "
                                                          "document.find(() => false))")
                                            << u"r 1 null"_s;
+    QTest::newRow("find does not try every way through nested groups") << QByteArray(
+        "let at = document; for (let i = 0; i < 60; ++i) at = at.create({ type: 'group' }); "
+        "show(document.find('oval ' + 'group '.repeat(30) + 'text'), "
+        "document.find('group '.repeat(60)) === at)") << u"null true"_s;
     QTest::newRow("iterating") << QByteArray(
         "let n = ''; for (const l of document) n += l.id; for (const l of byID('g')) n += l.id; "
         "show(n)") << u"agthriothri"_s;

@@ -76,11 +76,10 @@ class Parser {
             keys: [...this.keys],
             // Which of the rows from `first` on are meant; no more of them than `most`.
             rowsIn(table, first, most) {
-                const bound = paths.map((path) => path.map(({ filters, isChild }) => (
-                    { filters: filters.map(({ key, test }) => table.filter(key, test)), isChild })));
+                const tests = paths.map((path) => testOfPath(path, table));
                 const rows = [];
                 for (let row = first; row < table.groups.length && rows.length < most; ++row) {
-                    if (bound.some((path) => matches(path, path.length - 1, table.groups, row)))
+                    if (tests.some((isMeant) => isMeant(row)))
                         rows.push(row);
                 }
                 return rows;
@@ -195,21 +194,32 @@ class Parser {
     }
 }
 
-function matches(path, last, groups, row) {
-    const { filters, isChild } = path[last];
-    for (const filter of filters) {
-        if (!filter(row))
-            return false;
+// Whether a row passes the last step of a path. Each step before it is done for all rows at once, groups before what is in
+// them, so that the time does not depend on how many ways there are to walk the path.
+function testOfPath(path, table) {
+    let isMeant = testOfStep(path[0], table);
+    for (const step of path.slice(1)) {
+        const isInside = rowsInside(isMeant, step.isChild, table.groups);
+        const passes = testOfStep(step, table);
+        isMeant = (row) => isInside[row] === 1 && passes(row);
     }
-    if (last === 0)
-        return true;
-    for (let outer = groups[row]; outer >= 0; outer = groups[outer]) {
-        if (matches(path, last - 1, groups, outer))
-            return true;
-        if (isChild)
-            return false;
+    return isMeant;
+}
+
+function testOfStep({ filters }, table) {
+    const tests = filters.map(({ key, test }) => table.filter(key, test));
+    return tests.length === 1 ? tests[0] : (row) => tests.every((passes) => passes(row));
+}
+
+// 1 for the rows right in a group that is meant, or, unless only children count, anywhere in one.
+function rowsInside(isMeant, isChild, groups) {
+    const isInside = new Uint8Array(groups.length);
+    for (let row = 0; row < groups.length; ++row) {
+        const group = groups[row];
+        if (group >= 0 && (isMeant(group) || (!isChild && isInside[group] === 1)))
+            isInside[row] = 1;
     }
-    return false;
+    return isInside;
 }
 
 const compiled = new Map();
