@@ -75,6 +75,15 @@ void PluginSettings::refresh()
     m_values = values.value_or(QVariantMap());
 }
 
+std::optional<KRError> PluginSettings::refusalToKeep(const QString &key, const QVariant &value)
+{
+    if (isValidJSONValue(value) && isValidJSONText(key))
+        return std::nullopt;
+    return settingsError(QStringLiteral("The setting \"%1\" cannot be kept: settings are texts, numbers, "
+                                        "booleans, null, and arrays and plain objects of them.")
+                             .arg(key));
+}
+
 QVariantMap PluginSettings::values()
 {
     refresh();
@@ -92,11 +101,8 @@ std::optional<KRError> PluginSettings::setValues(const QVariantMap &changes)
             values.remove(change.key());
             continue;
         }
-        if (!isValidJSONValue(*change) || !isValidJSONText(change.key())) {
-            return settingsError(QStringLiteral("The setting \"%1\" cannot be kept: settings are texts, numbers, "
-                                                "booleans, null, and arrays and plain objects of them.")
-                                     .arg(change.key()));
-        }
+        if (auto refusal = refusalToKeep(change.key(), *change))
+            return refusal;
         values.insert(change.key(), *change);
     }
     if (values == m_values)

@@ -108,6 +108,11 @@ void tst_Module_Settings::calls_data()
         "const on = settings.of(context.document); on.update({ a: 1, b: 2 }); on.delete('a'); show(on.all()); "
         "on.clear(); show(context.document.userInfo())",
         u"{\"b\":2}\nnull"_s);
+    row("what JSON would change, on a layer too",
+        "const keep = (v) => { for (const s of [settings, settings.of(context.selection[0])]) { "
+        "try { s.set('a', v); show('kept'); } catch (e) { show(e.message.startsWith('The setting \"a\"')); } "
+        "show(s.keys()); } }; keep('\\ud800'); keep([1, , 2])",
+        u"true\n[]\ntrue\n[]\ntrue\n[]\ntrue\n[]"_s);
     row("on nothing", "attempt(() => settings.of('a')); attempt(() => settings.of(null))",
         u"TypeError: of() takes a layer or a document, but was given the text \"a\".\n"
         "TypeError: of() takes a layer or a document, but was given null."_s);
