@@ -1,5 +1,6 @@
 #include "TerminalPresenter.h"
 
+#include "NumberAnswer.h"
 #include "Output.h"
 
 #include <algorithm>
@@ -227,17 +228,13 @@ UserPresenter::PresentationPointer TerminalPresenter::askNumber(const NumberProm
         const auto text = line.trimmed();
         bool isNumber = text.isEmpty();
         const double number = isNumber ? prompt.value : text.toDouble(&isNumber);
-        const bool isAccepted =
-            isNumber && std::isfinite(number) && number >= prompt.minimum && number <= prompt.maximum;
-        if (isAccepted)
-            answered(number);
-        else if (isNumber)
-            printToStandardError(QStringLiteral("The number has to be at least %1 and at most %2.")
-                                     .arg(prompt.minimum, 0, 'g', 15)
-                                     .arg(prompt.maximum, 0, 'g', 15));
+        const auto refusal =
+            isNumber ? refusalOfNumber(prompt, number) : QStringLiteral("\"%1\" is no number.").arg(text);
+        if (refusal)
+            printToStandardError(*refusal);
         else
-            printToStandardError(QStringLiteral("\"%1\" is no number.").arg(text));
-        return isAccepted;
+            answered(number);
+        return !refusal;
     };
     return add(std::make_shared<Prompt>(Prompt{lines, accept, [answered] { answered(std::nullopt); }}));
 }

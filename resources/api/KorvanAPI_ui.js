@@ -18,7 +18,8 @@ function optionsOf(options, keys, caller) {
 
 function checkTexts(texts, what) {
     if (!Array.isArray(texts) || texts.length === 0)
-        throw new TypeError(`${what} have to be an array with at least one text, but are ${describe(texts)}.`);
+        throw new TypeError(`${what} have to be an array with at least one text, but are ${
+            Array.isArray(texts) ? 'an empty one' : describe(texts)}.`);
     texts.forEach((text) => checkText(text, `Each of ${what.toLowerCase()}`));
     return texts;
 }
@@ -127,7 +128,12 @@ module.exports = {
             checkNumber(number, `The ${key} of askNumber()`);
         if (minimum > maximum)
             throw new RangeError(`The minimum of askNumber() (${minimum}) is above its maximum (${maximum}).`);
-        const bounded = Math.min(Math.max(value, minimum), maximum);
+        if (!(Number.isInteger(decimals) && decimals >= 0 && decimals <= 15)) {
+            throw new RangeError(
+                `The decimals of askNumber() have to be a whole number from 0 to 15, but are ${decimals}.`);
+        }
+        const rounded = Math.abs(value) < 1e12 ? Number(value.toFixed(decimals)) : value;
+        const bounded = Math.min(Math.max(rounded, minimum), maximum);
         return answerOf((done) => host.askNumber({ ...given, value: bounded, minimum, maximum, decimals }, done));
     },
 

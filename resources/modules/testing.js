@@ -153,6 +153,7 @@ async function perform(context, require) {
     if (test === undefined)
         throw new Error('The file has other tests each time it is loaded.');
     await runTest(test, context);
+    await new Promise((resolve) => { service.afterwards(resolve); });
     service.passed();
 }
 

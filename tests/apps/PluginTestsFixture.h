@@ -49,6 +49,7 @@ protected:
     {"identifier": "loop", "name": "Loop", "script": "script.js", "handler": "onLoop"},
     {"identifier": "ask", "name": "Ask", "script": "script.js", "handler": "onAsk"},
     {"identifier": "fetch", "name": "Fetch", "script": "script.js", "handler": "onFetch"},
+    {"identifier": "pause", "name": "Pause", "script": "script.js", "handler": "onPause"},
     {"identifier": "undefined", "name": "Undefined", "script": "script.js", "handler": "onNothing"},
     {"identifier": "tick", "name": "Tick", "script": "script.js", "handler": "onTick"},
     {"identifier": "remember", "name": "Remember", "script": "script.js", "handler": "onRemember"},
@@ -67,6 +68,10 @@ async function onAsk() {
 async function onFetch() {
     const response = await fetch('https://api.example.com/words');
     return (await response.json()).words;
+}
+async function onPause() {
+    await require('korvan/ui').withProgress('Pause', (progress) => progress.pause());
+    await new Promise((resolve) => setTimeout(resolve, 10));
 }
 function onTick() { setInterval(() => console.log('tick'), 60000); }
 function onRemember() {

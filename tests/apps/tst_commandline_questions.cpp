@@ -80,6 +80,15 @@ void tst_CommandLine_Questions::answersComeFromTheInput_data()
         << QStringList{u"Ask: Columns"_s, u"A number [3]:"_s, u"\"many\" is no number."_s, u"Ask: Columns"_s,
                u"A number [3]:"_s, u"The number has to be at least 1 and at most 12."_s, u"Ask: Columns"_s,
                u"A number [3]:"_s};
+    QTest::newRow("a whole number, asked again")
+        << QByteArray("print(await ui.askNumber('Columns'))") << QByteArray("1.5\n2\n") << QByteArray("2\n")
+        << QStringList{u"Ask: Columns"_s, u"A number [0]:"_s, u"The number has to be a whole number."_s,
+               u"Ask: Columns"_s, u"A number [0]:"_s};
+    QTest::newRow("decimals, asked again")
+        << QByteArray("print(await ui.askNumber({ title: 'Factor', decimals: 2, value: 1.239 }))")
+        << QByteArray("1.23456\n1.23\n") << QByteArray("1.23\n")
+        << QStringList{u"Ask: Factor"_s, u"A number [1.24]:"_s, u"The number can have at most 2 decimals."_s,
+               u"Ask: Factor"_s, u"A number [1.24]:"_s};
     QTest::newRow("a button by its number")
         << QByteArray("print(await ui.alert({ title: 'Delete?', buttons: ['Delete', 'Keep'] }))") << QByteArray("2\n")
         << QByteArray("Keep\n")

@@ -113,7 +113,7 @@ void tst_Module_UI::errors_data()
         u"buttons, "
         "defaultButton."_s);
     row("no buttons", "ui.alert({ title: 'A', buttons: [] })",
-        u"TypeError: The buttons have to be an array with at least one text, but are an array."_s);
+        u"TypeError: The buttons have to be an array with at least one text, but are an empty one."_s);
     row("a style", "ui.alert({ title: 'A', style: 'red' })",
         u"TypeError: The style of an alert has to be one of information, warning, critical, but is the text \"red\"."_s);
     row("a default that is no button", "ui.alert({ title: 'A', buttons: ['B'], defaultButton: 'C' })",
@@ -122,6 +122,8 @@ void tst_Module_UI::errors_data()
         u"RangeError: The minimum of askNumber() (2) is above its maximum (1)."_s);
     row("no number", "ui.askNumber({ title: 'A', value: '1' })",
         u"TypeError: The value of askNumber() has to be a number, but is the text \"1\"."_s);
+    row("decimals", "ui.askNumber({ title: 'A', decimals: 1.5 })",
+        u"RangeError: The decimals of askNumber() have to be a whole number from 0 to 15, but are 1.5."_s);
     row("no choices", "ui.askChoice('A')",
         u"TypeError: The choices have to be an array with at least one text, but are nothing (undefined)."_s);
     row("a choice that is no text", "ui.askChoice({ title: 'A', choices: [1] })",

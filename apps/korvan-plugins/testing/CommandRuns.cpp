@@ -107,6 +107,12 @@ void CommandRuns::callBack(const Started &run)
         QVariantMap{
             {QStringLiteral("returnValue"), value},
             {QStringLiteral("log"), run.log},
-            {QStringLiteral("isRunning"), m_manager.isCommandRunning(run.command->commandSpecifier())},
+            {QStringLiteral("isRunning"), isRunning(run)},
         }});
+}
+
+/// The manager only looks now and then whether a command has ended.
+bool CommandRuns::isRunning(const Started &run) const
+{
+    return m_manager.isCommandRunning(run.command->commandSpecifier()) && run.command->stayRunning();
 }

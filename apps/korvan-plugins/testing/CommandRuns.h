@@ -40,6 +40,7 @@ private:
 
     std::shared_ptr<KRPluginCommand> findCommand(const QString &identifier, const QString &handler) const;
     bool isDone(const Started &run) const;
+    bool isRunning(const Started &run) const;
     void callBack(const Started &run);
 
     TestHost &m_host;

@@ -1,5 +1,6 @@
 #include "ScriptedUser.h"
 
+#include "NumberAnswer.h"
 #include "platform/LTAppEnvironment.h"
 #include "platform/script/ValueText.h"
 
@@ -53,9 +54,15 @@ UserPresenter::PresentationPointer ScriptedUser::answer(
 {
     auto open = std::make_unique<Open>();
     const auto given = nextAnswer(message);
-    const auto value = isNull(given) ? std::nullopt : read(given);
-    if (!isNull(given) && !value)
-        m_complain(QStringLiteral("\"%1\" cannot be answered with %2.").arg(message.title, descriptionOfValue(given)));
+    std::optional<Answer> value;
+    if (!isNull(given)) {
+        const auto reading = read(given);
+        if (const auto *const refusal = std::get_if<Refusal>(&reading))
+            m_complain(QStringLiteral("\"%1\" cannot be answered with %2. %3")
+                           .arg(message.title, descriptionOfValue(given), refusal->sentence));
+        else
+            value = std::get<Answer>(reading);
+    }
     LTAppEnvironment::runOnMainQueue([value, answered = std::move(answered), life = std::weak_ptr(open->life)] {
         if (!life.expired())
             answered(value);
@@ -66,9 +73,12 @@ UserPresenter::PresentationPointer ScriptedUser::answer(
 UserPresenter::PresentationPointer ScriptedUser::choose(
     const UserMessage &message, const QStringList &choices, Callback<int> answered)
 {
-    const Reading<int> read = [&choices](const QVariant &given) {
+    const Reading<int> read = [&choices](const QVariant &given) -> std::variant<int, Refusal> {
         const auto index = choices.indexOf(given.toString());
-        return index < 0 ? std::nullopt : std::optional(int(index));
+        if (index < 0)
+            return Refusal{
+                QStringLiteral("It needs one of these texts: \"%1\".").arg(choices.join(QStringLiteral("\", \"")))};
+        return int(index);
     };
     return answer<int>(message, read, std::move(answered));
 }
@@ -87,8 +97,10 @@ UserPresenter::PresentationPointer ScriptedUser::ask(const UserQuestion &questio
 UserPresenter::PresentationPointer ScriptedUser::askText(const TextPrompt &prompt, Callback<QString> answered)
 {
     note("text", prompt, {{QStringLiteral("value"), prompt.value}});
-    const Reading<QString> read = [](const QVariant &given) {
-        return given.typeId() == QMetaType::QString ? std::optional(given.toString()) : std::nullopt;
+    const Reading<QString> read = [](const QVariant &given) -> std::variant<QString, Refusal> {
+        if (given.typeId() != QMetaType::QString)
+            return Refusal{QStringLiteral("It needs a text.")};
+        return given.toString();
     };
     return answer<QString>(prompt, read, std::move(answered));
 }
@@ -96,11 +108,16 @@ UserPresenter::PresentationPointer ScriptedUser::askText(const TextPrompt &promp
 UserPresenter::PresentationPointer ScriptedUser::askNumber(const NumberPrompt &prompt, Callback<double> answered)
 {
     note("number", prompt, {{QStringLiteral("value"), prompt.value}});
-    const Reading<double> read = [&prompt](const QVariant &given) {
-        bool isNumber = given.typeId() != QMetaType::QString;
-        const double number = isNumber ? given.toDouble(&isNumber) : 0;
-        const bool isUsable = isNumber && number >= prompt.minimum && number <= prompt.maximum;
-        return isUsable ? std::optional(number) : std::nullopt;
+    const Reading<double> read = [&prompt](const QVariant &given) -> std::variant<double, Refusal> {
+        if (given.typeId() == QMetaType::QString)
+            return Refusal{QStringLiteral("It needs a number, and this is a text.")};
+        bool isNumber = false;
+        const double number = given.toDouble(&isNumber);
+        if (!isNumber)
+            return Refusal{QStringLiteral("It needs a number.")};
+        if (const auto refusal = refusalOfNumber(prompt, number))
+            return Refusal{*refusal};
+        return number;
     };
     return answer<double>(prompt, read, std::move(answered));
 }

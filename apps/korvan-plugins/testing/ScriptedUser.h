@@ -5,6 +5,7 @@
 #include <QVariantList>
 
 #include <functional>
+#include <variant>
 
 /// A user who answers as a test has said beforehand. Main thread only.
 class ScriptedUser final : public UserPresenter
@@ -28,9 +29,14 @@ public:
         const ProgressTask &task, std::function<void()> cancelled) override;
 
 private:
-    /// What an answer means for a question; nil when it does not fit.
+    /// Why an answer does not fit a question.
+    struct Refusal
+    {
+        QString sentence;
+    };
+    /// What an answer means for a question.
     template <class Answer>
-    using Reading = std::function<std::optional<Answer>(const QVariant &answer)>;
+    using Reading = std::function<std::variant<Answer, Refusal>(const QVariant &answer)>;
 
     template <class Answer>
     PresentationPointer answer(const UserMessage &message, const Reading<Answer> &read, Callback<Answer> answered);

@@ -52,6 +52,17 @@ void TestingService::onStuck(const QVariant &callback)
     m_stuck = callback.value<ScriptValue>();
 }
 
+void TestingService::afterwards(const QVariant &callback)
+{
+    m_afterwards = callback.value<ScriptValue>();
+}
+
+void TestingService::finish()
+{
+    if (const auto callback = std::exchange(m_afterwards, std::nullopt))
+        callback->call({});
+}
+
 bool TestingService::end(const QString &reason)
 {
     const auto callback = std::exchange(m_stuck, std::nullopt);
@@ -172,6 +183,7 @@ const ScriptClass &TestingService::scriptClass() const
         scriptOperation<&TestingService::passed>("passed"),
         scriptOperation<&TestingService::failed>("failed", "(difference: string | null)"),
         scriptOperation<&TestingService::onStuck>("onStuck", "(callback: Function)"),
+        scriptOperation<&TestingService::afterwards>("afterwards", "(callback: Function)"),
         scriptOperation<&TestingService::runCommand>(
             "runCommand", "(identifier, handler, context: object, done: Function)"),
         scriptOperation<&TestingService::log>("log", "(): object[]"),
