@@ -5,6 +5,7 @@
 
 const host = require('host:user-interface');
 const { describe, checkKeys, checkText, checkNumber, checkFunction } = require('./support/describe.js');
+const { refuseUnknownNames } = require('./support/strict.js');
 
 const STYLES = ['information', 'warning', 'critical'];
 
@@ -87,6 +88,8 @@ class Progress {
 
     get [Symbol.toStringTag]() { return 'Progress'; }
 }
+
+refuseUnknownNames(Progress, 'progress');
 
 function progress(options) {
     const given = optionsOf(options, ['total', 'cancellable'], 'progress()');

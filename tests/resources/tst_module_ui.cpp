@@ -32,6 +32,7 @@ private slots:
     void tooManyAtOnce();
     void withoutAUser();
     void progressTells();
+    void progressTakesNoUnknownNames();
     void progressIsCancelled();
     void progressEndsWithItsWork();
     void progressEndsWithTheSession();
@@ -198,6 +199,16 @@ void tst_Module_UI::progressTells()
         QStringList({u"message [Tidy]  / Begins"_s, u"progress [Tidy] Export / First (cancel)"_s, u"progress 0.25"_s,
             u"progress text Second"_s, u"progress ends"_s}));
     QVERIFY(!m_fixture->isRunning());
+}
+
+void tst_Module_UI::progressTakesNoUnknownNames()
+{
+    QCOMPARE(m_fixture->run(prologue
+                 + "const progress = ui.progress('A'); attempt(() => { progress.val = 5; }); "
+                   "attempt(() => { progress.total = 5; }); progress.finish()"),
+        QStringList({u"TypeError: A progress has no \"val\". Did you mean \"value\"? What can be assigned to: value, "
+                     "text, onCancel."_s,
+            u"TypeError: The \"total\" of a progress cannot be assigned to. What can be: value, text, onCancel."_s}));
 }
 
 void tst_Module_UI::progressIsCancelled()
