@@ -36,8 +36,10 @@ std::optional<int> indexOf(const QString &answer, const QStringList &texts)
 class ProgressLines final : public ProgressPresentation
 {
 public:
-    explicit ProgressLines(const ProgressTask &task)
+    /// `interruption` ends with it.
+    ProgressLines(const ProgressTask &task, std::shared_ptr<void> interruption)
         : m_head(headLines(task).first())
+        , m_interruption(std::move(interruption))
     { }
 
     void setText(const QString &text) override
@@ -69,6 +71,7 @@ private:
     }
 
     QString m_head;
+    std::shared_ptr<void> m_interruption;
     QString m_text;
     int m_tenths = -1;
 };
@@ -240,9 +243,18 @@ UserPresenter::PresentationPointer TerminalPresenter::askNumber(const NumberProm
 }
 
 std::unique_ptr<ProgressPresentation> TerminalPresenter::showProgress(
-    const ProgressTask &task, std::function<void()> /*cancelled*/)
+    const ProgressTask &task, std::function<void()> cancelled)
 {
-    auto lines = std::make_unique<ProgressLines>(task);
+    std::shared_ptr<void> interruption;
+    if (task.cancelling == ProgressTask::Cancelling::Offered) {
+        auto interruptions = m_interruptions.lock();
+        if (!interruptions)
+            m_interruptions = interruptions = std::make_shared<Interruptions>();
+        interruption = Interruptions::add(interruptions, [cancelled = std::move(cancelled)] {
+            printToStandardError(QStringLiteral("Asked to stop. Press Ctrl-C again to end at once."));
+            cancelled();
+        });
+    }
     printToStandardError(headLines(task).join(u'\n'));
-    return lines;
+    return std::make_unique<ProgressLines>(task, std::move(interruption));
 }

@@ -3,6 +3,9 @@
 #include "apps/CommandLineFixture.h"
 
 #include <QJsonArray>
+#include <QProcess>
+
+#include <csignal>
 
 using namespace Qt::StringLiterals;
 
@@ -33,6 +36,8 @@ private slots:
     void withoutInputNothingIsAnswered();
     void questionsStayOutOfTheDocument();
     void progressIsTold();
+    void progressIsInterrupted_data();
+    void progressIsInterrupted();
     void suppliersAreListed();
     void suppliersFillLayers();
     void suppliersFillSelectedLayersOnly();
@@ -150,6 +155,46 @@ void tst_CommandLine_Questions::progressIsTold()
     QCOMPARE(finished.exitCode, 0);
 }
 
+void tst_CommandLine_Questions::progressIsInterrupted_data()
+{
+    QTest::addColumn<QByteArray>("work");
+    QTest::addColumn<int>("interrupts");
+    QTest::addColumn<QByteArray>("output");
+    const QByteArray untilCancelled = "while (!progress.isCancelled) await progress.pause(); return 'stopped'";
+    QTest::newRow("one asks to stop") << untilCancelled << 1 << QByteArray("→ stopped\n");
+    QTest::newRow("a second one ends a script that does not listen")
+        << QByteArray("for (;;) await progress.pause()") << 2 << QByteArray();
+}
+
+void tst_CommandLine_Questions::progressIsInterrupted()
+{
+    QFETCH(QByteArray, work);
+    QFETCH(int, interrupts);
+    plugin(u"ask"_s, manifest,
+        "function onRun() { return require('korvan/ui').withProgress('Export', async (progress) => { " + work
+            + " }); }");
+    QProcess process;
+    process.setWorkingDirectory(m_folder->path());
+    process.start(QStringLiteral(KORVAN_PLUGINS_PROGRAM),
+        {u"--folder"_s, u"plugins"_s, u"--support-dir"_s, u"data"_s, u"--defaults"_s, u"defaults"_s, u"run"_s,
+            u"com.example.ask/ask"_s});
+    auto waitForErrors = [&process, errors = QByteArray()](const QByteArray &text) mutable {
+        process.setReadChannel(QProcess::StandardError);
+        while (!errors.contains(text) && process.waitForReadyRead())
+            errors += process.readAllStandardError();
+        return errors.contains(text);
+    };
+    QVERIFY(waitForErrors("Ask: Export\n"));
+    ::kill(pid_t(process.processId()), SIGINT);
+    if (interrupts == 2) {
+        QVERIFY(waitForErrors("again to end at once.\n"));
+        ::kill(pid_t(process.processId()), SIGINT);
+    }
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitStatus(), interrupts == 2 ? QProcess::CrashExit : QProcess::NormalExit);
+    QTEST(process.readAllStandardOutput(), "output");
+}
+
 void tst_CommandLine_Questions::suppliersAreListed()
 {
     const QByteArray script = R"(function onStartup() { const { register } = require('korvan/data-supplier');
@@ -214,7 +259,7 @@ void tst_CommandLine_Questions::supplierProblems_data()
         register({ name: 'A', kind: 'text', supply() { throw new Error('no network') } });
         register({ name: 'B', kind: 'text', supply: () => new Promise(() => {}) }); })";
     QTest::newRow("no such plug-in") << QStringList{u"com.example.none"_s} << two
-                                     << u"korvan-plugins: The plug-in \"com.example.none\" supplies no such data."_s;
+                                     << u"korvan-plugins: There is no plug-in \"com.example.none\"."_s;
     QTest::newRow("no such supplier") << QStringList{u"com.example.data"_s, u"C"_s} << two
                                       << u"korvan-plugins: The plug-in \"com.example.data\" supplies no such data."_s;
     QTest::newRow("several") << QStringList{u"com.example.data"_s} << two

@@ -62,6 +62,14 @@ void tst_CommandLine_Test::passing_data()
         << QByteArray("user.answer('Ada', 'No', 3); network.answer('https://api.example.com/words', { body: {} });"
                       "for (const id of ['ask', 'fetch', 'pause'])"
                       "expect((await runCommand(id)).isRunning, id).to.equal(false);");
+    QTest::newRow("a user who cancels") << QByteArray(
+        "const run = runCommand('data'); await clock.advance(100); user.cancelProgress();"
+        "expect((await run).returnValue).to.equal('cancelled');");
+    QTest::newRow("a supplier of data") << QByteArray(
+        "openDocument({ layers: [{ type: 'text', name: 'A' }, { type: 'text', name: 'B' }] });"
+        "expect(await supplyData('Cities')).to.deep.equal(['near A', 'near B']);"
+        "const [layer] = require('korvan/dom').activeDocument().layers;"
+        "expect(await supplyData('Cities', [layer])).to.deep.equal(['near A']);");
     QTest::newRow("a timer that is left behind") << QByteArray("setInterval(() => { throw new Error('late'); }, 10);");
     QTest::newRow("a rejection that is handled later")
         << QByteArray("const promise = Promise.reject(new Error('r')); promise.catch(() => {});");
@@ -113,7 +121,7 @@ void tst_CommandLine_Test::failing_data()
         << u"tests/a.test.js:2:13"_s;
     QTest::newRow("an unknown command")
         << QByteArray("\n  await runCommand('x');")
-        << u"Error: The plug-in has no command \"x\". It has: throw, late, loop, ask, fetch, pause, undefined, tick, remember, add."_s
+        << u"Error: The plug-in has no command \"x\". It has: throw, late, loop, ask, fetch, pause, data, undefined, tick, remember, add."_s
         << u"tests/a.test.js:2:19"_s;
     QTest::newRow("an unknown handler")
         << QByteArray("\n  await runCommand('add', { handler: 'x' });")
@@ -143,6 +151,17 @@ void tst_CommandLine_Test::failing_data()
         << QByteArray("user.answer('Ada', 'No', 0); await runCommand('ask');")
         << u"Error: \"Count\" cannot be answered with 0. The number has to be at least 1 and at most 1000000000000."_s
         << placeOfTest;
+    QTest::newRow("a user who cancels nothing")
+        << QByteArray("\n  user.cancelProgress();") << u"Error: There is no progress that the user could cancel."_s
+        << u"tests/a.test.js:2:22"_s;
+    QTest::newRow("an unknown supplier")
+        << QByteArray("\n  await supplyData('Towns');")
+        << u"Error: The plug-in has no data supplier \"Towns\". It has: \"Cities\", \"Broken\"."_s
+        << u"tests/a.test.js:2:19"_s;
+    QTest::newRow("a supplier that fails")
+        << QByteArray("\n  await supplyData('Broken');")
+        << u"Error: The data supplier \"Broken\" has failed: TypeError: The supplier \"Broken\" has to answer an array"_s
+        << u"tests/a.test.js:2:19"_s;
     QTest::newRow("a text for a number")
         << QByteArray("user.answer('Ada', 'No', '3'); await runCommand('ask');")
         << u"Error: \"Count\" cannot be answered with 3. It needs a number, and this is a text."_s << placeOfTest;

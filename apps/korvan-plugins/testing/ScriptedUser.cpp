@@ -13,19 +13,34 @@ public:
     std::shared_ptr<char> life = std::make_shared<char>();
 };
 
-class OpenProgress final : public ProgressPresentation
-{
-public:
-    void setText(const QString &) override { }
-    void setFraction(std::optional<double>) override { }
-};
-
 bool isNull(const QVariant &answer)
 {
     return !answer.isValid() || answer.typeId() == QMetaType::Nullptr;
 }
 
 } // namespace
+
+/// A progress that can be cancelled is on the user's list for as long as it is shown.
+class ScriptedUser::OpenProgress final : public ProgressPresentation
+{
+public:
+    OpenProgress(ScriptedUser &user, const ProgressTask &task, std::function<void()> cancelled)
+        : m_user(user)
+        , m_cancelled(std::move(cancelled))
+    {
+        if (task.cancelling == ProgressTask::Cancelling::Offered)
+            m_user.m_cancellable.append(this);
+    }
+    ~OpenProgress() override { m_user.m_cancellable.removeOne(this); }
+
+    void setText(const QString &) override { }
+    void setFraction(std::optional<double>) override { }
+    std::function<void()> cancelled() const { return m_cancelled; }
+
+private:
+    ScriptedUser &m_user; // which outlives all sessions of its test
+    std::function<void()> m_cancelled;
+};
 
 ScriptedUser::ScriptedUser(std::function<void(const QString &complaint)> complain)
     : m_complain(std::move(complain))
@@ -128,8 +143,19 @@ UserPresenter::PresentationPointer ScriptedUser::askChoice(const ChoicePrompt &p
     return choose(prompt, prompt.choices, std::move(answered));
 }
 
-std::unique_ptr<ProgressPresentation> ScriptedUser::showProgress(const ProgressTask &task, std::function<void()>)
+std::unique_ptr<ProgressPresentation> ScriptedUser::showProgress(
+    const ProgressTask &task, std::function<void()> cancelled)
 {
     note("progress", task);
-    return std::make_unique<OpenProgress>();
+    return std::make_unique<OpenProgress>(*this, task, std::move(cancelled));
+}
+
+bool ScriptedUser::cancelProgress()
+{
+    const auto asked = m_cancellable; // a callback may end any of them
+    for (auto *const progress : asked) {
+        if (m_cancellable.contains(progress))
+            progress->cancelled()();
+    }
+    return !asked.isEmpty();
 }

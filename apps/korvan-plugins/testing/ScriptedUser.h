@@ -17,6 +17,8 @@ public:
     /// Answers for the next questions: the text of a button or a choice, a text, a number, or null to close the
     /// question without an answer.
     void addAnswers(const QVariantList &answers) { m_answers.append(answers); }
+    /// Asks to stop what shows a progress that can be cancelled. False when there is none.
+    bool cancelProgress();
     /// What was shown, in order: dictionaries with "kind", "title", "text", and what else the kind has.
     const QVariantList &shown() const { return m_shown; }
 
@@ -44,7 +46,10 @@ private:
     QVariant nextAnswer(const UserMessage &message);
     void note(const char *kind, const UserMessage &message, QVariantMap more = {});
 
+    class OpenProgress;
+
     std::function<void(const QString &)> m_complain;
+    QList<OpenProgress *> m_cancellable;
     QVariantList m_answers;
     QVariantList m_shown;
 };

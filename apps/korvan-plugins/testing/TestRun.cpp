@@ -104,7 +104,9 @@ std::optional<TestFailure> TestRun::perform()
         else if (m_commands.finish())
             continue;
         else if (deadline.hasExpired())
-            end(QStringLiteral("The test took longer than %1 seconds.").arg(m_settings.limitSeconds));
+            end(QStringLiteral("The test took longer than %1 %2.")
+                    .arg(m_settings.limitSeconds)
+                    .arg(m_settings.limitSeconds == 1 ? QStringLiteral("second") : QStringLiteral("seconds")));
         else
             goOn();
     }

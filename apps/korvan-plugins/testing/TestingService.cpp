@@ -79,6 +79,25 @@ void TestingService::runCommand(
     m_commands.run(identifier, handler, context, done.value<ScriptValue>());
 }
 
+QStringList TestingService::startupCommands() const
+{
+    return m_commands.identifiersWithHandler(QStringLiteral("Startup"));
+}
+
+QStringList TestingService::suppliers() const
+{
+    QStringList names;
+    const auto suppliers = m_commands.suppliers();
+    for (const auto &supplier : suppliers)
+        names.append(supplier.identifier);
+    return names;
+}
+
+void TestingService::supplyData(const QString &supplier, const QVariantList &layers, const QVariant &done)
+{
+    m_commands.supply(supplier, layers, done.value<ScriptValue>());
+}
+
 void TestingService::addLog(const QVariantMap &entry)
 {
     m_log.append(QVariantMap{
@@ -159,6 +178,11 @@ void TestingService::answer(const QVariantList &answers)
     m_host.user().addAnswers(answers);
 }
 
+bool TestingService::cancelProgress()
+{
+    return m_host.user().cancelProgress();
+}
+
 QVariantList TestingService::shown() const
 {
     return m_host.user().shown();
@@ -186,6 +210,9 @@ const ScriptClass &TestingService::scriptClass() const
         scriptOperation<&TestingService::afterwards>("afterwards", "(callback: Function)"),
         scriptOperation<&TestingService::runCommand>(
             "runCommand", "(identifier, handler, context: object, done: Function)"),
+        scriptOperation<&TestingService::startupCommands>("startupCommands"),
+        scriptOperation<&TestingService::suppliers>("suppliers"),
+        scriptOperation<&TestingService::supplyData>("supplyData", "(supplier, layers: object[], done: Function)"),
         scriptOperation<&TestingService::log>("log", "(): object[]"),
         scriptOperation<&TestingService::clearLog>("clearLog"),
         scriptOperation<&TestingService::openDocumentFile>("openDocumentFile", "(file)"),
@@ -197,6 +224,7 @@ const ScriptClass &TestingService::scriptClass() const
         scriptOperation<&TestingService::now>("now"),
         scriptOperation<&TestingService::advance>("advance", "(milliseconds, done: Function)"),
         scriptOperation<&TestingService::answer>("answer", "(answers: unknown[])"),
+        scriptOperation<&TestingService::cancelProgress>("cancelProgress"),
         scriptOperation<&TestingService::shown>("shown", "(): object[]"),
         scriptOperation<&TestingService::answerRequest>("answerRequest", "(url, answer: object)"),
         scriptOperation<&TestingService::requests>("requests", "(): object[]"),

@@ -48,6 +48,10 @@ private:
     // The plug-in
     void runCommand(
         const QString &identifier, const QString &handler, const QVariantMap &context, const QVariant &done);
+    /// The commands that register what the plug-in supplies.
+    QStringList startupCommands() const;
+    QStringList suppliers() const;
+    void supplyData(const QString &supplier, const QVariantList &layers, const QVariant &done);
     QVariantList log() const { return m_log; }
     void clearLog() { m_log.clear(); }
     // The document
@@ -62,6 +66,7 @@ private:
     double now() const;
     void advance(double milliseconds, const QVariant &done);
     void answer(const QVariantList &answers);
+    bool cancelProgress();
     QVariantList shown() const;
     void answerRequest(const QString &url, const QVariantMap &answer);
     QVariantList requests() const;
