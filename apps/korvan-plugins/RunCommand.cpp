@@ -8,6 +8,7 @@
 #include "document/DocumentFile.h"
 #include "platform/script/ScriptProfiler.h"
 #include "platform/script/ValueText.h"
+#include "validation/Suggestion.h"
 
 #include <QDateTime>
 #include <QFileInfo>
@@ -65,7 +66,8 @@ class Run
 {
 public:
     Run(const GlobalOptions &global, const RunOptions &options, Output &output)
-        : m_options(options)
+        : m_global(global)
+        , m_options(options)
         , m_output(output)
         , m_session(global)
         , m_log(std::make_shared<LogCollector>([this](const QVariantMap &entry, const QString &) { showEntry(entry); }))
@@ -96,8 +98,31 @@ private:
         if (specifier)
             m_command = m_session.manager().commandWithSpecifier(*specifier);
         else
-            m_output.error(QStringLiteral("There is no command \"%1\".").arg(*m_options.specifier));
+            m_output.error(QStringLiteral("There is no command \"%1\".").arg(*m_options.specifier) + knownCommands());
         return m_command != nullptr;
+    }
+
+    /// What the user may have meant.
+    QString knownCommands()
+    {
+        for (const auto &folder : m_global.folders.value_or(QStringList())) {
+            if (!QFileInfo(folder).isDir())
+                return QStringLiteral(" The folder \"%1\" does not exist.").arg(folder);
+        }
+        QStringList commands;
+        const auto plugins = m_session.manager().plugins();
+        for (auto plugin = plugins.begin(); plugin != plugins.end(); ++plugin) {
+            for (const auto &[identifier, command] : plugin.value()->commands())
+                commands.append(plugin.key() + u'/' + identifier);
+        }
+        if (const auto nearest = nearestName(*m_options.specifier, commands); !nearest.isEmpty())
+            return QStringLiteral(" Did you mean \"%1\"?").arg(nearest);
+        if (commands.isEmpty())
+            return QStringLiteral(" No plug-in here has any.");
+        constexpr qsizetype most = 10;
+        const auto shown = commands.mid(0, most).join(QStringLiteral(", "));
+        return QStringLiteral(" There are: %1%2.")
+            .arg(shown, commands.size() > most ? QStringLiteral(", …") : QString());
     }
 
     bool loadStandaloneScript()
@@ -207,6 +232,7 @@ private:
         m_output.document({{QStringLiteral("runs"), runs}});
     }
 
+    const GlobalOptions &m_global;
     const RunOptions &m_options;
     Output &m_output;
     PluginSession m_session;

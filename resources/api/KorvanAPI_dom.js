@@ -10,6 +10,7 @@ const { describe, article, suggestion, checkKeys, checkText, checkNumber } = req
 const { compileSelector } = require('./support/selector.js');
 const { LayerTable } = require('./support/layer-table.js');
 const { liveView } = require('./support/live-view.js');
+const { refuseUnknownNames } = require('./support/strict.js');
 
 const FRAME_KEYS = ['x', 'y', 'width', 'height'];
 const CREATE_KEYS = ['type', 'name', 'frame', 'style', 'text', 'image', 'children', 'index'];
@@ -64,9 +65,20 @@ function checkLayer(value, what) {
 function layersMeant(root, document, selector, most, caller) {
     if (typeof selector === 'function')
         return layersThat(selector, root, most);
-    const { keys, rowsIn } = compileSelector(checkText(selector, `What ${caller} looks for, a selector or a function,`));
+    const text = checkText(selector, `What ${caller} looks for, a selector or a function,`);
+    const { keys, types, rowsIn } = compileSelector(text);
+    checkTypes(document, types, text);
     const table = new LayerTable(host, root.hostObject, document?.hostObject, keys);
     return wrapAll(host.layersAt(rowsIn(table, table.first, most)));
+}
+
+function checkTypes(document, asked, selector) {
+    const types = asked.length > 0 ? document?.hostObject.layerTypes?.() : undefined;
+    const unknown = types === undefined ? undefined : asked.find((type) => !types.includes(type));
+    if (unknown !== undefined) {
+        throw new TypeError(`The selector "${selector}" asks for the type "${unknown}", which no layer has.`
+            + `${suggestion(unknown, types)} There are: ${types.join(', ')}.`);
+    }
 }
 
 function layersThat(isMeant, root, most) {
@@ -113,6 +125,8 @@ function checkStyleValue(key, value) {
         throw new TypeError(`The style's "${key}" has to be a text, a number or a boolean, but is ${describe(value)}. `
             + 'Delete the key to take it out of the style.');
     }
+    if (key === 'opacity' && !(typeof value === 'number' && value >= 0 && value <= 1))
+        throw new RangeError(`The style's "opacity" has to be a number from 0 to 1, but is ${describe(value)}.`);
 }
 
 function checkFrame(frame) {
@@ -408,6 +422,10 @@ class Layer {
         }
     }
 }
+
+const advice = ' Values of your own are kept with of() of "korvan/settings".';
+refuseUnknownNames(Document, 'document', advice);
+refuseUnknownNames(Layer, 'layer', advice);
 
 module.exports = {
     Document,

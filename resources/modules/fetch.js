@@ -11,7 +11,7 @@ function failure(url, reason) {
 function responseFrom(answer, request) {
     const isWithoutBody = [204, 205, 304].includes(answer.status) || request.method === 'HEAD';
     const response = new Response(isWithoutBody ? null : answer.body,
-        { status: answer.status, headers: fieldsOfServer(answer.headers) });
+        { status: answer.status, statusText: answer.statusText, headers: fieldsOfServer(answer.headers) });
     return received(response, answer.url, answer.url !== request.url.replace(/#.*$/, ''));
 }
 

@@ -153,6 +153,7 @@ async function perform(context, require) {
     if (test === undefined)
         throw new Error('The file has other tests each time it is loaded.');
     await runTest(test, context);
+    await new Promise((resolve) => { service.afterwards(resolve); });
     service.passed();
 }
 
@@ -170,6 +171,32 @@ function runCommand(identifier, { handler = 'run', context = {} } = {}) {
     });
 }
 
+// As the application does when it starts.
+async function registerSuppliers() {
+    for (const identifier of service.startupCommands())
+        await runCommand(identifier, { handler: 'Startup' });
+}
+
+async function supplyData(supplier, layers) {
+    const caller = new Error();
+    const { activeDocument, from } = require('korvan/dom');
+    const objects = (layers ?? activeDocument().layers).map((layer) => from(layer).hostObject);
+    if (service.suppliers().length === 0)
+        await registerSuppliers();
+    return new Promise((resolve, reject) => {
+        const fail = (reason) => {
+            caller.message = reason;
+            reject(caller);
+        };
+        try {
+            service.supplyData(String(supplier), objects,
+                (reason, values) => (reason === null ? resolve(values) : fail(reason)));
+        } catch (error) {
+            fail(error.message);
+        }
+    });
+}
+
 const clock = {
     now: () => service.now(),
     advance(milliseconds) {
@@ -181,6 +208,10 @@ const clock = {
 
 const user = {
     answer(...answers) { service.answer(answers); },
+    cancelProgress() {
+        if (!service.cancelProgress())
+            throw new Error('There is no progress that the user could cancel.');
+    },
     get shown() { return service.shown(); },
 };
 
@@ -196,7 +227,7 @@ const network = {
 };
 
 module.exports = {
-    ...globals, perform, runCommand, clock, user, network,
+    ...globals, perform, runCommand, supplyData, clock, user, network,
     openDocument: (document = {}) => {
         if (typeof document === 'string')
             service.openDocumentFile(document);

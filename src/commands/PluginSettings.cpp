@@ -112,7 +112,7 @@ std::optional<KRError> PluginSettings::setValues(const QVariantMap &changes)
     if (bytes.size() > largestSize) {
         return settingsError(
             QStringLiteral("The settings of a plug-in hold at most %1 bytes as JSON, which these would exceed. Keep "
-                           "larger things in files, and their paths in the settings.")
+                           "less of them: take out what is not needed any more, or what can be made anew.")
                 .arg(largestSize));
     }
     if (m_isUnreadable) {

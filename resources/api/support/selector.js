@@ -35,6 +35,7 @@ class Parser {
         this.text = text;
         this.position = 0;
         this.keys = new Set();
+        this.types = new Set();
     }
 
     fail(expected) {
@@ -74,6 +75,7 @@ class Parser {
             this.fail('">", ",", a step or the end');
         return {
             keys: [...this.keys],
+            types: [...this.types],
             // Which of the rows from `first` on are meant; no more of them than `most`.
             rowsIn(table, first, most) {
                 const tests = paths.map((path) => testOfPath(path, table));
@@ -107,8 +109,10 @@ class Parser {
         const start = this.position;
         if (!this.takeText('*')) {
             const type = this.take(WORD);
-            if (type !== undefined)
+            if (type !== undefined) {
+                this.types.add(type);
                 filters.push(this.reading('type', (actual) => actual === type));
+            }
         }
         for (;;) {
             if (this.takeText('#'))
@@ -146,7 +150,11 @@ class Parser {
         }
         this.skipSpace();
         const expected = this.parseValue();
-        this.closeCondition('"]"');
+        this.skipSpace();
+        if (!this.takeText(']')) {
+            const isQuoted = this.text.slice(0, this.position).match(/["']\s*$/) !== null;
+            this.fail(isQuoted ? '"]"' : '"]" or quotes around a value of several words');
+        }
         const compare = OPERATORS[operator];
         const number = Number(expected);
         return this.reading(key, (actual) => (actual === null ? operator === '!='
@@ -225,8 +233,8 @@ function rowsInside(isMeant, isChild, groups) {
 const compiled = new Map();
 
 /**
- * What a selector means: the `keys` of the columns that it looks at, and `rowsIn(table, first, most)`, the rows of the
- * layers that are meant. A table has `groups`, the row of the group around each layer, or -1, and answers for a key and
+ * What a selector means: the `keys` of the columns that it looks at, the `types` of layers that it names, and
+ * `rowsIn(table, first, most)`, the rows of the layers that are meant. A table has `groups`, the row of the group around each layer, or -1, and answers for a key and
  * a test of a value a `filter` of rows. What was asked for lately is kept.
  */
 function compileSelector(text) {

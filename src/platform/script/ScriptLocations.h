@@ -33,7 +33,8 @@ struct ScriptSource
 class ScriptLocations
 {
 public:
-    /// A folder that its files are named from. Files of no such folder are named by their whole path.
+    /// A folder that its files are named from, the innermost where there are several. Files of none are named by their
+    /// whole path.
     void addFolder(const QByteArray &path) { m_folders.insert(path); }
 
     /// What a source consists of, each time that it is evaluated.

@@ -114,7 +114,7 @@ QVariant ScriptSession::execute(const QString &source)
         noteSource(m_scriptURL, {0, m_sourceOffset, source, folderOfModules(), false});
         m_evaluatedTexts.append(source);
         JSValueRef exception = nullptr;
-        const auto result = evaluate(live, {source, m_scriptURL, {}, {}}, &exception);
+        const auto result = evaluate(live, {source, m_scriptURL, {}, {}, m_sourceOffset.trailing}, &exception);
         if (!exception)
             value = live.converter.toVariant(result, &exception);
         if (const auto error = takeError(live, exception)) {
@@ -153,6 +153,6 @@ JSValueRef ScriptSession::evaluate(Live &live, const Source &source, JSValueRef 
             return result;
     }
     if (JSValueIsObject(context.ref(), *exception))
-        addColumnToSyntaxError(context, text, sourceURL, *exception);
+        addColumnToSyntaxError(context, text, sourceURL, *exception, source.trailing);
     return result;
 }

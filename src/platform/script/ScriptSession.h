@@ -99,6 +99,8 @@ private:
         QString url;
         QString head;
         QString tail;
+        /// Characters behind the author's own text.
+        qsizetype trailing = 0;
     };
 
     /// Runs work that may run scripts; nothing when the session has ended. What it is handed stays valid while it runs,

@@ -122,7 +122,7 @@ JSValueRef ScriptSession::compileModule(const QString &file, JSValueRef *excepti
     const auto url = absoluteString(m_modules.url(file));
     m_locations.addFolder(m_modules.folder(file));
     noteSource(url, {int(moduleHead.size()), {}, std::nullopt, m_modules.folder(file), false});
-    return evaluate(*m_live, {source, url, moduleHead, moduleTail}, exception);
+    return evaluate(*m_live, {source, url, moduleHead, moduleTail, moduleTail.size()}, exception);
 }
 
 JSValueRef ScriptSession::readModule(const QString &file)
