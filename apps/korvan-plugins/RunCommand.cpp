@@ -6,13 +6,14 @@
 #include "PluginSession.h"
 #include "commands/KRPluginStandaloneScript.h"
 #include "document/DocumentFile.h"
+#include "platform/AtomicFile.h"
 #include "platform/script/ScriptProfiler.h"
 #include "platform/script/ValueText.h"
 #include "validation/Suggestion.h"
 
 #include <QDateTime>
+#include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <algorithm>
 
@@ -175,12 +176,12 @@ private:
     {
         if (!profiler)
             return true;
-        QSaveFile file(*m_options.profileFile);
-        const auto profile = profiler->profile();
-        if (file.open(QIODevice::WriteOnly) && file.write(profile) == profile.size() && file.commit())
-            return true;
-        m_output.error(QStringLiteral("Cannot write the profile \"%1\": %2").arg(file.fileName(), file.errorString()));
-        return false;
+        const auto &path = *m_options.profileFile;
+        const auto error = replaceFileAtomically(QFile::encodeName(path), profiler->profile());
+        if (error)
+            m_output.error(
+                QStringLiteral("Cannot write the profile \"%1\": %2").arg(path, error->localizedDescription));
+        return !error;
     }
 
     QList<CommandResult> runHandlers()

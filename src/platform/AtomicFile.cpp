@@ -9,11 +9,12 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
 
-KRError writingError(const QSaveFile &file)
+KRError writingError(const QFileDevice &file)
 {
     return {QStringLiteral("posix"), 0, file.errorString()};
 }
@@ -37,14 +38,36 @@ bool areSameFile(const QByteArray &first, const QByteArray &second)
     return std::filesystem::equivalent(first.toStdString(), second.toStdString(), ignored);
 }
 
+bool isDevice(const QByteArray &path)
+{
+    struct stat status
+    { };
+    return ::stat(path.constData(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
+}
+
+/// A pipe that nobody reads is an error, not a wait.
+std::optional<KRError> writeToDevice(const QByteArray &path, const QByteArray &bytes)
+{
+    const int descriptor = ::open(path.constData(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0)
+        return systemError(errno);
+    ::fcntl(descriptor, F_SETFL, ::fcntl(descriptor, F_GETFL) & ~O_NONBLOCK);
+    QFile file;
+    if (!file.open(descriptor, QIODevice::WriteOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle)) {
+        ::close(descriptor);
+        return writingError(file);
+    }
+    return file.write(bytes) == bytes.size() ? std::nullopt : std::optional(writingError(file));
+}
+
 } // namespace
 
-std::optional<KRError> writeFileAtomically(const QByteArray &path, const QByteArray &bytes)
+std::optional<KRError> replaceFileAtomically(const QByteArray &path, const QByteArray &bytes)
 {
     if (path.isEmpty() || path.contains('\0'))
         return systemError(EINVAL);
-    std::error_code ignored; // opening the file tells it better
-    std::filesystem::create_directories(pathWithoutLastComponent(path).toStdString(), ignored);
+    if (isDevice(path))
+        return writeToDevice(path, bytes);
     QSaveFile file(QFile::decodeName(path));
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush())
         return writingError(file);
@@ -55,6 +78,15 @@ std::optional<KRError> writeFileAtomically(const QByteArray &path, const QByteAr
         return error;
     }
     return file.commit() ? std::nullopt : std::optional(writingError(file));
+}
+
+std::optional<KRError> writeFileAtomically(const QByteArray &path, const QByteArray &bytes)
+{
+    if (!path.contains('\0')) {
+        std::error_code ignored; // opening the file tells it better
+        std::filesystem::create_directories(pathWithoutLastComponent(path).toStdString(), ignored);
+    }
+    return replaceFileAtomically(path, bytes);
 }
 
 std::optional<KRError> keepUnreadableFile(const QByteArray &path)
