@@ -63,6 +63,20 @@ Result<FolderLock> lockFolderOf(const QByteArray &path)
     return writingError(path, lock.error().localizedDescription);
 }
 
+/// Says where it is from now on: its plug-in goes on without what it kept.
+std::optional<KRError> putAsideUnreadableFile(const QByteArray &path)
+{
+    const auto kept = keepUnreadableFile(path);
+    if (!kept)
+        return writingError(path, kept.error().localizedDescription);
+    if (!kept.value().isEmpty()) {
+        LTAppEnvironment::current().systemLog(
+            QStringLiteral("The settings file \"%1\" cannot be read and is kept as \"%2\".")
+                .arg(QString::fromUtf8(path), QString::fromUtf8(kept.value())));
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 PluginSettings::PluginSettings(QString pluginIdentifier)
@@ -146,8 +160,8 @@ std::optional<KRError> PluginSettings::setValues(const QVariantMap &changes)
                 .arg(largestSize));
     }
     if (m_isUnreadable) {
-        if (const auto error = keepUnreadableFile(m_path))
-            return writingError(m_path, error->localizedDescription);
+        if (const auto error = putAsideUnreadableFile(m_path))
+            return error;
     }
     if (const auto error = replaceFileAtomically(m_path, bytes))
         return writingError(m_path, error->localizedDescription);
@@ -168,8 +182,8 @@ std::optional<KRError> PluginSettings::clear()
         return lock.error();
     refresh();
     if (m_isUnreadable) {
-        if (const auto error = keepUnreadableFile(m_path))
-            return writingError(m_path, error->localizedDescription);
+        if (const auto error = putAsideUnreadableFile(m_path))
+            return error;
     }
     if (m_source && ::unlink(m_path.constData()) != 0 && errno != ENOENT)
         return writingError(m_path, systemError(errno).localizedDescription);

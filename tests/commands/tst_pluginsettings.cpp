@@ -212,6 +212,7 @@ void tst_PluginSettings::unreadableFilesAreKeptAside()
     const auto path = QString::fromUtf8(PluginSettings::fileFor(plugin));
     write(path, content);
 
+    m_environment.systemLogLines.clear();
     PluginSettings settings(plugin);
     QCOMPARE(settings.values(), QVariantMap());
     QCOMPARE(filesIn(folder(m_environment)).size(), 1);
@@ -222,6 +223,8 @@ void tst_PluginSettings::unreadableFilesAreKeptAside()
     QCOMPARE(kept.readAll(), content);
     QCOMPARE(settings.setValues({{u"a"_s, 2LL}}), std::nullopt);
     QCOMPARE(filesIn(folder(m_environment)).size(), 2);
+    QCOMPARE(m_environment.systemLogLines,
+        QStringList(u"The settings file \"%1\" cannot be read and is kept as \"%1.unreadable\"."_s.arg(path)));
 }
 
 void tst_PluginSettings::twoProcessesKeepBothChanges()
