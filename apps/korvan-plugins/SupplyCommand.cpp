@@ -1,6 +1,7 @@
 #include "Commands.h"
 
 #include "LogCollector.h"
+#include "OutputFiles.h"
 #include "PluginSession.h"
 #include "TextTable.h"
 #include "Waiting.h"
@@ -52,7 +53,7 @@ public:
         if (!m_options.plugin)
             return list();
         const auto supplier = findSupplier();
-        if (!supplier || !loadDocument())
+        if (!supplier || !loadDocument() || !checkOutput())
             return ExitCode::Failed;
         const bool isDone = putIntoLayers(*supplier) && saveDocument();
         return isDone && !m_hasErrors ? ExitCode::Done : ExitCode::Failed;
@@ -170,6 +171,16 @@ private:
         else
             m_output.error(document.error());
         return m_document != nullptr;
+    }
+
+    bool checkOutput()
+    {
+        if (!m_options.dumpDocumentFile)
+            return true;
+        const auto error = refusalToWrite(QStringLiteral("document"), *m_options.dumpDocumentFile);
+        if (error)
+            m_output.error(*error);
+        return !error;
     }
 
     /// The selected layers of the kind, or all of them where none is selected.
