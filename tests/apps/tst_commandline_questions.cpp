@@ -105,6 +105,15 @@ void tst_CommandLine_Questions::answersComeFromTheInput_data()
         << QStringList{u"Ask: Colour"_s, u"  1. Red"_s, u"  2. Green"_s, u"A number or a text from the list [Green]:"_s,
                u"\"blue\" is not in the list."_s, u"Ask: Colour"_s, u"  1. Red"_s, u"  2. Green"_s,
                u"A number or a text from the list [Green]:"_s};
+    QTest::newRow("a choice that is the number of another one")
+        << QByteArray("print(await ui.askChoice({ title: 'Columns', choices: ['2', '1', '3'] }))") << QByteArray("1\n")
+        << QByteArray("1\n")
+        << QStringList{
+               u"Ask: Columns"_s, u"  1. 2"_s, u"  2. 1"_s, u"  3. 3"_s, u"A number or a text from the list [2]:"_s};
+    QTest::newRow("a button that differs from another one in its case")
+        << QByteArray("print(await ui.alert({ title: 'Sure?', buttons: ['OK', 'ok'] }))") << QByteArray("ok\n")
+        << QByteArray("ok\n")
+        << QStringList{u"Ask: Sure?"_s, u"  1. OK"_s, u"  2. ok"_s, u"A number or a text from the list [OK]:"_s};
     QTest::newRow("one question after another")
         << QByteArray("const [a, b] = await Promise.all([ui.askText('A'), ui.askText('B')]); "
                       "print(a + b + await ui.askText('C'))")
