@@ -223,7 +223,8 @@ private:
         for (qsizetype i = 0; i < std::min(layers.size(), values.size()); ++i) {
             const auto &layer = layers.at(i);
             const auto &value = values.at(i);
-            if (!value)
+            const bool isRemoved = !layer->document(); // while the plug-in was asked
+            if (!value || isRemoved)
                 continue;
             if (supplier.kind == DataSupplier::Kind::Text)
                 layer->setText(value);

@@ -41,6 +41,7 @@ private slots:
     void suppliersAreListed();
     void suppliersFillLayers();
     void suppliersFillSelectedLayersOnly();
+    void removedLayersAreNotFilled();
     void supplierProblems_data();
     void supplierProblems();
     void exampleOfCards();
@@ -255,6 +256,16 @@ void tst_CommandLine_Questions::suppliersFillSelectedLayersOnly()
     const auto finished = supply({u"com.example.data"_s, u"--document"_s, m_folder->filePath(u"in.json"_s)},
         "function onStartup() { require('korvan/data-supplier').register({ name: 'Cities', kind: 'text', "
         "supply: ({ layers }) => layers.map(() => 'x') }) }");
+    QCOMPARE(finished.output, QByteArray("B: x\n"));
+}
+
+void tst_CommandLine_Questions::removedLayersAreNotFilled()
+{
+    writeFile(m_folder->filePath(u"in.json"_s), document);
+    const auto finished = supply({u"com.example.data"_s, u"--document"_s, m_folder->filePath(u"in.json"_s)},
+        "function onStartup() { require('korvan/data-supplier').register({ name: 'Cities', kind: 'text', "
+        "supply({ layers }) { layers[0].remove(); return layers.map(() => 'x') } }) }");
+    QCOMPARE(finished.errors, QStringList());
     QCOMPARE(finished.output, QByteArray("B: x\n"));
 }
 
