@@ -65,7 +65,8 @@ private:
     void noteEntry(const QVariantMap &entry)
     {
         m_hasErrors = m_hasErrors || entry.value(QStringLiteral("level")).toString() == u"error";
-        printToStandardError(entry.value(QStringLiteral("stringValue")).toString());
+        m_latestText = entry.value(QStringLiteral("stringValue")).toString();
+        printToStandardError(m_latestText);
     }
 
     /// Runs what plug-ins with data do when the application starts, and waits for those that take their time.
@@ -209,7 +210,9 @@ private:
         }
         const auto &values = **answer;
         if (!values) {
-            m_output.error(values.error());
+            const bool isShownAlready = values.error().localizedDescription == m_latestText; // as its log
+            if (m_output.isJSON() || !isShownAlready)
+                m_output.error(values.error());
             return false;
         }
         apply(supplier, layers, values.value());
@@ -254,6 +257,7 @@ private:
     const SupplyOptions &m_options;
     Output &m_output;
     bool m_hasErrors = false;
+    QString m_latestText;
     PluginSession m_session;
     std::shared_ptr<LogCollector> m_log;
     std::shared_ptr<Document> m_document;
