@@ -3,6 +3,7 @@
 #include "CallTracer.h"
 #include "CommandRunner.h"
 #include "DocumentContext.h"
+#include "OutputFiles.h"
 #include "PluginSession.h"
 #include "commands/KRPluginStandaloneScript.h"
 #include "document/DocumentFile.h"
@@ -78,7 +79,7 @@ public:
 
     ExitCode perform()
     {
-        if (!findCommand() || !loadDocument())
+        if (!findCommand() || !loadDocument() || !checkOutputs())
             return ExitCode::Failed;
         const auto profiler = startProfiler();
         const auto results = runHandlers();
@@ -152,6 +153,38 @@ private:
         else
             m_output.error(document.error());
         return m_document != nullptr;
+    }
+
+    /// Before anything runs: its result would be lost, or something else.
+    bool checkOutputs()
+    {
+        const auto error = errorOfOutputs();
+        if (error)
+            m_output.error(*error);
+        return !error;
+    }
+
+    std::optional<KRError> errorOfOutputs() const
+    {
+        QList<NamedFile> files;
+        if (m_options.standaloneFile)
+            files.append({QStringLiteral("--standalone"), *m_options.standaloneFile});
+        if (m_options.dumpDocumentFile && m_document) {
+            const NamedFile dump{QStringLiteral("--dump-document"), *m_options.dumpDocumentFile};
+            if (auto error = clashOfOutput(dump, files))
+                return error;
+            if (auto error = refusalToWrite(QStringLiteral("document"), dump.path))
+                return error;
+            files.append(dump); // which may be the document that is read
+        }
+        if (m_options.documentFile)
+            files.append({QStringLiteral("--document"), *m_options.documentFile});
+        if (!m_options.profileFile)
+            return std::nullopt;
+        const NamedFile profile{QStringLiteral("--profile"), *m_options.profileFile};
+        if (auto error = clashOfOutput(profile, files))
+            return error;
+        return refusalToWrite(QStringLiteral("profile"), profile.path);
     }
 
     QVariantMap context() const

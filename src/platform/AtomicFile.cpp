@@ -89,15 +89,17 @@ std::optional<KRError> writeFileAtomically(const QByteArray &path, const QByteAr
     return replaceFileAtomically(path, bytes);
 }
 
-std::optional<KRError> keepUnreadableFile(const QByteArray &path)
+Result<QByteArray> keepUnreadableFile(const QByteArray &path)
 {
     constexpr int mostNames = 1000;
     auto name = path + ".unreadable";
     for (int number = 2; number <= mostNames; ++number) {
         const int failure = giveSecondName(path, name);
         const bool isKeptAlready = failure == EEXIST && areSameFile(path, name); // by a change that failed then
-        if (failure == 0 || failure == ENOENT || isKeptAlready)
-            return std::nullopt;
+        if (failure == ENOENT)
+            return QByteArray();
+        if (failure == 0 || isKeptAlready)
+            return name;
         if (failure != EEXIST)
             return systemError(failure);
         name = path + ".unreadable-" + QByteArray::number(number);

@@ -2,6 +2,7 @@
 
 #include "platform/Export.h"
 #include "platform/KRError.h"
+#include "platform/Result.h"
 
 #include <QByteArray>
 
@@ -17,5 +18,5 @@
 [[nodiscard]] std::optional<KRError> writeFileAtomically(const QByteArray &path, const QByteArray &bytes);
 
 /// Keeps the file beside itself, under its name with ".unreadable" (".unreadable-2" and so on) behind it, without
-/// reading it. Nil when it was kept or there is none.
-[[nodiscard]] std::optional<KRError> keepUnreadableFile(const QByteArray &path);
+/// reading it. Answers the path under which it is kept; empty when there is none.
+Result<QByteArray> keepUnreadableFile(const QByteArray &path);

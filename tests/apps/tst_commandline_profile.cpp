@@ -34,6 +34,9 @@ private slots:
     void profile();
     void profileOfAGeneratedScript();
     void profileThatCannotBeWritten();
+    void outputsAreCheckedBeforeTheRun_data();
+    void outputsAreCheckedBeforeTheRun();
+    void theDocumentMayBeSavedInPlace();
 
 private:
     Finished runCommand(const QStringList &more) const
@@ -113,6 +116,53 @@ void tst_CommandLine_Profile::profileThatCannotBeWritten()
     QCOMPARE(finished.exitCode, 1);
     QVERIFY(finished.json()[u"error"_s].toObject()[u"message"_s].toString().startsWith(
         u"Cannot write the profile \"missing/a.cpuprofile\": "_s));
+}
+
+void tst_CommandLine_Profile::outputsAreCheckedBeforeTheRun_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("message");
+
+    const QStringList document{u"--document"_s, u"doc.json"_s};
+    const auto clash = u"%1 and %2 name the same file, \"%3\". Name another one for %1."_s;
+    QTest::newRow("a profile in the document's place") << document + QStringList{u"--profile"_s, u"doc.json"_s}
+                                                       << clash.arg(u"--profile"_s, u"--document"_s, u"doc.json"_s);
+    QTest::newRow("the same, written differently")
+        << document + QStringList{u"--profile"_s, u"plugins/../doc.json"_s}
+        << clash.arg(u"--profile"_s, u"--document"_s, u"plugins/../doc.json"_s);
+    QTest::newRow("a profile in the place of the saved document")
+        << document + QStringList{u"--dump-document"_s, u"x"_s, u"--profile"_s, u"x"_s}
+        << clash.arg(u"--profile"_s, u"--dump-document"_s, u"x"_s);
+    QTest::newRow("a document where there is no folder")
+        << document + QStringList{u"--dump-document"_s, u"none/x"_s}
+        << u"Cannot write the document \"none/x\": The folder \"%1/none\" does not exist."_s;
+    QTest::newRow("a document in a folder's place")
+        << document + QStringList{u"--dump-document"_s, u"plugins"_s}
+        << u"Cannot write the document \"plugins\": There is a folder of that name."_s;
+    QTest::newRow("a profile where there is no folder") << QStringList{u"--profile"_s,
+        u"none/x"_s} << u"Cannot write the profile \"none/x\": The folder \"%1/none\" does not exist."_s;
+}
+
+void tst_CommandLine_Profile::outputsAreCheckedBeforeTheRun()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, message);
+    plugin(u"Burn"_s, manifest, "function onRun() { console.log('has run'); }");
+    writeFile(m_folder->filePath(u"doc.json"_s), R"({"layers": []})");
+    const auto finished = runCommand(arguments + QStringList{u"--json"_s});
+    QCOMPARE(finished.exitCode, 1);
+    QCOMPARE(finished.json()[u"error"_s].toObject()[u"message"_s].toString(),
+        message.contains(u"%1"_s) ? message.arg(QFileInfo(m_folder->path()).canonicalFilePath()) : message);
+    QVERIFY(!finished.json().contains(u"log"_s));
+    QCOMPARE(fileContent(m_folder->filePath(u"doc.json"_s)), QByteArray(R"({"layers": []})"));
+}
+
+void tst_CommandLine_Profile::theDocumentMayBeSavedInPlace()
+{
+    plugin(u"Burn"_s, manifest, "function onRun(context) { context.document.setName('Sun'); }");
+    writeFile(m_folder->filePath(u"doc.json"_s), R"({"layers": []})");
+    QCOMPARE(runCommand({u"--document"_s, u"doc.json"_s, u"--dump-document"_s, u"doc.json"_s}).exitCode, 0);
+    QVERIFY(fileContent(m_folder->filePath(u"doc.json"_s)).contains("Sun"));
 }
 
 QTEST_GUILESS_MAIN(tst_CommandLine_Profile)
