@@ -11,6 +11,7 @@ const { checkImagePlace } = require('./support/image-place.js');
 const { compileSelector } = require('./support/selector.js');
 const { LayerTable } = require('./support/layer-table.js');
 const { liveView } = require('./support/live-view.js');
+const { inspectable, inspectableAs } = require('../modules/support/inspectable.js');
 const named = require('../modules/support/names.js');
 const { refuseUnknownNames } = require('./support/strict.js');
 
@@ -443,6 +444,9 @@ class Layer {
         }
     }
 }
+
+inspectable(Document, ['name', 'children']);
+inspectableAs(Layer, (layer, inspect) => inspect(layer.isRemoved ? { isRemoved: true } : layer.toJSON()));
 
 const advice = ' Values of your own are kept with of() of "korvan/settings".';
 refuseUnknownNames(Document, 'document', advice);

@@ -5,6 +5,7 @@
 
 const host = require('host:user-interface');
 const { describe, checkKeys, checkText, checkNumber, checkFunction } = require('./support/describe.js');
+const { inspectable } = require('../modules/support/inspectable.js');
 const { refuseUnknownNames } = require('./support/strict.js');
 
 const STYLES = ['information', 'warning', 'critical'];
@@ -93,6 +94,7 @@ class Progress {
     get [Symbol.toStringTag]() { return 'Progress'; }
 }
 
+inspectable(Progress, ['text', 'value', 'total', 'isCancelled']);
 refuseUnknownNames(Progress, 'progress');
 
 function progress(options) {

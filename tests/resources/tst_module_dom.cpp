@@ -169,6 +169,11 @@ void tst_Module_Dom::objects_data()
     QTest::newRow("an id is looked for where it is asked") << QByteArray(
         "show(byID('g').find('#r') === byID('r'), byID('h').find('#t'), byID('g').find('#g'), "
         "document.findAll('#none').length)") << u"true null null 0"_s;
+    QTest::newRow("inspected")
+        << QByteArray("const { inspect } = require('util'); show(inspect(byID('r'), { breakLength: Infinity })); "
+                      "show(inspect(document, { depth: 0 }));")
+        << u"Layer { id: 'r', type: 'rectangle', name: '007', frame: { height: 0, width: 7, x: 0, y: 0 }, style: {} }\n"
+           "Document { name: 'Sample', children: [Array] }"_s;
     QTest::newRow("iterating") << QByteArray(
         "let n = ''; for (const l of document) n += l.id; for (const l of byID('g')) n += l.id; "
         "show(n)") << u"agthriothri"_s;
