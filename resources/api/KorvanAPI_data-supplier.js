@@ -6,6 +6,7 @@
 
 const host = require('host:data-supplier');
 const { describe, checkKeys, checkText, checkFunction } = require('./support/describe.js');
+const { checkImagePlace } = require('./support/image-place.js');
 
 const KINDS = ['text', 'image'];
 
@@ -17,19 +18,18 @@ function textOf(value, where) {
     }
 }
 
-function imageOf(value, where) {
-    if (typeof value !== 'string')
-        throw new TypeError(`${where} is ${describe(value)}, but has to be the path or URL of an image.`);
-    if (!/^(?:\/|file:|https?:|data:image\/)/.test(value)) {
-        throw new TypeError(`${where} is ${describe(value)}, but has to be a whole path or a URL. Files of the plug-in `
-            + "are at `${__dirname}/…`.");
+// What is told of an error, which may be anything that was thrown.
+function textOfError(error) {
+    try {
+        return error instanceof Error ? `${error.name}: ${error.message}` : String(error);
+    } catch {
+        return 'it has thrown something that is no error and has no text.';
     }
-    return value;
 }
 
 /** One value, or null, for each layer, from what a supplier has answered. */
 function valuesFor(layers, answer, kind, name) {
-    const convert = kind === 'text' ? textOf : imageOf;
+    const convert = kind === 'text' ? textOf : checkImagePlace;
     const named = (value, what) => (value === null || value === undefined ? null
         : convert(value, `The ${what} that the supplier "${name}" has answered`));
     if (Array.isArray(answer)) {
@@ -68,7 +68,7 @@ function register(options) {
             const layers = Object.freeze(objects.map(from));
             answer(valuesFor(layers, await supply({ layers, count: layers.length }), kind, name), null);
         } catch (error) {
-            answer(null, error instanceof Error ? `${error.name}: ${error.message}` : String(error));
+            answer(null, textOfError(error));
         }
     });
 }

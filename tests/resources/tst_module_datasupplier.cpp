@@ -106,7 +106,8 @@ void tst_Module_DataSupplier::values_data()
         failed
             + u"TypeError: The value 0 that the supplier \"Cities\" has answered is the text \"a.png\", but has to be "
               u"a "
-              "whole path or a URL. Files of the plug-in are at `${__dirname}/…`."_s);
+              "whole path or a URL. That of an image in the plug-in's Resources is "
+              "context.plugin.urlForResourceNamed('NAME')."_s);
     row("too many", "text", "() => ['x', 'y', 'z', 'more']",
         failed + u"RangeError: The supplier \"Cities\" has answered 4 values for 3 layers."_s);
     row("no values", "text", "() => 5",
@@ -120,6 +121,8 @@ void tst_Module_DataSupplier::values_data()
               u"a "
               "number."_s);
     row("thrown", "text", "() => { throw new Error('no network'); }", failed + u"Error: no network"_s);
+    row("thrown without a text", "text", "() => { throw { toString() { throw new Error('no'); } }; }",
+        failed + u"it has thrown something that is no error and has no text."_s);
     row("rejected", "text", "() => Promise.reject('no network')", failed + u"no network"_s);
 }
 

@@ -25,7 +25,7 @@ QByteArray outputOf(const QString &program, const QStringList &arguments)
 {
     const QTemporaryDir folder;
     const auto output = folder.filePath(u"output"_s);
-    ChildProcess({program, arguments, folder.path(), output}).waitForEnd();
+    ChildProcess({program, arguments, folder.path(), output, {}}).waitForEnd();
     return readFile(output.toUtf8(), 1024 * 1024).value();
 }
 
