@@ -1,6 +1,6 @@
 #pragma once
 
-#include "LogCollector.h"
+#include "hosting/LogCollector.h"
 #include "commands/KRPluginCommand.h"
 #include "manager/KRPluginManager.h"
 

@@ -1,6 +1,6 @@
 #include "DemoUpdate.h"
 
-#include "FolderCopy.h"
+#include "hosting/FolderCopy.h"
 #include "PluginArchive.h"
 #include "UpdateDownloads.h"
 

@@ -1,7 +1,7 @@
 #include "PluginTemplate.h"
 
-#include "Examples.h"
-#include "FolderCopy.h"
+#include "hosting/Examples.h"
+#include "hosting/FolderCopy.h"
 #include "platform/JSONText.h"
 
 #include <QDir>

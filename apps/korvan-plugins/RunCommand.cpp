@@ -1,7 +1,7 @@
 #include "Commands.h"
 
 #include "CommandRunner.h"
-#include "DocumentContext.h"
+#include "document/DocumentContext.h"
 #include "PluginSession.h"
 #include "commands/KRPluginStandaloneScript.h"
 #include "document/DocumentFile.h"

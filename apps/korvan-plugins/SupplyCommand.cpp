@@ -1,6 +1,6 @@
 #include "Commands.h"
 
-#include "LogCollector.h"
+#include "hosting/LogCollector.h"
 #include "PluginSession.h"
 #include "TextTable.h"
 #include "Waiting.h"

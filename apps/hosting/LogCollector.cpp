@@ -1,4 +1,4 @@
-#include "LogCollector.h"
+#include "hosting/LogCollector.h"
 
 #include <utility>
 

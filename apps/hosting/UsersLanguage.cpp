@@ -1,4 +1,4 @@
-#include "UsersLanguage.h"
+#include "hosting/UsersLanguage.h"
 
 #include "localization/KorvanPluginManagerTranslator.h"
 

@@ -1,4 +1,4 @@
-#include "Examples.h"
+#include "hosting/Examples.h"
 
 #include <QCoreApplication>
 #include <QDir>

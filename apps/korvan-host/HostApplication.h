@@ -1,0 +1,53 @@
+#pragma once
+
+#include "HostOptions.h"
+#include "platform/OpenDocuments.h"
+#include "plugins/PluginSystem.h"
+#include "plugins/ToolWindows.h"
+#include "windows/DocumentWindow.h"
+#include "windows/RecentFiles.h"
+
+#include <QObject>
+
+/// The program: its plug-ins, and the windows of its documents. There is one.
+class HostApplication final : public QObject, private OpenDocuments
+{
+    Q_OBJECT
+
+public:
+    explicit HostApplication(const HostOptions &options);
+    ~HostApplication() override;
+
+    /// Loads the plug-ins, after asking about safe mode where an earlier start has failed, and opens the documents of
+    /// the options, or a new one.
+    void start();
+    /// Closes all windows, as far as the user lets them close, and then ends the event loop.
+    void quit();
+
+    DocumentWindow *newDocument();
+    /// Null when it cannot be read; that was said to the user. A document that is open already only comes to the front.
+    DocumentWindow *openDocument(const QString &path);
+    /// In the order in which they were opened.
+    const QList<DocumentWindow *> &windows() const { return m_windows; }
+
+    PluginSystem &plugins() { return m_plugins; }
+    ToolWindows &toolWindows() { return m_toolWindows; }
+
+private:
+    QList<ScriptObjectPointer> documents() const override;
+    ScriptObjectPointer activeDocument() const override;
+
+    PluginSystem::Enabling chooseEnabling();
+    void openDocuments(QStringList paths);
+    DocumentWindow *show(std::shared_ptr<DocumentSession> session);
+    void activate(DocumentWindow *window);
+    void forget(DocumentWindow *window);
+
+    HostOptions m_options;
+    PluginSystem m_plugins;
+    RecentFiles m_recentFiles;
+    ToolWindows m_toolWindows;
+    QList<DocumentWindow *> m_windows;
+    /// Null while there is no window.
+    DocumentWindow *m_active = nullptr;
+};

@@ -1,0 +1,62 @@
+#include "HostOptions.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+
+namespace {
+
+std::optional<QString> valueIfSet(const QCommandLineParser &parser, const QCommandLineOption &option)
+{
+    return parser.isSet(option) ? std::optional(parser.value(option)) : std::nullopt;
+}
+
+QString translate(const char *text)
+{
+    return QCoreApplication::translate("HostOptions", text);
+}
+
+} // namespace
+
+HostOptions parseHostOptions(const QCoreApplication &application)
+{
+    const QCommandLineOption folder(QStringLiteral("folder"),
+        translate("A plug-in folder; may be repeated, replaces the usual ones."), QStringLiteral("DIR"));
+    const QCommandLineOption support({QStringLiteral("support-dir"), QStringLiteral("support-folder")},
+        translate("The application's support folder."), QStringLiteral("DIR"));
+    const QCommandLineOption defaults(
+        QStringLiteral("defaults"), translate("The file of the user's settings."), QStringLiteral("FILE"));
+    const QCommandLineOption resources(
+        QStringLiteral("resources"), translate("The application's resources."), QStringLiteral("DIR"));
+    const QCommandLineOption version(
+        QStringLiteral("host-version"), translate("The application's version."), QStringLiteral("VERSION"));
+    const QCommandLineOption blocklist(QStringLiteral("blocklist-url"),
+        translate("Where the vendor's list is fetched, up to the host's name."), QStringLiteral("URL"));
+    const QCommandLineOption safeMode(QStringLiteral("safe-mode"), translate("Load every plug-in disabled."));
+    const QCommandLineOption appearance(
+        QStringLiteral("appearance"), translate("system, light or dark."), QStringLiteral("NAME"));
+    QCommandLineOption screenshots(QStringLiteral("screenshots"), QString(), QStringLiteral("DIR"));
+    screenshots.setFlags(QCommandLineOption::HiddenFromHelp);
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(translate("The reference host of KorvanPluginManager."));
+    parser.addOptions(
+        {folder, support, defaults, resources, version, blocklist, safeMode, appearance, screenshots});
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.addPositionalArgument(QStringLiteral("files"), translate("Documents to open."), QStringLiteral("[FILE…]"));
+    parser.process(application);
+
+    HostOptions options;
+    if (parser.isSet(folder))
+        options.folders = parser.values(folder);
+    options.supportFolder = valueIfSet(parser, support);
+    options.defaultsFile = valueIfSet(parser, defaults);
+    options.resourcesFolder = valueIfSet(parser, resources);
+    options.hostVersion = valueIfSet(parser, version);
+    options.blocklistURL = valueIfSet(parser, blocklist);
+    options.safeMode = parser.isSet(safeMode);
+    options.appearance = valueIfSet(parser, appearance);
+    options.screenshotFolder = valueIfSet(parser, screenshots);
+    options.files = parser.positionalArguments();
+    return options;
+}

@@ -1,0 +1,10 @@
+#include "plugins/HostLog.h"
+
+HostLog::HostLog()
+    : m_action(std::make_shared<LogCollector>([this](const QVariantMap &entry) {
+        m_action->takeEntries(); // who wants them later keeps them
+        emit logged(entry);
+    }))
+{ }
+
+HostLog::~HostLog() = default;

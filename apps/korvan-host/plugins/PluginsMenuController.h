@@ -1,0 +1,39 @@
+#pragma once
+
+#include "plugins/PluginSystem.h"
+#include "widgets/MenuMirror.h"
+
+#include <QObject>
+
+#include <functional>
+
+class QAction;
+class QMenu;
+struct MenuItem;
+
+/// The plug-ins' commands in a menu of a window, kept up to date, and what choosing one does.
+class PluginsMenuController final : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// What handlers get of the window: its document and what is selected in it.
+    using ContextProvider = std::function<QVariantMap()>;
+
+    /// The items come behind those that the menu has already; others may be added behind them.
+    PluginsMenuController(PluginSystem &plugins, QMenu &menu, ContextProvider context);
+    ~PluginsMenuController() override;
+
+signals:
+    /// A command is about to run.
+    void commandChosen();
+
+private:
+    void fill();
+    void run(const MenuItem &item);
+
+    PluginSystem &m_plugins;
+    MenuMirror m_mirror;
+    QAction *m_nothing; // the menu's
+    ContextProvider m_context;
+};

@@ -1,0 +1,153 @@
+#include "windows/DocumentWindow.h"
+
+#include "document/DocumentContext.h"
+#include "editing/LayerCommands.h"
+#include "windows/DocumentMenus.h"
+#include "windows/DroppedFiles.h"
+
+#include <QCloseEvent>
+#include <QDockWidget>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QMimeData>
+#include <QStatusBar>
+#include <QUrl>
+
+DocumentWindow::DocumentWindow(std::shared_ptr<DocumentSession> session, const WindowServices &services)
+    : m_session(std::move(session))
+    , m_services(services)
+    , m_files(*this, m_session, services.plugins.actions())
+    , m_watch(services.plugins.actions(), m_session->document())
+    , m_canvas(new CanvasView(m_session->document(), m_session->undo()))
+    , m_layers(new LayersPanel(m_session->document()))
+    , m_inspector(new Inspector(m_session->document()))
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+    setAcceptDrops(true);
+    m_canvas->setAcceptDrops(false); // files go to the window
+    setCentralWidget(m_canvas);
+    addPanel(tr("Layers"), QStringLiteral("LayersPanel"), m_layers, Qt::LeftDockWidgetArea);
+    addPanel(tr("Inspector"), QStringLiteral("InspectorPanel"), m_inspector, Qt::RightDockWidgetArea);
+    resizeDocks(m_panels, {240, 270}, Qt::Horizontal);
+    statusBar()->setSizeGripEnabled(false);
+    m_menus = std::make_unique<DocumentMenus>(*this);
+    resize(1180, 760);
+    connectCanvas();
+    connectLog();
+    connect(&m_session->undo(), &QUndoStack::cleanChanged, this, &DocumentWindow::showTitle);
+    connect(&m_files, &DocumentFiles::saved, this, [this](const QString &path) {
+        m_services.recentFiles.add(path);
+        showTitle();
+    });
+    showTitle();
+}
+
+DocumentWindow::~DocumentWindow() = default;
+
+QDockWidget *DocumentWindow::addPanel(
+    const QString &title, const QString &name, QWidget *content, Qt::DockWidgetArea area)
+{
+    auto *const dock = new QDockWidget(title, this);
+    dock->setObjectName(name);
+    dock->setWidget(content);
+    dock->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetClosable);
+    addDockWidget(area, dock);
+    m_panels.append(dock);
+    return dock;
+}
+
+void DocumentWindow::connectCanvas()
+{
+    auto &interaction = m_canvas->interaction();
+    connect(&interaction, &CanvasInteraction::textEditRequested, m_inspector, &Inspector::editText);
+    connect(&interaction, &CanvasInteraction::dragStarted, this, [this](const QString &action) {
+        m_watch.hold();
+        m_services.plugins.actions().tell(action + QStringLiteral(".begin"), commandContext());
+    });
+    connect(&interaction, &CanvasInteraction::dragFinished, this, [this](const QString &action) {
+        m_services.plugins.actions().tell(action + QStringLiteral(".finish"), commandContext());
+        m_watch.release();
+    });
+}
+
+/// What commands say last, until there is a console to read all of it.
+void DocumentWindow::connectLog()
+{
+    connect(&m_services.plugins.log(), &HostLog::logged, this, [this](const QVariantMap &entry) {
+        const auto text = entry.value(QStringLiteral("stringValue")).toString();
+        statusBar()->showMessage(text.section(u'\n', 0, 0), 15000);
+    });
+}
+
+void DocumentWindow::showTitle()
+{
+    setWindowTitle(m_session->title() + QStringLiteral("[*]"));
+    setWindowModified(m_session->isModified());
+    setWindowFilePath(m_session->path());
+}
+
+QVariantMap DocumentWindow::commandContext() const
+{
+    return contextWithDocument({}, document());
+}
+
+void DocumentWindow::commitEdits()
+{
+    auto *const focus = focusWidget();
+    if (!focus || focus == m_canvas)
+        return;
+    focus->clearFocus();
+    focus->setFocus();
+}
+
+void DocumentWindow::installPlugins(const QStringList &paths)
+{
+    for (const auto &path : paths) {
+        const auto error = m_services.plugins.installer().install(path);
+        if (error)
+            showError(this, tr("“%1” was not installed.").arg(QFileInfo(path).fileName()), *error);
+        else
+            statusBar()->showMessage(tr("“%1” is installed.").arg(QFileInfo(path).completeBaseName()), 5000);
+    }
+}
+
+void DocumentWindow::closeEvent(QCloseEvent *event)
+{
+    commitEdits();
+    if (!m_files.mayClose())
+        return event->ignore();
+    auto &actions = m_services.plugins.actions();
+    actions.tellAndWait(QStringLiteral("CloseDocument.begin"), commandContext());
+    emit aboutToClose();
+    event->accept();
+    actions.tell(QStringLiteral("CloseDocument.finish"),
+        {{QStringLiteral("name"), document()->name()}, {QStringLiteral("path"), m_session->path()}});
+}
+
+void DocumentWindow::changeEvent(QEvent *event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow())
+        emit activated();
+}
+
+void DocumentWindow::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (!droppedFiles(*event->mimeData(), m_services.plugins.installer()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void DocumentWindow::dropEvent(QDropEvent *event)
+{
+    const auto files = droppedFiles(*event->mimeData(), m_services.plugins.installer());
+    event->acceptProposedAction();
+    const auto place = m_canvas->mapToScene(m_canvas->mapFrom(this, event->position().toPoint()));
+    for (const auto &image : files.images) {
+        insertLayer(*document(), QStringLiteral("image"), place,
+            {{QStringLiteral("name"), QFileInfo(image).completeBaseName()},
+                {QStringLiteral("image"), QUrl::fromLocalFile(image).toString()}});
+    }
+    installPlugins(files.plugins);
+    if (!files.documents.isEmpty())
+        emit openRequested(files.documents);
+}
