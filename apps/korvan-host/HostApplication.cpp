@@ -42,8 +42,9 @@ PluginSystem::Enabling HostApplication::chooseEnabling()
     if (!m_plugins.hasFailedToLoad())
         return PluginSystem::Enabling::AsUsual;
     QMessageBox box(QMessageBox::Question, {}, tr("Start without plug-ins?"));
-    box.setInformativeText(tr("Korvan has ended unexpectedly while plug-ins were loading the last time. In safe mode no "
-                              "plug-in is enabled, so that you can find and disable the one that is to blame."));
+    box.setInformativeText(
+        tr("Korvan has ended unexpectedly while plug-ins were loading the last time. In safe mode no "
+           "plug-in is enabled, so that you can find and disable the one that is to blame."));
     auto *const safe = box.addButton(tr("Safe Mode"), QMessageBox::AcceptRole);
     box.addButton(tr("Load Plug-ins"), QMessageBox::RejectRole);
     box.setDefaultButton(safe);

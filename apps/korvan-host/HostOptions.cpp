@@ -39,8 +39,7 @@ HostOptions parseHostOptions(const QCoreApplication &application)
 
     QCommandLineParser parser;
     parser.setApplicationDescription(translate("The reference host of KorvanPluginManager."));
-    parser.addOptions(
-        {folder, support, defaults, resources, version, blocklist, safeMode, appearance, screenshots});
+    parser.addOptions({folder, support, defaults, resources, version, blocklist, safeMode, appearance, screenshots});
     parser.addHelpOption();
     parser.addVersionOption();
     parser.addPositionalArgument(QStringLiteral("files"), translate("Documents to open."), QStringLiteral("[FILE…]"));

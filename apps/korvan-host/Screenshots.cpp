@@ -91,6 +91,7 @@ int writeScreenshots(const HostOptions &options)
     }
     applyAppearance(Appearance::Light);
     settle();
-    isComplete &= save(withPluginsMenu(window, QStringLiteral("Card Deck")), folder, QStringLiteral("host-plugins-menu"));
+    isComplete &=
+        save(withPluginsMenu(window, QStringLiteral("Card Deck")), folder, QStringLiteral("host-plugins-menu"));
     return isComplete ? 0 : 1;
 }

@@ -1,8 +1,8 @@
 #include "DemoUpdate.h"
 
-#include "hosting/FolderCopy.h"
 #include "PluginArchive.h"
 #include "UpdateDownloads.h"
+#include "hosting/FolderCopy.h"
 
 #include <QFile>
 #include <QJsonDocument>

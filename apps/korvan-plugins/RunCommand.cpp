@@ -1,9 +1,9 @@
 #include "Commands.h"
 
 #include "CommandRunner.h"
-#include "document/DocumentContext.h"
 #include "PluginSession.h"
 #include "commands/KRPluginStandaloneScript.h"
+#include "document/DocumentContext.h"
 #include "document/DocumentFile.h"
 #include "platform/script/ValueText.h"
 

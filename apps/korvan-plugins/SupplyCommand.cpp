@@ -1,11 +1,11 @@
 #include "Commands.h"
 
-#include "hosting/LogCollector.h"
 #include "PluginSession.h"
 #include "TextTable.h"
 #include "Waiting.h"
 #include "commands/DataSuppliers.h"
 #include "document/DocumentFile.h"
+#include "hosting/LogCollector.h"
 
 #include <QDeadlineTimer>
 #include <QTimer>

@@ -36,8 +36,8 @@ void MoveDrag::cancel()
     m_frames.applyOffset({});
 }
 
-ResizeDrag::ResizeDrag(Document &document, const QList<LayerPointer> &layers, const QRectF &bounds,
-    ResizeHandle handle, QPointF start)
+ResizeDrag::ResizeDrag(
+    Document &document, const QList<LayerPointer> &layers, const QRectF &bounds, ResizeHandle handle, QPointF start)
     : m_step(document, translate("Resize"))
     , m_frames(layers)
     , m_bounds(bounds)
@@ -58,8 +58,7 @@ void ResizeDrag::cancel()
     m_frames.applyOffset({});
 }
 
-SelectDrag::SelectDrag(
-    CanvasScene &scene, const LayerPointer &group, QPointF start, Qt::KeyboardModifiers modifiers)
+SelectDrag::SelectDrag(CanvasScene &scene, const LayerPointer &group, QPointF start, Qt::KeyboardModifiers modifiers)
     : m_scene(scene)
     , m_group(group)
     , m_start(start)

@@ -70,13 +70,12 @@ void CanvasInteraction::startDrag()
     m_undoIndex = m_undo.index();
     const auto selected = document().selection();
     if (m_press->handle) {
-        m_drag = std::make_unique<ResizeDrag>(
-            document(), selected, m_frame.bounds(), *m_press->handle, m_press->position);
+        m_drag =
+            std::make_unique<ResizeDrag>(document(), selected, m_frame.bounds(), *m_press->handle, m_press->position);
     } else if (m_press->layer && !selected.isEmpty()) {
         m_drag = std::make_unique<MoveDrag>(document(), selected, m_press->position);
     } else {
-        m_drag = std::make_unique<SelectDrag>(
-            m_scene, m_enteredGroup.lock(), m_press->position, m_press->modifiers);
+        m_drag = std::make_unique<SelectDrag>(m_scene, m_enteredGroup.lock(), m_press->position, m_press->modifiers);
     }
     if (const auto action = m_drag->action(); !action.isEmpty())
         emit dragStarted(action);

@@ -155,7 +155,8 @@ bool CanvasView::viewportEvent(QEvent *event)
         return true;
     }
     if (event->type() == QEvent::Gesture) {
-        auto *const pinch = static_cast<QPinchGesture *>(static_cast<QGestureEvent *>(event)->gesture(Qt::PinchGesture));
+        auto *const pinch =
+            static_cast<QPinchGesture *>(static_cast<QGestureEvent *>(event)->gesture(Qt::PinchGesture));
         if (pinch)
             setZoom(zoom() * pinch->scaleFactor(), viewport()->mapFromGlobal(pinch->centerPoint()));
         return true;

@@ -1,10 +1,10 @@
 #include "canvas/ImageStore.h"
 
-#include <QBuffer>
+#include "platform/KRImageData.h"
+
 #include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
-#include <QImageReader>
 #include <QUrl>
 
 namespace {
@@ -13,13 +13,6 @@ constexpr qsizetype largestStore = 128 * 1024; // in units of 1,024 bytes
 constexpr qint64 largestFile = 64 * 1024 * 1024;
 /// In pixels a side: what is larger is shown smaller.
 constexpr int largestSide = 2048;
-
-/// The plugin may name anything: formats that are programs of a kind (SVG, PDF) are left out.
-bool isPlainFormat(const QByteArray &format)
-{
-    static const QList<QByteArray> formats{"png", "jpeg", "jpg", "gif", "bmp", "webp"};
-    return formats.contains(format.toLower());
-}
 
 QByteArray dataOf(const QUrl &url)
 {
@@ -37,16 +30,11 @@ QByteArray dataOf(const QUrl &url)
 
 QImage read(const QString &text)
 {
-    auto data = dataOf(QUrl(text));
-    QBuffer buffer(&data);
-    QImageReader reader(&buffer);
-    reader.setAutoTransform(true);
-    if (!isPlainFormat(reader.format()))
-        return {};
-    const auto size = reader.size();
-    if (size.width() > largestSide || size.height() > largestSide)
-        reader.setScaledSize(size.scaled(largestSide, largestSide, Qt::KeepAspectRatio));
-    return reader.read().convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    auto image = KRImageData(dataOf(QUrl(text))).image();
+    image.setDevicePixelRatio(1);
+    if (image.width() > largestSide || image.height() > largestSide)
+        image = image.scaled(largestSide, largestSide, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    return image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
 }
 
 QString keyOf(const QString &text)

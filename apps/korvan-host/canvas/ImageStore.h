@@ -4,8 +4,8 @@
 #include <QImage>
 #include <QString>
 
-/// The pictures of image layers by their URLs, read once: files of this computer and data URLs, in the formats of
-/// photographs and screens. Anything else, and what is too large, has no picture. Main thread only.
+/// The pictures of image layers by their URLs, read once: files of this computer and data URLs. Anything else, and what
+/// is too large, has no picture. Main thread only.
 class ImageStore
 {
 public:

@@ -44,5 +44,6 @@ QPainterPath LayerItem::shape() const
 
 void LayerItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *)
 {
-    m_painter.paint(*painter, QStyleOptionGraphicsItem::levelOfDetailFromTransform(painter->worldTransform()), m_opacity);
+    m_painter.paint(
+        *painter, QStyleOptionGraphicsItem::levelOfDetailFromTransform(painter->worldTransform()), m_opacity);
 }

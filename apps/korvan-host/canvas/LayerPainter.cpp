@@ -88,7 +88,8 @@ void LayerPainter::paintImage(QPainter &painter, double scale)
     const QRectF rect({}, m_appearance.frame.size());
     // As much of the picture as fills the frame without being bent.
     const auto shown = rect.size().scaled(m_image->size(), Qt::KeepAspectRatio);
-    const QRectF source(QPointF((m_image->width() - shown.width()) / 2, (m_image->height() - shown.height()) / 2), shown);
+    const QRectF source(
+        QPointF((m_image->width() - shown.width()) / 2, (m_image->height() - shown.height()) / 2), shown);
     const auto radius = m_appearance.cornerRadius;
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     if (radius * scale < smallestRounding)

@@ -42,8 +42,8 @@ void TextBlock::drawAsBars(QPainter &painter, const QColor &colour) const
     faint.setAlphaF(colour.alphaF() * 0.6F);
     for (int index = 0; index < m_layout.lineCount(); ++index) {
         const auto line = m_layout.lineAt(index).naturalTextRect();
-        const auto bar = QRectF(line.x(), line.center().y() - line.height() * thickness / 2, line.width(),
-            line.height() * thickness);
+        const auto bar = QRectF(
+            line.x(), line.center().y() - line.height() * thickness / 2, line.width(), line.height() * thickness);
         painter.fillRect(bar & QRectF({}, m_size), faint);
     }
 }

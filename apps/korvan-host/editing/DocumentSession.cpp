@@ -6,9 +6,9 @@
 #include <QFileInfo>
 
 DocumentSession::DocumentSession()
-    : DocumentSession(std::make_shared<Document>(QVariantMap{{QStringLiteral("name"),
-                          QCoreApplication::translate("DocumentSession", "Untitled")}}),
-          {})
+    : DocumentSession(std::make_shared<Document>(QVariantMap{
+                          {QStringLiteral("name"), QCoreApplication::translate("DocumentSession", "Untitled")}}),
+        {})
 { }
 
 DocumentSession::DocumentSession(std::shared_ptr<Document> document, const QString &path)

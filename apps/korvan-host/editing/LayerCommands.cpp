@@ -51,8 +51,7 @@ QVariantMap usualValues(const QString &type, QPointF centre)
         values.insert(QStringLiteral("style"),
             QVariantMap{{QStringLiteral("fill"), QStringLiteral("#1C1C1E")}, {QStringLiteral("fontSize"), 18}});
     } else if (type != u"image") {
-        values.insert(
-            QStringLiteral("style"), QVariantMap{{QStringLiteral("fill"), QStringLiteral("#C9D3E8")}});
+        values.insert(QStringLiteral("style"), QVariantMap{{QStringLiteral("fill"), QStringLiteral("#C9D3E8")}});
     }
     return values;
 }
@@ -132,8 +131,8 @@ void groupSelection(Document &document)
     if (selected.isEmpty())
         return;
     const DocumentHistory::Group step(document, translate("Group"));
-    const auto group = std::make_shared<Layer>(QVariantMap{
-        {QStringLiteral("type"), QStringLiteral("group")}, {QStringLiteral("name"), typeTitle(QStringLiteral("group"))}});
+    const auto group = std::make_shared<Layer>(QVariantMap{{QStringLiteral("type"), QStringLiteral("group")},
+        {QStringLiteral("name"), typeTitle(QStringLiteral("group"))}});
     setFrameOf(*group, boundsOf(selected));
     document.insertLayer(group, selected.last()->parent(), indexOf(document, selected.last()) + 1);
     for (const auto &layer : selected)

@@ -24,6 +24,13 @@ constexpr Colours lightColours{
 constexpr Colours darkColours{
     0xFF26272B, 0xFF1D1E21, 0xFF232428, 0xFF34353B, 0xFFEDEDF0, 0xFF80818A, 0xFF5B8BFF, 0xFF3F4047};
 
+bool isQtsOwnStyle()
+{
+    static const bool isFusion =
+        QApplication::style()->name().compare(QStringLiteral("fusion"), Qt::CaseInsensitive) == 0;
+    return isFusion;
+}
+
 /// What Qt would take from the desktop, before anything was changed here.
 const QPalette &systemPalette()
 {
@@ -85,12 +92,28 @@ QString nameOf(Appearance appearance)
 void applyAppearance(Appearance appearance)
 {
     const bool isSystemDark = isDarkPalette(systemPalette());
-    if (QApplication::style()->name().compare(QStringLiteral("fusion"), Qt::CaseInsensitive) != 0)
+    if (!isQtsOwnStyle())
         return;
     const bool dark = appearance == Appearance::Dark || (appearance == Appearance::System && isSystemDark);
     const auto palette = paletteOf(dark ? darkColours : lightColours);
     QApplication::setPalette(palette);
     QToolTip::setPalette(palette);
+}
+
+QString windowStyleSheet()
+{
+    if (!isQtsOwnStyle())
+        return {};
+    return QStringLiteral(R"(
+        QMainWindow::separator { width: 1px; height: 1px; background: palette(mid); }
+        QToolBar { border: none; border-bottom: 1px solid palette(mid); background: palette(window);
+            padding: 4px 8px; spacing: 2px; }
+        QToolBar::separator { width: 1px; background: palette(mid); margin: 5px 7px; }
+        QMenuBar { background: palette(window); padding: 2px 6px; }
+        QStatusBar { border-top: 1px solid palette(mid); }
+        QStatusBar::item { border: none; }
+        QLabel#PanelTitle { padding: 9px 14px 7px 14px; font-weight: 600; }
+    )");
 }
 
 bool isDark()

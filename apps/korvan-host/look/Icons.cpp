@@ -75,8 +75,8 @@ QIcon lineIcon(const QString &name)
 
 QIcon layerIcon(const QString &type)
 {
-    static const QStringList known{QStringLiteral("group"), QStringLiteral("oval"), QStringLiteral("text"),
-        QStringLiteral("image")};
+    static const QStringList known{
+        QStringLiteral("group"), QStringLiteral("oval"), QStringLiteral("text"), QStringLiteral("image")};
     return lineIcon(QStringLiteral("layer-") + (known.contains(type) ? type : QStringLiteral("rectangle")));
 }
 

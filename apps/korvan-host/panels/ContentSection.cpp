@@ -31,8 +31,8 @@ ContentSection::ContentSection(std::shared_ptr<Document> document, QWidget *pare
             return;
         m_image->setModified(false);
         const auto url = m_image->text();
-        changeLayers(tr("Picture"),
-            [&](Layer &layer) { layer.setImage(url.isEmpty() ? std::nullopt : std::optional(url)); });
+        changeLayers(
+            tr("Picture"), [&](Layer &layer) { layer.setImage(url.isEmpty() ? std::nullopt : std::optional(url)); });
     });
     auto *const choose = new QToolButton;
     choose->setIcon(lineIcon(QStringLiteral("open")));
@@ -95,7 +95,6 @@ PluginDataSection::PluginDataSection(std::shared_ptr<Document> document, QWidget
     , m_nothing(new QLabel(tr("No plug-in keeps anything on this layer.")))
 {
     m_tree->setAccessibleName(tr("Plug-in data of the layer"));
-    m_tree->setMinimumHeight(140);
     m_nothing->setWordWrap(true);
     m_nothing->setEnabled(false);
     form().addRow(m_tree);

@@ -18,8 +18,8 @@ Inspector::Inspector(std::shared_ptr<Document> document, QWidget *parent)
     setWidgetResizable(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setAccessibleName(tr("Inspector"));
-    m_sections = {new GeneralSection(m_document), new StyleSection(m_document), m_content,
-        new PluginDataSection(m_document)};
+    m_sections = {
+        new GeneralSection(m_document), new StyleSection(m_document), m_content, new PluginDataSection(m_document)};
     m_nothing->setAlignment(Qt::AlignCenter);
     m_nothing->setEnabled(false);
     m_nothing->setMargin(24);

@@ -19,7 +19,7 @@ InspectorSection::InspectorSection(std::shared_ptr<Document> document, const QSt
     m_form->setHorizontalSpacing(10);
     m_form->setVerticalSpacing(8);
     auto *const column = new QVBoxLayout(this);
-    column->setContentsMargins(14, 12, 14, 6);
+    column->setContentsMargins(14, 8, 14, 10);
     column->setSpacing(8);
     column->addWidget(heading);
     column->addLayout(m_form);

@@ -4,14 +4,20 @@
 
 #include <QHeaderView>
 
+#include <algorithm>
+
 namespace {
+
+constexpr int tallest = 260;
 
 void fill(QTreeWidgetItem &item, const QVariant &value);
 
 void add(QTreeWidgetItem &parent, const QString &key, const QVariant &value)
 {
     auto *const item = new QTreeWidgetItem(&parent, {key});
+    item->setToolTip(0, key);
     fill(*item, value);
+    item->setFirstColumnSpanned(item->text(1).isEmpty());
 }
 
 void fill(QTreeWidgetItem &item, const QVariant &value)
@@ -41,7 +47,11 @@ JSONTree::JSONTree(QWidget *parent)
     setAlternatingRowColors(true);
     setUniformRowHeights(true);
     setIndentation(14);
-    header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    header()->setSectionResizeMode(QHeaderView::Stretch);
+    connect(this, &QTreeWidget::itemExpanded, this, &JSONTree::fitHeight);
+    connect(this, &QTreeWidget::itemCollapsed, this, &JSONTree::fitHeight);
 }
 
 void JSONTree::setValues(const QVariantMap &values)
@@ -52,4 +62,14 @@ void JSONTree::setValues(const QVariantMap &values)
     clear();
     fill(*invisibleRootItem(), values);
     expandToDepth(1);
+    fitHeight();
+}
+
+void JSONTree::fitHeight()
+{
+    int rows = 0;
+    for (auto index = model()->index(0, 0); index.isValid(); index = indexBelow(index))
+        ++rows;
+    const auto content = header()->sizeHint().height() + rows * sizeHintForRow(0) + 2 * frameWidth();
+    setFixedHeight(std::min(content, tallest));
 }

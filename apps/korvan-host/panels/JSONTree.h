@@ -14,5 +14,8 @@ public:
     void setValues(const QVariantMap &values);
 
 private:
+    /// As high as what is shown, up to a limit.
+    void fitHeight();
+
     QVariantMap m_values;
 };

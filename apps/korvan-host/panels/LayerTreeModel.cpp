@@ -1,16 +1,18 @@
 #include "panels/LayerTreeModel.h"
 
-#include "editing/LayerFrames.h"
 #include "editing/LayerCommands.h"
+#include "editing/LayerFrames.h"
 #include "look/Icons.h"
 
 #include <QMimeData>
+#include <QSize>
 
 #include <algorithm>
 
 namespace {
 
 const auto layersMimeType = QStringLiteral("application/x-korvan-layers");
+constexpr int rowHeight = 26;
 
 } // namespace
 
@@ -58,8 +60,8 @@ LayerTreeModel::Node &LayerTreeModel::nodeAt(const QModelIndex &index) const
 int LayerTreeModel::rowOf(const Node &node)
 {
     const auto &siblings = node.parent->children;
-    const auto found = std::find_if(
-        siblings.begin(), siblings.end(), [&node](const auto &sibling) { return sibling.get() == &node; });
+    const auto found =
+        std::find_if(siblings.begin(), siblings.end(), [&node](const auto &sibling) { return sibling.get() == &node; });
     return int(found - siblings.begin());
 }
 
@@ -187,6 +189,8 @@ QVariant LayerTreeModel::data(const QModelIndex &index, int role) const
         return layer->name();
     case Qt::DecorationRole:
         return layerIcon(layer->type());
+    case Qt::SizeHintRole:
+        return QSize(0, rowHeight);
     case Qt::AccessibleDescriptionRole:
         return typeTitle(layer->type());
     default:

@@ -33,8 +33,8 @@ public:
     Qt::DropActions supportedDropActions() const override { return Qt::MoveAction; }
     QStringList mimeTypes() const override;
     QMimeData *mimeData(const QModelIndexList &indexes) const override;
-    bool canDropMimeData(const QMimeData *data, Qt::DropAction action, int row, int column,
-        const QModelIndex &parent) const override;
+    bool canDropMimeData(
+        const QMimeData *data, Qt::DropAction action, int row, int column, const QModelIndex &parent) const override;
     /// Answers false also for what was moved: the view would remove the rows that it dragged.
     bool dropMimeData(
         const QMimeData *data, Qt::DropAction action, int row, int column, const QModelIndex &parent) override;

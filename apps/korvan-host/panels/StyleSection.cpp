@@ -49,9 +49,8 @@ void StyleSection::addNumber(const QString &key, const QString &title, double ma
 {
     auto *const field = new NumberField(title, 0, maximum);
     m_numbers.insert(key, field);
-    connect(field, &NumberField::edited, this, [this, key](double value) {
-        changeStyle(key, numberValue(key == opacityKey ? value / wholeOpacity : value));
-    });
+    connect(field, &NumberField::edited, this,
+        [this, key](double value) { changeStyle(key, numberValue(key == opacityKey ? value / wholeOpacity : value)); });
     addRow(key, title, field);
 }
 
@@ -71,7 +70,8 @@ void StyleSection::addFont()
     m_family->setAccessibleName(tr("Font"));
     m_family->setMinimumContentsLength(8);
     m_family->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    connect(m_family, &QComboBox::textActivated, this, [this](const QString &family) { changeStyle(familyKey, family); });
+    connect(
+        m_family, &QComboBox::textActivated, this, [this](const QString &family) { changeStyle(familyKey, family); });
     addRow(familyKey, tr("Font"), m_family);
     addNumber(QStringLiteral("fontSize"), tr("Font size"), 10000);
 
@@ -86,8 +86,8 @@ void StyleSection::addFont()
 
     m_alignment = new QComboBox;
     m_alignment->setAccessibleName(tr("Alignment"));
-    for (const auto &[title, alignment] : {std::pair(tr("Left"), "left"), std::pair(tr("Centre"), "center"),
-             std::pair(tr("Right"), "right")})
+    for (const auto &[title, alignment] :
+        {std::pair(tr("Left"), "left"), std::pair(tr("Centre"), "center"), std::pair(tr("Right"), "right")})
         m_alignment->addItem(title, QString::fromLatin1(alignment));
     connect(m_alignment, &QComboBox::activated, this,
         [this](int index) { changeStyle(alignmentKey, m_alignment->itemData(index)); });

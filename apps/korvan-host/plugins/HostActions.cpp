@@ -66,8 +66,7 @@ void HostActions::tellAndWait(const QString &key, const QVariantMap &context)
     loop.exec(QEventLoop::ExcludeUserInputEvents);
 }
 
-void HostActions::during(
-    const QString &action, const QVariantMap &context, const std::function<QVariantMap()> &work)
+void HostActions::during(const QString &action, const QVariantMap &context, const std::function<QVariantMap()> &work)
 {
     tellAndWait(action + QStringLiteral(".begin"), context);
     auto result = context;

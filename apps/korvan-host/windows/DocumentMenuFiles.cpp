@@ -37,8 +37,8 @@ void DocumentMenus::addRecentFiles(QMenu &menu)
     const auto paths = m_window.services().recentFiles.paths();
     for (const auto &path : paths) {
         auto title = QFileInfo(path).fileName();
-        auto *const action =
-            add(menu, title.replace(u'&', QStringLiteral("&&")), {}, [this, path] { emit m_window.openRequested({path}); });
+        auto *const action = add(
+            menu, title.replace(u'&', QStringLiteral("&&")), {}, [this, path] { emit m_window.openRequested({path}); });
         action->setToolTip(path);
     }
     if (paths.isEmpty())
@@ -59,7 +59,8 @@ void DocumentMenus::addPluginsMenu()
     menu.addSeparator();
     m_window.services().tools.addTo(menu);
     add(menu, tr("Install Plug-in…"), {}, [this] { installPlugin(); });
-    add(menu, tr("Show Plug-ins Folder"), {}, [] { QDesktopServices::openUrl(KRPluginManager::mainPluginsFolderURL()); });
+    add(menu, tr("Show Plug-ins Folder"), {},
+        [] { QDesktopServices::openUrl(KRPluginManager::mainPluginsFolderURL()); });
     add(menu, tr("Reload Plug-ins"), {}, [&plugins] { plugins.manager().reloadPlugins(); });
 }
 

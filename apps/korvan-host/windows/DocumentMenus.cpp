@@ -1,4 +1,5 @@
-// The menus and the tool bar themselves; those about the document's file and about plug-ins are in DocumentMenuFiles.cpp.
+// The menus and the tool bar themselves; those about the document's file and about plug-ins are in
+// DocumentMenuFiles.cpp.
 
 #include "windows/DocumentMenus.h"
 
@@ -74,8 +75,8 @@ void DocumentMenus::addEditMenu()
     menu.addSeparator();
     m_selectionActions += add(menu, QStringLiteral("duplicate"), tr("&Duplicate"), QKeySequence(Qt::CTRL | Qt::Key_D),
         [this] { duplicateSelection(document()); });
-    m_selectionActions += add(menu, QStringLiteral("delete"), tr("De&lete"), QKeySequence::Delete,
-        [this] { removeSelection(document()); });
+    m_selectionActions += add(
+        menu, QStringLiteral("delete"), tr("De&lete"), QKeySequence::Delete, [this] { removeSelection(document()); });
     menu.addSeparator();
     add(menu, tr("Select &All"), QKeySequence::SelectAll, [this] { selectAll(document()); });
     m_selectionActions += add(menu, tr("Select &Nothing"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_A),
@@ -122,14 +123,16 @@ void DocumentMenus::addViewMenu()
     auto &menu = *addMenu(tr("&View"));
     auto &canvas = m_window.canvas();
     constexpr double step = 1.25;
-    add(menu, QStringLiteral("zoom-in"), tr("Zoom &In"), {}, [&canvas] { canvas.zoomBy(step); })
-        ->setShortcuts({QKeySequence(QKeySequence::ZoomIn), QKeySequence(Qt::CTRL | Qt::Key_Equal)});
-    add(menu, QStringLiteral("zoom-out"), tr("Zoom &Out"), QKeySequence::ZoomOut, [&canvas] { canvas.zoomBy(1 / step); });
+    add(menu, QStringLiteral("zoom-in"), tr("Zoom &In"), {}, [&canvas] {
+        canvas.zoomBy(step);
+    })->setShortcuts({QKeySequence(QKeySequence::ZoomIn), QKeySequence(Qt::CTRL | Qt::Key_Equal)});
+    add(menu, QStringLiteral("zoom-out"), tr("Zoom &Out"), QKeySequence::ZoomOut,
+        [&canvas] { canvas.zoomBy(1 / step); });
     add(menu, tr("&Actual Size"), QKeySequence(Qt::CTRL | Qt::Key_0), [&canvas] { canvas.setZoom(1); });
     add(menu, QStringLiteral("zoom-fit"), tr("&Fit in Window"), QKeySequence(Qt::CTRL | Qt::Key_1),
         [&canvas] { canvas.zoomToFit(); });
-    m_selectionActions += add(
-        menu, tr("Fit &Selection"), QKeySequence(Qt::CTRL | Qt::Key_2), [&canvas] { canvas.zoomToSelection(); });
+    m_selectionActions +=
+        add(menu, tr("Fit &Selection"), QKeySequence(Qt::CTRL | Qt::Key_2), [&canvas] { canvas.zoomToSelection(); });
     menu.addSeparator();
     const auto panels = m_window.panels();
     for (auto *const panel : panels)

@@ -25,7 +25,8 @@ private:
     QMenu *addMenu(const QString &title);
     QAction *add(QMenu &menu, const QString &title, const QKeySequence &shortcut, const Work &work);
     /// The same, with an icon and a name that the tool bar finds it by.
-    QAction *add(QMenu &menu, const QString &icon, const QString &title, const QKeySequence &shortcut, const Work &work);
+    QAction *add(
+        QMenu &menu, const QString &icon, const QString &title, const QKeySequence &shortcut, const Work &work);
 
     void addFileMenu();
     void addRecentFiles(QMenu &menu);

@@ -2,13 +2,14 @@
 
 #include "document/DocumentContext.h"
 #include "editing/LayerCommands.h"
+#include "look/Appearance.h"
 #include "windows/DocumentMenus.h"
 #include "windows/DroppedFiles.h"
 
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QFileInfo>
-#include <QGuiApplication>
+#include <QLabel>
 #include <QMimeData>
 #include <QStatusBar>
 #include <QUrl>
@@ -24,6 +25,7 @@ DocumentWindow::DocumentWindow(std::shared_ptr<DocumentSession> session, const W
 {
     setAttribute(Qt::WA_DeleteOnClose);
     setAcceptDrops(true);
+    setStyleSheet(windowStyleSheet());
     m_canvas->setAcceptDrops(false); // files go to the window
     setCentralWidget(m_canvas);
     addPanel(tr("Layers"), QStringLiteral("LayersPanel"), m_layers, Qt::LeftDockWidgetArea);
@@ -50,7 +52,10 @@ QDockWidget *DocumentWindow::addPanel(
     auto *const dock = new QDockWidget(title, this);
     dock->setObjectName(name);
     dock->setWidget(content);
-    dock->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetClosable);
+    auto *const heading = new QLabel(title);
+    heading->setObjectName(QStringLiteral("PanelTitle"));
+    dock->setTitleBarWidget(heading);
+    dock->setFeatures(QDockWidget::DockWidgetClosable);
     addDockWidget(area, dock);
     m_panels.append(dock);
     return dock;
