@@ -134,6 +134,8 @@ void HostApplication::quit()
         if (!window->close())
             return;
     }
+    if (std::exchange(m_isEnding, true))
+        return; // closing the last window has brought us here too
     m_plugins.shutDown();
     QApplication::quit();
 }

@@ -21,7 +21,7 @@ public:
     /// Loads the plug-ins, after asking about safe mode where an earlier start has failed, and opens the documents of
     /// the options, or a new one.
     void start();
-    /// Closes all windows, as far as the user lets them close, and then ends the event loop.
+    /// Closes all windows, as far as the user lets them close, tells the plug-ins, once, and then ends the event loop.
     void quit();
 
     DocumentWindow *newDocument();
@@ -50,4 +50,5 @@ private:
     QList<DocumentWindow *> m_windows;
     /// Null while there is no window.
     DocumentWindow *m_active = nullptr;
+    bool m_isEnding = false;
 };

@@ -10,39 +10,35 @@ std::optional<QString> valueIfSet(const QCommandLineParser &parser, const QComma
     return parser.isSet(option) ? std::optional(parser.value(option)) : std::nullopt;
 }
 
-QString translate(const char *text)
-{
-    return QCoreApplication::translate("HostOptions", text);
-}
-
 } // namespace
 
 HostOptions parseHostOptions(const QCoreApplication &application)
 {
     const QCommandLineOption folder(QStringLiteral("folder"),
-        translate("A plug-in folder; may be repeated, replaces the usual ones."), QStringLiteral("DIR"));
+        QStringLiteral("A plug-in folder; may be repeated, replaces the usual ones."), QStringLiteral("DIR"));
     const QCommandLineOption support({QStringLiteral("support-dir"), QStringLiteral("support-folder")},
-        translate("The application's support folder."), QStringLiteral("DIR"));
+        QStringLiteral("The application's support folder."), QStringLiteral("DIR"));
     const QCommandLineOption defaults(
-        QStringLiteral("defaults"), translate("The file of the user's settings."), QStringLiteral("FILE"));
+        QStringLiteral("defaults"), QStringLiteral("The file of the user's settings."), QStringLiteral("FILE"));
     const QCommandLineOption resources(
-        QStringLiteral("resources"), translate("The application's resources."), QStringLiteral("DIR"));
+        QStringLiteral("resources"), QStringLiteral("The application's resources."), QStringLiteral("DIR"));
     const QCommandLineOption version(
-        QStringLiteral("host-version"), translate("The application's version."), QStringLiteral("VERSION"));
+        QStringLiteral("host-version"), QStringLiteral("The application's version."), QStringLiteral("VERSION"));
     const QCommandLineOption blocklist(QStringLiteral("blocklist-url"),
-        translate("Where the vendor's list is fetched, up to the host's name."), QStringLiteral("URL"));
-    const QCommandLineOption safeMode(QStringLiteral("safe-mode"), translate("Load every plug-in disabled."));
+        QStringLiteral("Where the vendor's list is fetched, up to the host's name."), QStringLiteral("URL"));
+    const QCommandLineOption safeMode(QStringLiteral("safe-mode"), QStringLiteral("Load every plug-in disabled."));
     const QCommandLineOption appearance(
-        QStringLiteral("appearance"), translate("system, light or dark."), QStringLiteral("NAME"));
+        QStringLiteral("appearance"), QStringLiteral("system, light or dark."), QStringLiteral("NAME"));
     QCommandLineOption screenshots(QStringLiteral("screenshots"), QString(), QStringLiteral("DIR"));
     screenshots.setFlags(QCommandLineOption::HiddenFromHelp);
 
     QCommandLineParser parser;
-    parser.setApplicationDescription(translate("The reference host of KorvanPluginManager."));
+    parser.setApplicationDescription(QStringLiteral("The reference host of KorvanPluginManager."));
     parser.addOptions({folder, support, defaults, resources, version, blocklist, safeMode, appearance, screenshots});
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.addPositionalArgument(QStringLiteral("files"), translate("Documents to open."), QStringLiteral("[FILE…]"));
+    parser.addPositionalArgument(
+        QStringLiteral("files"), QStringLiteral("Documents to open."), QStringLiteral("[FILE…]"));
     parser.process(application);
 
     HostOptions options;

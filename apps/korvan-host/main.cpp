@@ -1,7 +1,7 @@
 #include "HostApplication.h"
 #include "Screenshots.h"
-#include "hosting/UsersLanguage.h"
 #include "look/Icons.h"
+#include "look/Translations.h"
 
 #include <QApplication>
 
@@ -16,15 +16,14 @@ int main(int argc, char **argv)
     QGuiApplication::setWindowIcon(programIcon());
     QGuiApplication::setQuitOnLastWindowClosed(false);
     const auto options = parseHostOptions(application);
-    const auto texts = translatorOfUsersLanguage();
-    if (texts)
-        QCoreApplication::installTranslator(texts.get());
+    const Translations translations;
 
     if (options.screenshotFolder)
         return writeScreenshots(options);
     HostApplication host(options);
-    QObject::connect(&application, &QGuiApplication::lastWindowClosed, &host, &HostApplication::quit);
     host.start();
+    // Only now: the question about safe mode is a window too.
+    QObject::connect(&application, &QGuiApplication::lastWindowClosed, &host, &HostApplication::quit);
     host.plugins().manager().downloadRemotePluginsBlocklist();
     return QApplication::exec();
 }

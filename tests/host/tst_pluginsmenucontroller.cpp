@@ -45,6 +45,7 @@ void tst_PluginsMenuController::aCommandIsOneStep()
     auto &undo = window.session().undo();
     click(window, 50, 50);
     QVERIFY(!window.isWindowModified());
+    QCoreApplication::processEvents(); // the handles are there with the next turn
     const auto before = window.canvas().grab().toImage();
 
     menuAction(window, u"Move All"_s)->trigger();

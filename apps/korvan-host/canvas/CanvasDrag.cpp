@@ -1,22 +1,13 @@
 #include "canvas/CanvasDrag.h"
 
-#include <QCoreApplication>
+#include "editing/LayerTexts.h"
 
 #include <cmath>
-
-namespace {
-
-QString translate(const char *text)
-{
-    return QCoreApplication::translate("LayerCommands", text);
-}
-
-} // namespace
 
 CanvasDrag::~CanvasDrag() = default;
 
 MoveDrag::MoveDrag(Document &document, const QList<LayerPointer> &layers, QPointF start)
-    : m_step(document, translate("Move"))
+    : m_step(document, LayerTexts::tr("Move"))
     , m_frames(layers)
     , m_start(start)
 { }
@@ -38,7 +29,7 @@ void MoveDrag::cancel()
 
 ResizeDrag::ResizeDrag(
     Document &document, const QList<LayerPointer> &layers, const QRectF &bounds, ResizeHandle handle, QPointF start)
-    : m_step(document, translate("Resize"))
+    : m_step(document, LayerTexts::tr("Resize"))
     , m_frames(layers)
     , m_bounds(bounds)
     , m_handle(handle)

@@ -1,6 +1,7 @@
 #include "editing/DocumentUndoStack.h"
 
-#include <QCoreApplication>
+#include "editing/LayerTexts.h"
+
 #include <QUndoCommand>
 
 namespace {
@@ -9,7 +10,7 @@ class StepCommand final : public QUndoCommand
 {
 public:
     explicit StepCommand(std::shared_ptr<UndoStep> step)
-        : QUndoCommand(step->text().isEmpty() ? QCoreApplication::translate("LayerCommands", "Change") : step->text())
+        : QUndoCommand(step->text().isEmpty() ? LayerTexts::tr("Change") : step->text())
         , m_step(std::move(step))
     { }
 

@@ -1,17 +1,11 @@
 #include "editing/LayerCommands.h"
 
 #include "editing/LayerFrames.h"
-
-#include <QCoreApplication>
+#include "editing/LayerTexts.h"
 
 #include <algorithm>
 
 namespace {
-
-QString translate(const char *text)
-{
-    return QCoreApplication::translate("LayerCommands", text);
-}
 
 const QList<LayerPointer> &siblingsOf(const Document &document, const LayerPointer &layer)
 {
@@ -47,7 +41,7 @@ QVariantMap usualValues(const QString &type, QPointF centre)
             QVariantMap{{QStringLiteral("x"), corner.x()}, {QStringLiteral("y"), corner.y()},
                 {QStringLiteral("width"), size.width()}, {QStringLiteral("height"), size.height()}}}};
     if (isText) {
-        values.insert(QStringLiteral("text"), translate("Text"));
+        values.insert(QStringLiteral("text"), LayerTexts::tr("Text"));
         values.insert(QStringLiteral("style"),
             QVariantMap{{QStringLiteral("fill"), QStringLiteral("#1C1C1E")}, {QStringLiteral("fontSize"), 18}});
     } else if (type != u"image") {
@@ -76,19 +70,19 @@ qsizetype stackedIndex(qsizetype index, qsizetype last, StackingStep step)
 QString typeTitle(const QString &type)
 {
     if (type == u"rectangle")
-        return translate("Rectangle");
+        return LayerTexts::tr("Rectangle");
     if (type == u"oval")
-        return translate("Oval");
+        return LayerTexts::tr("Oval");
     if (type == u"text")
-        return translate("Text");
+        return LayerTexts::tr("Text");
     if (type == u"image")
-        return translate("Image");
-    return type == u"group" ? translate("Group") : type;
+        return LayerTexts::tr("Image");
+    return type == u"group" ? LayerTexts::tr("Group") : type;
 }
 
 LayerPointer insertLayer(Document &document, const QString &type, QPointF centre, const QVariantMap &keys)
 {
-    const DocumentHistory::Group step(document, translate("Insert %1").arg(typeTitle(type)));
+    const DocumentHistory::Group step(document, LayerTexts::tr("Insert %1").arg(typeTitle(type)));
     auto values = usualValues(type, centre);
     values.insert(keys);
     const auto layer = std::make_shared<Layer>(values);
@@ -107,7 +101,7 @@ void duplicateSelection(Document &document)
     if (selected.isEmpty())
         return;
     constexpr QPointF offset(10, 10);
-    const DocumentHistory::Group step(document, translate("Duplicate"));
+    const DocumentHistory::Group step(document, LayerTexts::tr("Duplicate"));
     QList<LayerPointer> copies;
     for (const auto &layer : selected)
         copies.append(document.duplicateLayer(layer));
@@ -120,7 +114,7 @@ void removeSelection(Document &document)
     const auto selected = orderedSelection(document);
     if (selected.isEmpty())
         return;
-    const DocumentHistory::Group step(document, translate("Delete"));
+    const DocumentHistory::Group step(document, LayerTexts::tr("Delete"));
     for (const auto &layer : selected)
         document.removeLayer(layer);
 }
@@ -130,7 +124,7 @@ void groupSelection(Document &document)
     const auto selected = orderedSelection(document);
     if (selected.isEmpty())
         return;
-    const DocumentHistory::Group step(document, translate("Group"));
+    const DocumentHistory::Group step(document, LayerTexts::tr("Group"));
     const auto group = std::make_shared<Layer>(QVariantMap{{QStringLiteral("type"), QStringLiteral("group")},
         {QStringLiteral("name"), typeTitle(QStringLiteral("group"))}});
     setFrameOf(*group, boundsOf(selected));
@@ -146,7 +140,7 @@ void ungroupSelection(Document &document)
     selected.removeIf([](const LayerPointer &layer) { return layer->type() != u"group"; });
     if (selected.isEmpty())
         return;
-    const DocumentHistory::Group step(document, translate("Ungroup"));
+    const DocumentHistory::Group step(document, LayerTexts::tr("Ungroup"));
     QList<LayerPointer> freed;
     for (const auto &group : std::as_const(selected)) {
         const auto layers = group->layers();
@@ -164,7 +158,7 @@ void restackSelection(Document &document, StackingStep step)
     auto selected = orderedSelection(document);
     if (selected.isEmpty())
         return;
-    const DocumentHistory::Group history(document, translate("Arrange"));
+    const DocumentHistory::Group history(document, LayerTexts::tr("Arrange"));
     // Those that lead the way go first, so that they do not jump over each other; at an end they line up.
     if (step == StackingStep::Forward || step == StackingStep::ToBack)
         std::reverse(selected.begin(), selected.end());
@@ -190,6 +184,6 @@ void moveSelection(Document &document, QPointF offset)
     const auto selected = document.selection();
     if (selected.isEmpty())
         return;
-    const DocumentHistory::Group step(document, translate("Move"));
+    const DocumentHistory::Group step(document, LayerTexts::tr("Move"));
     FrameSnapshot(selected).applyOffset(offset);
 }

@@ -83,7 +83,7 @@ void GeneralSection::showLayer(const Layer &layer)
     if (!m_name->isModified() && m_name->text() != layer.name())
         m_name->setText(layer.name());
     m_name->setEnabled(layers().size() == 1);
-    m_type->setText(layers().size() == 1 ? typeTitle(layer.type()) : tr("%n layers", nullptr, int(layers().size())));
+    m_type->setText(layers().size() == 1 ? typeTitle(layer.type()) : tr("%1 layers").arg(layers().size()));
     const auto bounds = boundsOf(layer);
     m_frame[QStringLiteral("x")]->showValue(bounds.x());
     m_frame[QStringLiteral("y")]->showValue(bounds.y());

@@ -13,10 +13,10 @@
 
 namespace {
 
-QString translate(const char *text)
+struct InstallerTexts
 {
-    return QCoreApplication::translate("PluginInstaller", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(PluginInstaller)
+};
 
 KRError installationError(const QString &text)
 {
@@ -46,7 +46,7 @@ bool ManagedInstaller::accepts(const QString &path) const
 std::optional<KRError> ManagedInstaller::install(const QString &path)
 {
     const QFileInfo file(path);
-    const auto unusable = installationError(translate("“%1” holds no plug-in.").arg(file.fileName()));
+    const auto unusable = installationError(InstallerTexts::tr("“%1” holds no plug-in.").arg(file.fileName()));
     // Beside the plug-ins, so that the last step is a move on one disk; a copy that is not finished is never loaded.
     const QDir support(LTAppEnvironment::current().applicationSupportFolder().toLocalFile());
     support.mkpath(QStringLiteral("."));
@@ -54,7 +54,7 @@ std::optional<KRError> ManagedInstaller::install(const QString &path)
     KRError error = unusable;
     if (isBundle(file)) {
         if (!copyFolder(file.absoluteFilePath(), staging.filePath(file.fileName())))
-            return installationError(translate("“%1” could not be copied.").arg(file.fileName()));
+            return installationError(InstallerTexts::tr("“%1” could not be copied.").arg(file.fileName()));
     } else if (!decompressPluginZip(QUrl::fromLocalFile(file.absoluteFilePath()), folderURL(staging.path()), &error)) {
         return error;
     }
