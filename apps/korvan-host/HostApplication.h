@@ -31,6 +31,7 @@ public:
     const QList<DocumentWindow *> &windows() const { return m_windows; }
 
     PluginSystem &plugins() { return m_plugins; }
+    /// Those that are added here before start() are in all menus.
     ToolWindows &toolWindows() { return m_toolWindows; }
 
 private:

@@ -59,7 +59,12 @@ void showExample(DocumentWindow &window, const QString &selected)
 {
     window.resize(1180, 760);
     settle();
-    window.document()->setSelection({window.document()->layerWithID(selected)});
+    const auto layer = window.document()->layerWithID(selected);
+    layer->setUserInfo(QVariantMap{{QStringLiteral("com.example.style-brush"),
+        QVariantMap{{QStringLiteral("paintedWith"), QStringLiteral("98.3")},
+            {QStringLiteral("style"),
+                QVariantMap{{QStringLiteral("fill"), QStringLiteral("#E8A33D")}, {QStringLiteral("opacity"), 1}}}}}});
+    window.document()->setSelection({layer});
     window.layersPanel().expandAll();
     settle();
     window.canvas().zoomToFit();
@@ -92,6 +97,6 @@ int writeScreenshots(const HostOptions &options)
     applyAppearance(Appearance::Light);
     settle();
     isComplete &=
-        save(withPluginsMenu(window, QStringLiteral("Card Deck")), folder, QStringLiteral("host-plugins-menu"));
+        save(withPluginsMenu(window, QStringLiteral("Tidy Layers")), folder, QStringLiteral("host-plugins-menu"));
     return isComplete ? 0 : 1;
 }

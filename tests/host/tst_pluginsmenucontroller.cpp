@@ -30,6 +30,7 @@ private slots:
 
     void aCommandIsOneStep();
     void shortcutsRunCommands();
+    void theWindowsOwnShortcutsStay();
     void aCommandWorksOnItsWindow();
     void longRunningCommandsAreSeenWhileTheyRun();
     void followsTheDiskAndTheUsersChoice();
@@ -72,6 +73,24 @@ void tst_PluginsMenuController::shortcutsRunCommands()
     QVERIFY(QTest::qWaitForWindowActive(&window));
     QTest::keyClick(&window, Qt::Key_K, Qt::ControlModifier | Qt::ShiftModifier);
     QTRY_COMPARE(layer(u"box"_s)->name(), u"Box!"_s);
+}
+
+void tst_PluginsMenuController::theWindowsOwnShortcutsStay()
+{
+    plugin(u"mover"_s,
+        R"({"name": "Move All", "script": "script.js", "shortcut": "cmd d"},
+           {"name": "Also", "script": "script.js", "shortcut": "cmd z"})",
+        moveAll);
+    auto &window = start();
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    click(window, 50, 50);
+    QTRY_VERIFY(menuAction(window, u"Duplicate"_s)->isEnabled());
+    QTest::keyClick(&window, Qt::Key_D, Qt::ControlModifier);
+    QCOMPARE(window.document()->layers().size(), 4);
+    QTest::keyClick(&window, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(window.document()->layers().size(), 3);
+    QCOMPARE(menuAction(window, u"Move All"_s)->shortcut(), QKeySequence());
 }
 
 void tst_PluginsMenuController::aCommandWorksOnItsWindow()

@@ -1,5 +1,7 @@
 #include "look/Appearance.h"
 
+#include "look/PlainStyle.h"
+
 #include <QApplication>
 #include <QPalette>
 #include <QStyle>
@@ -94,26 +96,12 @@ void applyAppearance(Appearance appearance)
     const bool isSystemDark = isDarkPalette(systemPalette());
     if (!isQtsOwnStyle())
         return;
+    static const bool isPlain = (QApplication::setStyle(new PlainStyle), true);
+    Q_UNUSED(isPlain);
     const bool dark = appearance == Appearance::Dark || (appearance == Appearance::System && isSystemDark);
     const auto palette = paletteOf(dark ? darkColours : lightColours);
     QApplication::setPalette(palette);
     QToolTip::setPalette(palette);
-}
-
-QString windowStyleSheet()
-{
-    if (!isQtsOwnStyle())
-        return {};
-    return QStringLiteral(R"(
-        QMainWindow::separator { width: 1px; height: 1px; background: palette(mid); }
-        QToolBar { border: none; border-bottom: 1px solid palette(mid); background: palette(window);
-            padding: 4px 8px; spacing: 2px; }
-        QToolBar::separator { width: 1px; background: palette(mid); margin: 5px 7px; }
-        QMenuBar { background: palette(window); padding: 2px 6px; }
-        QStatusBar { border-top: 1px solid palette(mid); }
-        QStatusBar::item { border: none; }
-        QLabel#PanelTitle { padding: 9px 14px 7px 14px; font-weight: 600; }
-    )");
 }
 
 bool isDark()

@@ -19,8 +19,5 @@ QString nameOf(Appearance appearance);
 /// Puts the colours in force for all windows. Only the style that Qt draws itself takes them, elsewhere the system's
 /// own style keeps its own.
 void applyAppearance(Appearance appearance);
-/// How the parts of a window are set apart from each other, as a style sheet for the window; "" where the system's own
-/// style does that.
-QString windowStyleSheet();
 /// Whether the colours in force are dark ones.
 bool isDark();

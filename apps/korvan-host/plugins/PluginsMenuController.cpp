@@ -2,13 +2,32 @@
 
 #include "commands/KRPluginCommandKeys.h"
 #include "platform/Menu.h"
+#include "platform/MenuShortcut.h"
 
 #include <QMenu>
 
-PluginsMenuController::PluginsMenuController(PluginSystem &plugins, QMenu &menu, ContextProvider context)
+namespace {
+
+void removeShortcuts(Menu &menu, const PluginsMenuController::Shortcuts &taken)
+{
+    auto items = menu.takeItems();
+    for (auto &item : items) {
+        if (taken.contains(keySequenceOf(item)))
+            item.keyEquivalent.clear();
+        if (item.submenu)
+            removeShortcuts(*item.submenu, taken);
+    }
+    menu.setItems(std::move(items));
+}
+
+} // namespace
+
+PluginsMenuController::PluginsMenuController(
+    PluginSystem &plugins, QMenu &menu, const Shortcuts &taken, ContextProvider context)
     : m_plugins(plugins)
     , m_mirror(&menu)
     , m_nothing(new QAction(tr("No Plug-ins"), &menu))
+    , m_taken(taken)
     , m_context(std::move(context))
 {
     m_nothing->setEnabled(false);
@@ -23,6 +42,7 @@ void PluginsMenuController::fill()
 {
     Menu menu;
     m_plugins.manager().addPluginsToMenu(menu, [this](const MenuItem &item) { run(item); });
+    removeShortcuts(menu, m_taken);
     m_nothing->setVisible(menu.isEmpty());
     m_mirror.show(menu);
 }

@@ -7,6 +7,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMenu>
+#include <QMenuBar>
 
 void DocumentMenus::addFileMenu()
 {
@@ -51,17 +52,34 @@ void DocumentMenus::addPluginsMenu()
 {
     auto &menu = *addMenu(tr("&Plugins"));
     auto &plugins = m_window.services().plugins;
-    m_plugins = std::make_unique<PluginsMenuController>(plugins, menu, [this] { return m_window.commandContext(); });
+    m_plugins = std::make_unique<PluginsMenuController>(
+        plugins, menu, ownShortcuts(), [this] { return m_window.commandContext(); });
     connect(m_plugins.get(), &PluginsMenuController::commandChosen, this, [this] {
         m_window.commitEdits();
         document().history().closeStep();
     });
     menu.addSeparator();
-    m_window.services().tools.addTo(menu);
+    for (const auto &tool : m_window.services().tools)
+        add(menu, tool.title, tool.shortcut, tool.show);
     add(menu, tr("Install Plug-in…"), {}, [this] { installPlugin(); });
     add(menu, tr("Show Plug-ins Folder"), {},
         [] { QDesktopServices::openUrl(KRPluginManager::mainPluginsFolderURL()); });
     add(menu, tr("Reload Plug-ins"), {}, [&plugins] { plugins.manager().reloadPlugins(); });
+}
+
+/// Those of the menus that there are already, and of what comes into this one.
+QSet<QKeySequence> DocumentMenus::ownShortcuts() const
+{
+    QSet<QKeySequence> shortcuts;
+    for (const auto &tool : m_window.services().tools)
+        shortcuts.insert(tool.shortcut);
+    const auto actions = m_window.menuBar()->findChildren<QAction *>();
+    for (const auto *const action : actions) {
+        const auto own = action->shortcuts();
+        shortcuts.unite({own.begin(), own.end()});
+    }
+    shortcuts.remove({});
+    return shortcuts;
 }
 
 void DocumentMenus::installPlugin()

@@ -70,8 +70,8 @@ void DocumentMenus::addEditMenu()
         menu.addAction(action);
         m_actions.insert(icon, action);
     };
-    adopt(undo.createUndoAction(this, tr("Undo")), QStringLiteral("undo"), QKeySequence::Undo);
-    adopt(undo.createRedoAction(this, tr("Redo")), QStringLiteral("redo"), QKeySequence::Redo);
+    adopt(undo.createUndoAction(&menu, tr("Undo")), QStringLiteral("undo"), QKeySequence::Undo);
+    adopt(undo.createRedoAction(&menu, tr("Redo")), QStringLiteral("redo"), QKeySequence::Redo);
     menu.addSeparator();
     m_selectionActions += add(menu, QStringLiteral("duplicate"), tr("&Duplicate"), QKeySequence(Qt::CTRL | Qt::Key_D),
         [this] { duplicateSelection(document()); });

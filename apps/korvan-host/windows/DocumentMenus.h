@@ -40,6 +40,7 @@ private:
     void addToolBar();
 
     void insert(const QString &type);
+    QSet<QKeySequence> ownShortcuts() const;
     void installPlugin();
     void updateEnabled();
 

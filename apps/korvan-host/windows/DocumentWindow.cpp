@@ -2,7 +2,6 @@
 
 #include "document/DocumentContext.h"
 #include "editing/LayerCommands.h"
-#include "look/Appearance.h"
 #include "windows/DocumentMenus.h"
 #include "windows/DroppedFiles.h"
 
@@ -25,13 +24,13 @@ DocumentWindow::DocumentWindow(std::shared_ptr<DocumentSession> session, const W
 {
     setAttribute(Qt::WA_DeleteOnClose);
     setAcceptDrops(true);
-    setStyleSheet(windowStyleSheet());
     m_canvas->setAcceptDrops(false); // files go to the window
     setCentralWidget(m_canvas);
     addPanel(tr("Layers"), QStringLiteral("LayersPanel"), m_layers, Qt::LeftDockWidgetArea);
     addPanel(tr("Inspector"), QStringLiteral("InspectorPanel"), m_inspector, Qt::RightDockWidgetArea);
     resizeDocks(m_panels, {240, 270}, Qt::Horizontal);
     statusBar()->setSizeGripEnabled(false);
+    statusBar()->setContentsMargins(8, 0, 8, 0);
     m_menus = std::make_unique<DocumentMenus>(*this);
     resize(1180, 760);
     connectCanvas();
@@ -53,7 +52,10 @@ QDockWidget *DocumentWindow::addPanel(
     dock->setObjectName(name);
     dock->setWidget(content);
     auto *const heading = new QLabel(title);
-    heading->setObjectName(QStringLiteral("PanelTitle"));
+    heading->setContentsMargins(14, 9, 14, 7);
+    auto font = heading->font();
+    font.setWeight(QFont::DemiBold);
+    heading->setFont(font);
     dock->setTitleBarWidget(heading);
     dock->setFeatures(QDockWidget::DockWidgetClosable);
     addDockWidget(area, dock);

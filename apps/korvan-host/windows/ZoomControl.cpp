@@ -9,7 +9,6 @@ ZoomControl::ZoomControl(CanvasView &canvas, QWidget *parent)
 {
     setAccessibleName(tr("Zoom"));
     setAutoRaise(true);
-    setPopupMode(InstantPopup);
     setToolButtonStyle(Qt::ToolButtonTextOnly);
     auto *const menu = new QMenu(this);
     for (const int percent : {25, 50, 100, 200, 400}) {
@@ -17,7 +16,9 @@ ZoomControl::ZoomControl(CanvasView &canvas, QWidget *parent)
     }
     menu->addSeparator();
     menu->addAction(tr("Fit in Window"), &canvas, [&canvas] { canvas.zoomToFit(); });
-    setMenu(menu);
+    // Above the button: it stands at the window's lower edge.
+    connect(this, &QToolButton::clicked, menu,
+        [this, menu] { menu->popup(mapToGlobal(QPoint(0, -menu->sizeHint().height()))); });
     connect(&canvas, &CanvasView::zoomChanged, this, &ZoomControl::show);
     show(canvas.zoom());
 }
