@@ -156,7 +156,7 @@ void tst_PluginsMenuController::offersToolWindows()
 {
     m_host = std::make_unique<HostApplication>(m_options);
     int shown = 0;
-    m_host->toolWindows().add({u"Console"_s, QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_C), [&] { ++shown; }});
+    m_host->toolWindows().append({u"Console"_s, QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_C), [&] { ++shown; }});
     m_host->start();
     auto *const action = menuAction(window(), u"Console"_s);
     QVERIFY(action);
