@@ -32,6 +32,7 @@ private slots:
     void shortcutsRunCommands();
     void theWindowsOwnShortcutsStay();
     void aCommandWorksOnItsWindow();
+    void aCommandFindsTheOpenDocuments();
     void longRunningCommandsAreSeenWhileTheyRun();
     void followsTheDiskAndTheUsersChoice();
     void saysThatThereAreNone();
@@ -102,6 +103,18 @@ void tst_PluginsMenuController::aCommandWorksOnItsWindow()
     menuAction(first, u"Move All"_s)->trigger();
     QTRY_COMPARE(first.document()->layerWithID(u"box"_s)->name(), u"Box!"_s);
     QCOMPARE(second.session().undo().count(), 0);
+}
+
+void tst_PluginsMenuController::aCommandFindsTheOpenDocuments()
+{
+    plugin(u"finder"_s, R"({"name": "Find", "script": "script.js"})", R"(
+const { activeDocument, documents } = require('korvan/dom');
+function onRun() {
+    print(`${documents().map((document) => document.name).join(', ')}; ${activeDocument().name}`);
+})");
+    start();
+    menuAction(*m_host->newDocument(), u"Find"_s)->trigger();
+    QTRY_COMPARE(m_log, QStringList{u"Sample, Untitled; Untitled"_s});
 }
 
 void tst_PluginsMenuController::longRunningCommandsAreSeenWhileTheyRun()

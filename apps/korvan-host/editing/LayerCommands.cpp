@@ -21,14 +21,7 @@ qsizetype indexOf(const Document &document, const LayerPointer &layer)
 /// The selection's outermost layers in the document's order, bottom first.
 QList<LayerPointer> orderedSelection(const Document &document)
 {
-    const auto selected = outermostOf(document.selection());
-    QList<LayerPointer> ordered;
-    if (selected.isEmpty())
-        return ordered;
-    const auto all = document.allLayers();
-    std::copy_if(all.begin(), all.end(), std::back_inserter(ordered),
-        [&selected](const LayerPointer &layer) { return selected.contains(layer); });
-    return ordered;
+    return orderedOutermostOf(document, document.selection());
 }
 
 QVariantMap usualValues(const QString &type, QPointF centre)

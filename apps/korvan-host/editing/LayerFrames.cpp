@@ -1,5 +1,7 @@
 #include "editing/LayerFrames.h"
 
+#include <QSet>
+
 #include <algorithm>
 #include <cmath>
 
@@ -15,7 +17,7 @@ QVariant frameNumber(double value)
     return rounded;
 }
 
-bool isInsideOneOf(const LayerPointer &layer, const QList<LayerPointer> &layers)
+bool isInsideOneOf(const LayerPointer &layer, const QSet<LayerPointer> &layers)
 {
     for (auto parent = layer->parent(); parent; parent = parent->parent()) {
         if (layers.contains(parent))
@@ -72,12 +74,21 @@ QList<LayerPointer> outermostOf(const QList<LayerPointer> &layers)
     if (layers.size() < 2)
         return layers;
     QList<LayerPointer> outermost;
-    QList<LayerPointer> groups; // only a group can have another layer inside
-    std::copy_if(layers.begin(), layers.end(), std::back_inserter(groups),
-        [](const LayerPointer &layer) { return !layer->layers().isEmpty(); });
+    const QSet<LayerPointer> all(layers.begin(), layers.end());
     std::copy_if(layers.begin(), layers.end(), std::back_inserter(outermost),
-        [&groups](const LayerPointer &layer) { return !isInsideOneOf(layer, groups); });
+        [&all](const LayerPointer &layer) { return !isInsideOneOf(layer, all); });
     return outermost;
+}
+
+QList<LayerPointer> orderedOutermostOf(const Document &document, const QList<LayerPointer> &layers)
+{
+    const auto outermost = outermostOf(layers);
+    if (outermost.size() < 2)
+        return outermost;
+    const QSet<LayerPointer> chosen(outermost.begin(), outermost.end());
+    auto ordered = document.allLayers();
+    ordered.removeIf([&chosen](const LayerPointer &layer) { return !chosen.contains(layer); });
+    return ordered;
 }
 
 FrameSnapshot::FrameSnapshot(const QList<LayerPointer> &layers)

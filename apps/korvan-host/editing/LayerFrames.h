@@ -15,6 +15,8 @@ QRectF boundsOf(const Layer &layer);
 QRectF boundsOf(const QList<LayerPointer> &layers);
 /// Without those that are inside another one of the list.
 QList<LayerPointer> outermostOf(const QList<LayerPointer> &layers);
+/// The same in the document's order, bottom first.
+QList<LayerPointer> orderedOutermostOf(const Document &document, const QList<LayerPointer> &layers);
 
 /// The frames of some layers, and of everything inside them, at one moment: what a drag begins with.
 class FrameSnapshot

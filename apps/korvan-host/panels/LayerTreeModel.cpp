@@ -32,6 +32,7 @@ std::unique_ptr<LayerTreeModel::Node> LayerTreeModel::makeNode(const LayerPointe
 {
     auto node = std::make_unique<Node>();
     node->layer = layer;
+    node->name = layer->name();
     node->parent = parent;
     m_nodes.insert(layer.get(), node.get());
     const auto &layers = layer->layers();
@@ -88,9 +89,7 @@ void LayerTreeModel::documentChanged(const DocumentEvent &event)
     case DocumentEvent::Kind::LayerMoved:
         return layerMoved(event.layer);
     case DocumentEvent::Kind::LayerChanged:
-        if (const auto index = indexOf(event.layer); index.isValid())
-            emit dataChanged(index, index);
-        return;
+        return layerChanged(event.layer);
     default:
         return;
     }
@@ -141,6 +140,16 @@ void LayerTreeModel::layerMoved(const LayerPointer &layer)
     moved->parent = parent;
     parent->children.insert(parent->children.begin() + to, std::move(moved));
     endMoveRows();
+}
+
+void LayerTreeModel::layerChanged(const LayerPointer &layer)
+{
+    auto *const node = m_nodes.value(layer.get());
+    if (!node || node->name == layer->name())
+        return;
+    node->name = layer->name();
+    const auto index = indexOfNode(*node);
+    emit dataChanged(index, index);
 }
 
 LayerPointer LayerTreeModel::layerAt(const QModelIndex &index) const
@@ -240,12 +249,7 @@ QList<LayerPointer> LayerTreeModel::layersIn(const QMimeData &data) const
     for (const auto &id : ids)
         dragged.append(m_document->layerWithID(id));
     dragged.removeAll(nullptr);
-    dragged = outermostOf(dragged);
-    QList<LayerPointer> ordered;
-    const auto all = m_document->allLayers();
-    std::copy_if(all.begin(), all.end(), std::back_inserter(ordered),
-        [&dragged](const LayerPointer &layer) { return dragged.contains(layer); });
-    return ordered;
+    return orderedOutermostOf(*m_document, dragged);
 }
 
 bool LayerTreeModel::canDropMimeData(

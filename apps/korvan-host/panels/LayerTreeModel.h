@@ -45,6 +45,8 @@ private:
     struct Node
     {
         LayerPointer layer;
+        /// As it is shown: most changes of layers are none of their names.
+        QString name;
         Node *parent = nullptr;
         /// In the order of the rows.
         std::vector<std::unique_ptr<Node>> children;
@@ -54,6 +56,7 @@ private:
     void layerAdded(const LayerPointer &layer);
     void layerRemoved(const LayerPointer &layer);
     void layerMoved(const LayerPointer &layer);
+    void layerChanged(const LayerPointer &layer);
     std::unique_ptr<Node> makeNode(const LayerPointer &layer, Node *parent);
     void forget(const Node &node);
     Node *nodeOf(const LayerPointer &layer) const;

@@ -4,6 +4,25 @@
 #include <QScopedValueRollback>
 #include <QTimer>
 
+#include <algorithm>
+
+namespace {
+
+/// As few ranges as there are: a selection takes the square of their number.
+void selectRows(const QAbstractItemModel &model, const QModelIndex &parent, QList<int> &rows, QItemSelection &selection)
+{
+    std::sort(rows.begin(), rows.end());
+    for (qsizetype first = 0; first < rows.size();) {
+        auto last = first;
+        while (last + 1 < rows.size() && rows[last + 1] == rows[last] + 1)
+            ++last;
+        selection.select(model.index(rows[first], 0, parent), model.index(rows[last], 0, parent));
+        first = last + 1;
+    }
+}
+
+} // namespace
+
 LayersPanel::LayersPanel(std::shared_ptr<Document> document, QWidget *parent)
     : QTreeView(parent)
     , m_document(document)
@@ -58,13 +77,16 @@ void LayersPanel::showSelection()
 {
     m_isShowPlanned = false;
     const QScopedValueRollback guard(m_isShowing, true);
-    QItemSelection selection;
+    QHash<QModelIndex, QList<int>> rows;
     QModelIndex latest;
     const auto layers = m_document->selection();
     for (const auto &layer : layers) {
         latest = m_model.indexOf(layer);
-        selection.select(latest, latest);
+        rows[latest.parent()].append(latest.row());
     }
+    QItemSelection selection;
+    for (auto entry = rows.begin(); entry != rows.end(); ++entry)
+        selectRows(m_model, entry.key(), *entry, selection);
     selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     if (!latest.isValid())
         return;
