@@ -74,7 +74,7 @@
     </message>
     <message>
         <source>Save the changes to “%1”?</source>
-        <translation>Enregistrer les modifications de « %1 » ?</translation>
+        <translation>Enregistrer les modifications de « %1 » ?</translation>
     </message>
     <message>
         <source>They are lost otherwise.</source>
@@ -125,27 +125,27 @@
     </message>
     <message>
         <source>&amp;Plugins</source>
-        <translation>&amp;Modules</translation>
+        <translation>&amp;Plug-ins</translation>
     </message>
     <message>
         <source>Install Plug-in…</source>
-        <translation>Installer un module…</translation>
+        <translation>Installer un plug-in…</translation>
     </message>
     <message>
         <source>Show Plug-ins Folder</source>
-        <translation>Afficher le dossier des modules</translation>
+        <translation>Afficher le dossier des plug-ins</translation>
     </message>
     <message>
         <source>Reload Plug-ins</source>
-        <translation>Recharger les modules</translation>
+        <translation>Recharger les plug-ins</translation>
     </message>
     <message>
         <source>Install Plug-in</source>
-        <translation>Installer un module</translation>
+        <translation>Installer un plug-in</translation>
     </message>
     <message>
         <source>Plug-ins (*.zip)</source>
-        <translation>Modules (*.zip)</translation>
+        <translation>Plug-ins (*.zip)</translation>
     </message>
     <message>
         <source>&amp;Edit</source>
@@ -303,11 +303,11 @@
     </message>
     <message>
         <source>“%1” was not installed.</source>
-        <translation>« %1 » n’a pas été installé.</translation>
+        <translation>« %1 » n’a pas été installé.</translation>
     </message>
     <message>
         <source>“%1” is installed.</source>
-        <translation>« %1 » est installé.</translation>
+        <translation>« %1 » est installé.</translation>
     </message>
 </context>
 <context>
@@ -373,11 +373,11 @@
     <name>HostApplication</name>
     <message>
         <source>Start without plug-ins?</source>
-        <translation>Démarrer sans modules ?</translation>
+        <translation>Démarrer sans plug-ins ?</translation>
     </message>
     <message>
         <source>Korvan has ended unexpectedly while plug-ins were loading the last time. In safe mode no plug-in is enabled, so that you can find and disable the one that is to blame.</source>
-        <translation>La dernière fois, Korvan s’est arrêté de façon inattendue pendant le chargement des modules. En mode sans échec, aucun module n’est activé : vous pouvez ainsi trouver et désactiver celui qui est en cause.</translation>
+        <translation>La dernière fois, Korvan s’est arrêté de façon inattendue pendant le chargement des plug-ins. En mode sans échec, aucun plug-in n’est activé : vous pouvez ainsi trouver et désactiver celui qui est en cause.</translation>
     </message>
     <message>
         <source>Safe Mode</source>
@@ -385,7 +385,7 @@
     </message>
     <message>
         <source>Load Plug-ins</source>
-        <translation>Charger les modules</translation>
+        <translation>Charger les plug-ins</translation>
     </message>
     <message>
         <source>The document was not opened.</source>
@@ -465,7 +465,7 @@
     </message>
     <message>
         <source>Insert %1</source>
-        <translation>Insérer : %1</translation>
+        <translation>Insérer : %1</translation>
     </message>
     <message>
         <source>Duplicate</source>
@@ -510,33 +510,33 @@
     <name>PluginDataSection</name>
     <message>
         <source>Plug-in Data</source>
-        <translation>Données des modules</translation>
+        <translation>Données des plug-ins</translation>
     </message>
     <message>
         <source>No plug-in keeps anything on this layer.</source>
-        <translation>Aucun module ne conserve de données sur ce calque.</translation>
+        <translation>Aucun plug-in ne conserve de données sur ce calque.</translation>
     </message>
     <message>
         <source>Plug-in data of the layer</source>
-        <translation>Données des modules sur le calque</translation>
+        <translation>Données des plug-ins sur le calque</translation>
     </message>
 </context>
 <context>
     <name>PluginInstaller</name>
     <message>
         <source>“%1” holds no plug-in.</source>
-        <translation>« %1 » ne contient pas de module.</translation>
+        <translation>« %1 » ne contient pas de plug-in.</translation>
     </message>
     <message>
         <source>“%1” could not be copied.</source>
-        <translation>« %1 » n’a pas pu être copié.</translation>
+        <translation>« %1 » n’a pas pu être copié.</translation>
     </message>
 </context>
 <context>
     <name>PluginsMenuController</name>
     <message>
         <source>No Plug-ins</source>
-        <translation>Aucun module</translation>
+        <translation>Aucun plug-in</translation>
     </message>
 </context>
 <context>
@@ -622,7 +622,7 @@
     </message>
     <message>
         <source>%1 %</source>
-        <translation>%1 %</translation>
+        <translation>%1 %</translation>
     </message>
     <message>
         <source>Fit in Window</source>

@@ -74,7 +74,7 @@
     </message>
     <message>
         <source>Save the changes to “%1”?</source>
-        <translation>“%1”への変更を保存しますか？</translation>
+        <translation>「%1」への変更を保存しますか？</translation>
     </message>
     <message>
         <source>They are lost otherwise.</source>
@@ -133,7 +133,7 @@
     </message>
     <message>
         <source>Show Plug-ins Folder</source>
-        <translation>プラグインフォルダを表示</translation>
+        <translation>プラグインフォルダーを表示</translation>
     </message>
     <message>
         <source>Reload Plug-ins</source>
@@ -299,15 +299,15 @@
     </message>
     <message>
         <source>Inspector</source>
-        <translation>インスペクタ</translation>
+        <translation>インスペクター</translation>
     </message>
     <message>
         <source>“%1” was not installed.</source>
-        <translation>“%1”はインストールされませんでした。</translation>
+        <translation>「%1」はインストールされませんでした。</translation>
     </message>
     <message>
         <source>“%1” is installed.</source>
-        <translation>“%1”をインストールしました。</translation>
+        <translation>「%1」をインストールしました。</translation>
     </message>
 </context>
 <context>
@@ -408,7 +408,7 @@
     </message>
     <message>
         <source>Inspector</source>
-        <translation>インスペクタ</translation>
+        <translation>インスペクター</translation>
     </message>
 </context>
 <context>
@@ -525,11 +525,11 @@
     <name>PluginInstaller</name>
     <message>
         <source>“%1” holds no plug-in.</source>
-        <translation>“%1”にはプラグインがありません。</translation>
+        <translation>「%1」にはプラグインがありません。</translation>
     </message>
     <message>
         <source>“%1” could not be copied.</source>
-        <translation>“%1”をコピーできませんでした。</translation>
+        <translation>「%1」をコピーできませんでした。</translation>
     </message>
 </context>
 <context>
