@@ -31,10 +31,13 @@ HostOptions parseHostOptions(const QCoreApplication &application)
         QStringLiteral("appearance"), QStringLiteral("system, light or dark."), QStringLiteral("NAME"));
     QCommandLineOption screenshots(QStringLiteral("screenshots"), QString(), QStringLiteral("DIR"));
     screenshots.setFlags(QCommandLineOption::HiddenFromHelp);
+    QCommandLineOption endWhenShown(QStringLiteral("end-when-shown"));
+    endWhenShown.setFlags(QCommandLineOption::HiddenFromHelp);
 
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("The reference host of KorvanPluginManager."));
-    parser.addOptions({folder, support, defaults, resources, version, blocklist, safeMode, appearance, screenshots});
+    parser.addOptions(
+        {folder, support, defaults, resources, version, blocklist, safeMode, appearance, screenshots, endWhenShown});
     parser.addHelpOption();
     parser.addVersionOption();
     parser.addPositionalArgument(
@@ -52,6 +55,7 @@ HostOptions parseHostOptions(const QCoreApplication &application)
     options.safeMode = parser.isSet(safeMode);
     options.appearance = valueIfSet(parser, appearance);
     options.screenshotFolder = valueIfSet(parser, screenshots);
+    options.endsWhenShown = parser.isSet(endWhenShown);
     options.files = parser.positionalArguments();
     return options;
 }

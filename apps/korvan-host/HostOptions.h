@@ -17,6 +17,8 @@ struct HostOptions : HostingOptions
     std::optional<QString> appearance;
     /// Writes pictures of the windows there and ends.
     std::optional<QString> screenshotFolder;
+    /// Ends as soon as the first window is drawn, for whoever measures that.
+    bool endsWhenShown = false;
 };
 
 /// Ends the program after --help and --version, and with a message for arguments that make no sense.

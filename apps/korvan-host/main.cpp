@@ -22,6 +22,10 @@ int main(int argc, char **argv)
         return writeScreenshots(options);
     HostApplication host(options);
     host.start();
+    if (options.endsWhenShown) {
+        QApplication::processEvents();
+        return 0;
+    }
     // Only now: the question about safe mode is a window too.
     QObject::connect(&application, &QGuiApplication::lastWindowClosed, &host, &HostApplication::quit);
     host.plugins().manager().downloadRemotePluginsBlocklist();

@@ -6,7 +6,6 @@
 
 #include <QDir>
 #include <QPointer>
-#include <QTimer>
 
 namespace {
 
@@ -29,6 +28,9 @@ PluginSystem::PluginSystem(const HostingOptions &options)
     m_manager->setLogAction(m_log.action());
     m_actions = std::make_unique<HostActions>(*m_manager);
     m_installer = std::make_unique<ManagedInstaller>(*m_manager);
+    m_changeTimer.setSingleShot(true);
+    m_changeTimer.setInterval(0);
+    connect(&m_changeTimer, &QTimer::timeout, this, &PluginSystem::tellChange);
     observe(KRPluginManagerDidReloadPluginsNotification);
     observe(KRPluginManagerPluginDidChangeEnabledStateNotification);
 }
@@ -41,7 +43,7 @@ PluginSystem::~PluginSystem()
 void PluginSystem::observe(const QString &notification)
 {
     m_observers.push_back(m_environment.notificationCenter().addObserver(
-        notification, m_manager.get(), [this](const Notification &) { noteChange(); }));
+        notification, m_manager.get(), [this](const Notification &) { m_changeTimer.start(); }));
 }
 
 void PluginSystem::load(Enabling enabling)
@@ -49,7 +51,8 @@ void PluginSystem::load(Enabling enabling)
     m_marker.begin();
     m_manager->setDisableAllPlugins(enabling == Enabling::NoPlugin);
     m_manager->reloadPlugins();
-    startPlugins();
+    m_changeTimer.stop(); // who comes from now on fills his menu himself
+    tellChange();
     // Behind the handlers of "Startup": the queue keeps the order.
     m_environment.mainQueue().async([self = QPointer(this)] {
         if (self)
@@ -62,17 +65,8 @@ void PluginSystem::shutDown()
     m_actions->tellAndWait(QStringLiteral("Shutdown"));
 }
 
-void PluginSystem::noteChange()
-{
-    if (m_isChangePlanned)
-        return;
-    m_isChangePlanned = true;
-    QTimer::singleShot(0, this, &PluginSystem::tellChange);
-}
-
 void PluginSystem::tellChange()
 {
-    m_isChangePlanned = false;
     startPlugins();
     emit pluginsChanged();
 }

@@ -11,6 +11,7 @@
 
 #include <QObject>
 #include <QSet>
+#include <QTimer>
 
 #include <memory>
 
@@ -51,7 +52,6 @@ signals:
 
 private:
     void observe(const QString &notification);
-    void noteChange();
     void tellChange();
     /// Tells "Startup" to those that are enabled and have not heard it yet.
     void startPlugins();
@@ -64,6 +64,7 @@ private:
     std::unique_ptr<HostActions> m_actions;
     std::unique_ptr<PluginInstaller> m_installer;
     QSet<QString> m_started;
-    bool m_isChangePlanned = false;
+    /// Runs while a change waits to be told.
+    QTimer m_changeTimer;
     std::vector<NotificationObserver> m_observers;
 };
