@@ -1,5 +1,5 @@
 // How much longer the reference host takes with 300 plug-ins than with none: from the start of its process to a window
-// that is drawn, with all commands in its menu, and the end of the process.
+// that is drawn, with all commands in its menu.
 
 #include "support/BundleGenerator.h"
 #include "support/Interleaved.h"

@@ -5,6 +5,8 @@
 
 #include <QApplication>
 
+#include <cstdlib>
+
 int main(int argc, char **argv)
 {
     QApplication application(argc, argv);
@@ -24,7 +26,7 @@ int main(int argc, char **argv)
     host.start();
     if (options.endsWhenShown) {
         QApplication::processEvents();
-        return 0;
+        std::_Exit(0); // what comes after is not measured
     }
     // Only now: the question about safe mode is a window too.
     QObject::connect(&application, &QGuiApplication::lastWindowClosed, &host, &HostApplication::quit);
