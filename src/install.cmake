@@ -50,6 +50,7 @@ set(korvan_public_headers
     platform/Snapshot.h
     platform/UserDefaults.h
     platform/UserPresenter.h
+    platform/VirtualMainQueue.h
     platform/archive/LTZipReader.h
     platform/archive/ZipBudget.h
     platform/monitoring/FolderMonitorOptions.h
@@ -61,6 +62,7 @@ set(korvan_public_headers
     platform/script/ScriptActivity.h
     platform/script/ScriptCall.h
     platform/script/ScriptChecker.h
+    platform/script/ScriptCallTrace.h
     platform/script/ScriptClass.h
     platform/script/ScriptCoreModules.h
     platform/script/ScriptDictionary.h
@@ -69,6 +71,8 @@ set(korvan_public_headers
     platform/script/ScriptHost.h
     platform/script/ScriptObject.h
     platform/script/ScriptOutline.h
+    platform/script/ScriptProfiler.h
+    platform/script/ScriptSignature.h
     platform/script/ScriptValue.h
     platform/script/SourceOffset.h
     platform/script/ValueText.h

@@ -13,7 +13,7 @@
 class LogCollector final : public KRPluginLogAction
 {
 public:
-    using Listener = std::function<void(const QVariantMap &entry)>;
+    using Listener = std::function<void(const QVariantMap &entry, const QString &sender)>;
 
     explicit LogCollector(Listener listener = nullptr);
 
@@ -21,6 +21,8 @@ public:
     QString logStringFor(const QString &sender) override;
     void clearLogFor(const QString &sender) override;
 
+    /// Keeps an entry that nobody has logged, among the others but in nobody's text.
+    void add(const QVariantMap &entry) { m_entries.append(entry); }
     /// Since the last call, whoever logged.
     QList<QVariantMap> takeEntries();
 

@@ -5,7 +5,7 @@
 #include "hosting/ConfiguredEnvironment.h"
 
 /// The host that the framework sees: this program, as its options describe it.
-class CommandLineEnvironment final : public ConfiguredEnvironment, public LogTarget
+class CommandLineEnvironment : public ConfiguredEnvironment, public LogTarget
 {
 public:
     explicit CommandLineEnvironment(const GlobalOptions &options);

@@ -33,6 +33,10 @@ struct RunOptions
     QVariantMap context;
     double waitSeconds = 60;
     std::optional<QString> dumpDocumentFile;
+    /// Where to write where the scripts have spent their time.
+    std::optional<QString> profileFile;
+    /// Whether to tell each call of the scripts into the application.
+    bool trace = false;
 };
 
 struct SupplyOptions
@@ -109,6 +113,18 @@ struct PackOptions
     std::optional<QString> feed;
     /// Of the archive, or of its folder when it ends in "/".
     QString url;
+};
+
+struct TestOptions
+{
+    /// Plug-ins, folders of tests, or files.
+    QStringList paths;
+    /// Nil: "document.json" beside the tests, or else an empty one.
+    std::optional<QString> documentFile;
+    /// Only tests with that in their title, whatever the case.
+    QString filter;
+    /// For each test.
+    double limitSeconds = 5;
 };
 
 struct CompareVersionsOptions

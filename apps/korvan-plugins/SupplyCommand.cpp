@@ -41,7 +41,7 @@ public:
         : m_options(options)
         , m_output(output)
         , m_session(global)
-        , m_log(std::make_shared<LogCollector>([this](const QVariantMap &entry) { noteEntry(entry); }))
+        , m_log(std::make_shared<LogCollector>([this](const QVariantMap &entry, const QString &) { noteEntry(entry); }))
     {
         m_session.manager().setLogAction(m_log);
     }
@@ -148,7 +148,9 @@ private:
         QStringList names;
         for (const auto &supplier : std::as_const(suppliers))
             names.append(QStringLiteral("\"%1\"").arg(supplier.identifier));
-        if (suppliers.isEmpty())
+        if (!manager().plugins().contains(*m_options.plugin))
+            m_output.error(QStringLiteral("There is no plug-in \"%1\".").arg(*m_options.plugin));
+        else if (suppliers.isEmpty())
             m_output.error(QStringLiteral("The plug-in \"%1\" supplies no such data.").arg(*m_options.plugin));
         else
             m_output.error(QStringLiteral("The plug-in \"%1\" has several suppliers. Name one of them: %2.")

@@ -5,6 +5,12 @@
 const host = require('host:settings');
 const { describe, checkText } = require('./support/describe.js');
 
+function wordsFor(instance) {
+    if (instance instanceof Date)
+        return 'a Date (keep its toISOString())';
+    return instance instanceof Promise ? describe(instance) : 'an instance of a class';
+}
+
 /** Says where in a value something is that JSON cannot hold; undefined when there is nothing. */
 function findInvalid(value, path, outer) {
     switch (typeof value) {
@@ -19,7 +25,7 @@ function findInvalid(value, path, outer) {
         return `${path} is inside itself`;
     const prototype = Object.getPrototypeOf(value);
     if (!Array.isArray(value) && prototype !== Object.prototype && prototype !== null)
-        return `${path} is ${value instanceof Date ? 'a Date (keep its toISOString())' : 'an instance of a class'}`;
+        return `${path} is ${wordsFor(value)}`;
     for (const key of Object.keys(value)) {
         const part = Array.isArray(value) ? `${path}[${key}]` : `${path}.${key}`;
         const invalid = findInvalid(value[key], part, [...outer, value]);

@@ -5,6 +5,7 @@
 
 const host = require('host:user-interface');
 const { describe, checkKeys, checkText, checkNumber, checkFunction } = require('./support/describe.js');
+const { refuseUnknownNames } = require('./support/strict.js');
 
 const STYLES = ['information', 'warning', 'critical'];
 
@@ -18,7 +19,8 @@ function optionsOf(options, keys, caller) {
 
 function checkTexts(texts, what) {
     if (!Array.isArray(texts) || texts.length === 0)
-        throw new TypeError(`${what} have to be an array with at least one text, but are ${describe(texts)}.`);
+        throw new TypeError(`${what} have to be an array with at least one text, but are ${
+            Array.isArray(texts) ? 'an empty one' : describe(texts)}.`);
     texts.forEach((text) => checkText(text, `Each of ${what.toLowerCase()}`));
     return texts;
 }
@@ -87,6 +89,8 @@ class Progress {
     get [Symbol.toStringTag]() { return 'Progress'; }
 }
 
+refuseUnknownNames(Progress, 'progress');
+
 function progress(options) {
     const given = optionsOf(options, ['total', 'cancellable'], 'progress()');
     if (given.total !== undefined)
@@ -127,7 +131,12 @@ module.exports = {
             checkNumber(number, `The ${key} of askNumber()`);
         if (minimum > maximum)
             throw new RangeError(`The minimum of askNumber() (${minimum}) is above its maximum (${maximum}).`);
-        const bounded = Math.min(Math.max(value, minimum), maximum);
+        if (!(Number.isInteger(decimals) && decimals >= 0 && decimals <= 15)) {
+            throw new RangeError(
+                `The decimals of askNumber() have to be a whole number from 0 to 15, but are ${decimals}.`);
+        }
+        const rounded = Math.abs(value) < 1e12 ? Number(value.toFixed(decimals)) : value;
+        const bounded = Math.min(Math.max(rounded, minimum), maximum);
         return answerOf((done) => host.askNumber({ ...given, value: bounded, minimum, maximum, decimals }, done));
     },
 

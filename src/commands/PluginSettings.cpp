@@ -75,6 +75,15 @@ void PluginSettings::refresh()
     m_values = values.value_or(QVariantMap());
 }
 
+std::optional<KRError> PluginSettings::refusalToKeep(const QString &key, const QVariant &value)
+{
+    if (isValidJSONValue(value) && isValidJSONText(key))
+        return std::nullopt;
+    return settingsError(QStringLiteral("The setting \"%1\" cannot be kept: settings are texts, numbers, "
+                                        "booleans, null, and arrays and plain objects of them.")
+                             .arg(key));
+}
+
 QVariantMap PluginSettings::values()
 {
     refresh();
@@ -92,11 +101,8 @@ std::optional<KRError> PluginSettings::setValues(const QVariantMap &changes)
             values.remove(change.key());
             continue;
         }
-        if (!isValidJSONValue(*change) || !isValidJSONText(change.key())) {
-            return settingsError(QStringLiteral("The setting \"%1\" cannot be kept: settings are texts, numbers, "
-                                                "booleans, null, and arrays and plain objects of them.")
-                                     .arg(change.key()));
-        }
+        if (auto refusal = refusalToKeep(change.key(), *change))
+            return refusal;
         values.insert(change.key(), *change);
     }
     if (values == m_values)
@@ -106,7 +112,7 @@ std::optional<KRError> PluginSettings::setValues(const QVariantMap &changes)
     if (bytes.size() > largestSize) {
         return settingsError(
             QStringLiteral("The settings of a plug-in hold at most %1 bytes as JSON, which these would exceed. Keep "
-                           "larger things in files, and their paths in the settings.")
+                           "less of them: take out what is not needed any more, or what can be made anew.")
                 .arg(largestSize));
     }
     if (m_isUnreadable) {

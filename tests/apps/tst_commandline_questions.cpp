@@ -3,6 +3,9 @@
 #include "apps/CommandLineFixture.h"
 
 #include <QJsonArray>
+#include <QProcess>
+
+#include <csignal>
 
 using namespace Qt::StringLiterals;
 
@@ -33,6 +36,8 @@ private slots:
     void withoutInputNothingIsAnswered();
     void questionsStayOutOfTheDocument();
     void progressIsTold();
+    void progressIsInterrupted_data();
+    void progressIsInterrupted();
     void suppliersAreListed();
     void suppliersFillLayers();
     void suppliersFillSelectedLayersOnly();
@@ -80,6 +85,15 @@ void tst_CommandLine_Questions::answersComeFromTheInput_data()
         << QStringList{u"Ask: Columns"_s, u"A number [3]:"_s, u"\"many\" is no number."_s, u"Ask: Columns"_s,
                u"A number [3]:"_s, u"The number has to be at least 1 and at most 12."_s, u"Ask: Columns"_s,
                u"A number [3]:"_s};
+    QTest::newRow("a whole number, asked again")
+        << QByteArray("print(await ui.askNumber('Columns'))") << QByteArray("1.5\n2\n") << QByteArray("2\n")
+        << QStringList{u"Ask: Columns"_s, u"A number [0]:"_s, u"The number has to be a whole number."_s,
+               u"Ask: Columns"_s, u"A number [0]:"_s};
+    QTest::newRow("decimals, asked again")
+        << QByteArray("print(await ui.askNumber({ title: 'Factor', decimals: 2, value: 1.239 }))")
+        << QByteArray("1.23456\n1.23\n") << QByteArray("1.23\n")
+        << QStringList{u"Ask: Factor"_s, u"A number [1.24]:"_s, u"The number can have at most 2 decimals."_s,
+               u"Ask: Factor"_s, u"A number [1.24]:"_s};
     QTest::newRow("a button by its number")
         << QByteArray("print(await ui.alert({ title: 'Delete?', buttons: ['Delete', 'Keep'] }))") << QByteArray("2\n")
         << QByteArray("Keep\n")
@@ -139,6 +153,46 @@ void tst_CommandLine_Questions::progressIsTold()
         QStringList({u"Ask: Export"_s, u"Ask: Export 0 %"_s, u"Ask: Export 10 %"_s, u"Ask: Export 20 %"_s,
             u"Ask: Export 20 % – Nearly"_s}));
     QCOMPARE(finished.exitCode, 0);
+}
+
+void tst_CommandLine_Questions::progressIsInterrupted_data()
+{
+    QTest::addColumn<QByteArray>("work");
+    QTest::addColumn<int>("interrupts");
+    QTest::addColumn<QByteArray>("output");
+    const QByteArray untilCancelled = "while (!progress.isCancelled) await progress.pause(); return 'stopped'";
+    QTest::newRow("one asks to stop") << untilCancelled << 1 << QByteArray("→ stopped\n");
+    QTest::newRow("a second one ends a script that does not listen")
+        << QByteArray("for (;;) await progress.pause()") << 2 << QByteArray();
+}
+
+void tst_CommandLine_Questions::progressIsInterrupted()
+{
+    QFETCH(QByteArray, work);
+    QFETCH(int, interrupts);
+    plugin(u"ask"_s, manifest,
+        "function onRun() { return require('korvan/ui').withProgress('Export', async (progress) => { " + work
+            + " }); }");
+    QProcess process;
+    process.setWorkingDirectory(m_folder->path());
+    process.start(QStringLiteral(KORVAN_PLUGINS_PROGRAM),
+        {u"--folder"_s, u"plugins"_s, u"--support-dir"_s, u"data"_s, u"--defaults"_s, u"defaults"_s, u"run"_s,
+            u"com.example.ask/ask"_s});
+    auto waitForErrors = [&process, errors = QByteArray()](const QByteArray &text) mutable {
+        process.setReadChannel(QProcess::StandardError);
+        while (!errors.contains(text) && process.waitForReadyRead())
+            errors += process.readAllStandardError();
+        return errors.contains(text);
+    };
+    QVERIFY(waitForErrors("Ask: Export\n"));
+    ::kill(pid_t(process.processId()), SIGINT);
+    if (interrupts == 2) {
+        QVERIFY(waitForErrors("again to end at once.\n"));
+        ::kill(pid_t(process.processId()), SIGINT);
+    }
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitStatus(), interrupts == 2 ? QProcess::CrashExit : QProcess::NormalExit);
+    QTEST(process.readAllStandardOutput(), "output");
 }
 
 void tst_CommandLine_Questions::suppliersAreListed()
@@ -205,7 +259,7 @@ void tst_CommandLine_Questions::supplierProblems_data()
         register({ name: 'A', kind: 'text', supply() { throw new Error('no network') } });
         register({ name: 'B', kind: 'text', supply: () => new Promise(() => {}) }); })";
     QTest::newRow("no such plug-in") << QStringList{u"com.example.none"_s} << two
-                                     << u"korvan-plugins: The plug-in \"com.example.none\" supplies no such data."_s;
+                                     << u"korvan-plugins: There is no plug-in \"com.example.none\"."_s;
     QTest::newRow("no such supplier") << QStringList{u"com.example.data"_s, u"C"_s} << two
                                       << u"korvan-plugins: The plug-in \"com.example.data\" supplies no such data."_s;
     QTest::newRow("several") << QStringList{u"com.example.data"_s} << two

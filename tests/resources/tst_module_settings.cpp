@@ -92,14 +92,14 @@ void tst_Module_Settings::calls_data()
         u"TypeError: The setting \"a\" cannot be kept: a is an instance of a class. Settings are texts, numbers, "
         "booleans, null, and arrays and plain objects of them."_s);
     row("a promise", "attempt(() => settings.set('a', Promise.resolve(1)))",
-        u"TypeError: The setting \"a\" cannot be kept: a is an instance of a class. Settings are texts, numbers, "
+        u"TypeError: The setting \"a\" cannot be kept: a is a promise (await it first). Settings are texts, numbers, "
         "booleans, null, and arrays and plain objects of them."_s);
     row("no key", "attempt(() => settings.get()); attempt(() => settings.set('', 1))",
         u"TypeError: The key of a setting has to be a text, but is nothing (undefined).\n"
         "TypeError: The key of a setting cannot be empty."_s);
     row("too much", "attempt(() => settings.set('a', 'x'.repeat(1100000)))",
-        u"Error: The settings of a plug-in hold at most 1048576 bytes as JSON, which these would exceed. Keep larger "
-        "things in files, and their paths in the settings."_s);
+        u"Error: The settings of a plug-in hold at most 1048576 bytes as JSON, which these would exceed. Keep less of "
+        "them: take out what is not needed any more, or what can be made anew."_s);
     row("on a layer",
         "const on = settings.of(context.selection[0]); on.set('a', 1); show(on.get('a')); show(on.all()); "
         "show(settings.all()); show(settings.of(require('korvan/dom').from(context.selection[0])).get('a'))",
@@ -108,6 +108,11 @@ void tst_Module_Settings::calls_data()
         "const on = settings.of(context.document); on.update({ a: 1, b: 2 }); on.delete('a'); show(on.all()); "
         "on.clear(); show(context.document.userInfo())",
         u"{\"b\":2}\nnull"_s);
+    row("what JSON would change, on a layer too",
+        "const keep = (v) => { for (const s of [settings, settings.of(context.selection[0])]) { "
+        "try { s.set('a', v); show('kept'); } catch (e) { show(e.message.startsWith('The setting \"a\"')); } "
+        "show(s.keys()); } }; keep('\\ud800'); keep([1, , 2])",
+        u"true\n[]\ntrue\n[]\ntrue\n[]\ntrue\n[]"_s);
     row("on nothing", "attempt(() => settings.of('a')); attempt(() => settings.of(null))",
         u"TypeError: of() takes a layer or a document, but was given the text \"a\".\n"
         "TypeError: of() takes a layer or a document, but was given null."_s);

@@ -17,8 +17,8 @@ public:
     const std::shared_ptr<LogCollector> &action() const { return m_action; }
 
 signals:
-    /// An entry as KRPluginLogAction describes it.
-    void logged(const QVariantMap &entry);
+    /// An entry as KRPluginLogAction describes it, and the identifier of the command, or of whoever else logs.
+    void logged(const QVariantMap &entry, const QString &sender);
 
 private:
     std::shared_ptr<LogCollector> m_action;

@@ -35,9 +35,14 @@ function distance(from, to) {
     return row[to.length];
 }
 
-/** " Did you mean \"fill\"?" for a word that is nearly one of the known ones, else "". */
+/** " Did you mean \"fill\"?" for a word that is the beginning of one of the known ones, or nearly one, else "". */
 function suggestion(word, known) {
     const text = String(word).toLowerCase();
+    const begun = known.find((name) => text !== '' && name.toLowerCase().startsWith(text));
+    if (begun !== undefined)
+        return ` Did you mean "${begun}"?`;
+    if (text.length < 2)
+        return '';
     const nearest = known.map((name) => [distance(text, name.toLowerCase()), name]).sort((a, b) => a[0] - b[0])[0];
     return nearest !== undefined && nearest[0] <= Math.ceil(text.length / 3) ? ` Did you mean "${nearest[1]}"?` : '';
 }

@@ -36,6 +36,8 @@ QVariantMap SettingsService::valuesOn(const std::shared_ptr<UserInfoOwner> &owne
 
 void SettingsService::setValueOn(const std::shared_ptr<UserInfoOwner> &owner, const QString &key, const QVariant &value)
 {
+    if (const auto refusal = value.isValid() ? PluginSettings::refusalToKeep(key, value) : std::nullopt)
+        throw ScriptException(refusal->localizedDescription); // the command would only log it
     if (const auto command = m_context.command.lock())
         command->setValueForKeyOnObject(value, key, owner, pluginIdentifier());
 }
@@ -43,10 +45,10 @@ void SettingsService::setValueOn(const std::shared_ptr<UserInfoOwner> &owner, co
 const ScriptClass &SettingsService::scriptClass() const
 {
     static constexpr ScriptOperation operations[] = {
-        scriptOperation<&SettingsService::values>("values"),
-        scriptOperation<&SettingsService::setValues>("setValues"),
-        scriptOperation<&SettingsService::valuesOn>("valuesOn"),
-        scriptOperation<&SettingsService::setValueOn>("setValueOn"),
+        scriptOperation<&SettingsService::values>("values", "(): Record<string, unknown>"),
+        scriptOperation<&SettingsService::setValues>("setValues", "(changes: Record<string, unknown>)"),
+        scriptOperation<&SettingsService::valuesOn>("valuesOn", "(owner: Layer | Document): Record<string, unknown>"),
+        scriptOperation<&SettingsService::setValueOn>("setValueOn", "(owner: Layer | Document, key, value: unknown)"),
     };
     static constexpr ScriptClass scriptClass{"SettingsService", operations};
     return scriptClass;

@@ -40,6 +40,12 @@ const char *nameOf(URLRequest::Method method)
     return "GET";
 }
 
+/// The transfer library's value of a field without any is the end of its line.
+QByteArray valueOf(const curl_header &field)
+{
+    return QByteArray(field.value).trimmed();
+}
+
 StallWatch::Clock::time_point now()
 {
     return StallWatch::Clock::now();
@@ -188,9 +194,20 @@ void Transfer::takeHeader(QByteArrayView line)
 {
     m_stallWatch.received(line.size(), now());
     if (line.startsWith("HTTP/")) // also after a provisional head
-        m_headIsWhole = false;
+        takeStatusLine(line);
     else if (line == "\r\n" || line == "\n")
         m_headIsWhole = true;
+}
+
+/// "HTTP/1.1 404 Not Found".
+void Transfer::takeStatusLine(QByteArrayView line)
+{
+    m_headIsWhole = false;
+    if (m_request.responseHeaders == URLRequest::ResponseHeaders::Drop)
+        return;
+    const auto status = line.indexOf(' ');
+    const auto text = status < 0 ? status : line.indexOf(' ', status + 1);
+    m_statusText = text < 0 ? QByteArray() : line.sliced(text + 1).trimmed().toByteArray();
 }
 
 std::size_t Transfer::bodyArrives(char *bytes, std::size_t size, std::size_t count, void *transfer)
@@ -241,7 +258,7 @@ std::optional<QByteArray> Transfer::header(const char *name) const
     curl_header *found = nullptr;
     if (curl_easy_header(m_handle.get(), name, 0, CURLH_HEADER, -1, &found) != CURLHE_OK)
         return {};
-    return QByteArray(found->value);
+    return valueOf(*found);
 }
 
 std::optional<QByteArray> Transfer::redirectLocation() const
@@ -264,7 +281,7 @@ Transfer::Next Transfer::requestEnded(CURLcode code)
 {
     if (code == CURLE_OK && !m_headIsWhole) // which the transfer library takes for an answer without body
         code = CURLE_PARTIAL_FILE;
-    m_response = {m_url, statusCode(), responseHeaders()};
+    m_response = {m_url, statusCode(), responseHeaders(), m_statusText};
     if (m_error)
         return Next::Finish;
     if (code == CURLE_OPERATION_TIMEDOUT && wasOnlyBusy())
@@ -326,7 +343,7 @@ HTTPHeaders Transfer::responseHeaders() const
         return fields;
     curl_header *field = nullptr;
     while ((field = curl_easy_nextheader(m_handle.get(), CURLH_HEADER, -1, field)))
-        fields.append({QByteArray(field->name), QByteArray(field->value)});
+        fields.append({QByteArray(field->name), valueOf(*field)});
     return fields;
 }
 

@@ -123,6 +123,7 @@ QVariantMap describe(const QByteArray &body, const URLResponse &response)
     return {
         {QStringLiteral("url"), QString::fromUtf8(response.url.toEncoded())},
         {QStringLiteral("status"), response.statusCode},
+        {QStringLiteral("statusText"), QString::fromLatin1(response.statusText)},
         {QStringLiteral("headers"), headers},
         {QStringLiteral("body"), body},
     };
@@ -180,8 +181,8 @@ void FetchService::finish(
 const ScriptClass &FetchService::scriptClass() const
 {
     static constexpr ScriptOperation operations[] = {
-        scriptOperation<&FetchService::start>("start"),
-        scriptOperation<&FetchService::cancel>("cancel"),
+        scriptOperation<&FetchService::start>("start", "(request: Record<string, unknown>, answered: Function)"),
+        scriptOperation<&FetchService::cancel>("cancel", "(number)"),
     };
     static constexpr ScriptClass description{"FetchService", operations};
     return description;
