@@ -2,17 +2,19 @@
 
 #include "CallTracer.h"
 #include "CommandRunner.h"
+#include "OutputFiles.h"
 #include "PluginSession.h"
 #include "commands/KRPluginStandaloneScript.h"
 #include "document/DocumentContext.h"
 #include "document/DocumentFile.h"
+#include "platform/AtomicFile.h"
 #include "platform/script/ScriptProfiler.h"
 #include "platform/script/ValueText.h"
 #include "validation/Suggestion.h"
 
 #include <QDateTime>
+#include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <algorithm>
 
@@ -77,7 +79,7 @@ public:
 
     ExitCode perform()
     {
-        if (!findCommand() || !loadDocument())
+        if (!findCommand() || !loadDocument() || !checkOutputs())
             return ExitCode::Failed;
         const auto profiler = startProfiler();
         const auto results = runHandlers();
@@ -153,6 +155,38 @@ private:
         return m_document != nullptr;
     }
 
+    /// Before anything runs: its result would be lost, or something else.
+    bool checkOutputs()
+    {
+        const auto error = errorOfOutputs();
+        if (error)
+            m_output.error(*error);
+        return !error;
+    }
+
+    std::optional<KRError> errorOfOutputs() const
+    {
+        QList<NamedFile> files;
+        if (m_options.standaloneFile)
+            files.append({QStringLiteral("--standalone"), *m_options.standaloneFile});
+        if (m_options.dumpDocumentFile && m_document) {
+            const NamedFile dump{QStringLiteral("--dump-document"), *m_options.dumpDocumentFile};
+            if (auto error = clashOfOutput(dump, files))
+                return error;
+            if (auto error = refusalToWrite(QStringLiteral("document"), dump.path))
+                return error;
+            files.append(dump); // which may be the document that is read
+        }
+        if (m_options.documentFile)
+            files.append({QStringLiteral("--document"), *m_options.documentFile});
+        if (!m_options.profileFile)
+            return std::nullopt;
+        const NamedFile profile{QStringLiteral("--profile"), *m_options.profileFile};
+        if (auto error = clashOfOutput(profile, files))
+            return error;
+        return refusalToWrite(QStringLiteral("profile"), profile.path);
+    }
+
     QVariantMap context() const
     {
         return m_document ? contextWithDocument(m_options.context, m_document) : m_options.context;
@@ -175,12 +209,12 @@ private:
     {
         if (!profiler)
             return true;
-        QSaveFile file(*m_options.profileFile);
-        const auto profile = profiler->profile();
-        if (file.open(QIODevice::WriteOnly) && file.write(profile) == profile.size() && file.commit())
-            return true;
-        m_output.error(QStringLiteral("Cannot write the profile \"%1\": %2").arg(file.fileName(), file.errorString()));
-        return false;
+        const auto &path = *m_options.profileFile;
+        const auto error = replaceFileAtomically(QFile::encodeName(path), profiler->profile());
+        if (error)
+            m_output.error(
+                QStringLiteral("Cannot write the profile \"%1\": %2").arg(path, error->localizedDescription));
+        return !error;
     }
 
     QList<CommandResult> runHandlers()

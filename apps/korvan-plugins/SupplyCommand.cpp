@@ -1,5 +1,6 @@
 #include "Commands.h"
 
+#include "OutputFiles.h"
 #include "PluginSession.h"
 #include "TextTable.h"
 #include "Waiting.h"
@@ -52,7 +53,7 @@ public:
         if (!m_options.plugin)
             return list();
         const auto supplier = findSupplier();
-        if (!supplier || !loadDocument())
+        if (!supplier || !loadDocument() || !checkOutput())
             return ExitCode::Failed;
         const bool isDone = putIntoLayers(*supplier) && saveDocument();
         return isDone && !m_hasErrors ? ExitCode::Done : ExitCode::Failed;
@@ -64,7 +65,8 @@ private:
     void noteEntry(const QVariantMap &entry)
     {
         m_hasErrors = m_hasErrors || entry.value(QStringLiteral("level")).toString() == u"error";
-        printToStandardError(entry.value(QStringLiteral("stringValue")).toString());
+        m_latestText = entry.value(QStringLiteral("stringValue")).toString();
+        printToStandardError(m_latestText);
     }
 
     /// Runs what plug-ins with data do when the application starts, and waits for those that take their time.
@@ -172,6 +174,16 @@ private:
         return m_document != nullptr;
     }
 
+    bool checkOutput()
+    {
+        if (!m_options.dumpDocumentFile)
+            return true;
+        const auto error = refusalToWrite(QStringLiteral("document"), *m_options.dumpDocumentFile);
+        if (error)
+            m_output.error(*error);
+        return !error;
+    }
+
     /// The selected layers of the kind, or all of them where none is selected.
     QList<LayerPointer> layersFor(DataSupplier::Kind kind) const
     {
@@ -198,7 +210,9 @@ private:
         }
         const auto &values = **answer;
         if (!values) {
-            m_output.error(values.error());
+            const bool isShownAlready = values.error().localizedDescription == m_latestText; // as its log
+            if (m_output.isJSON() || !isShownAlready)
+                m_output.error(values.error());
             return false;
         }
         apply(supplier, layers, values.value());
@@ -212,7 +226,8 @@ private:
         for (qsizetype i = 0; i < std::min(layers.size(), values.size()); ++i) {
             const auto &layer = layers.at(i);
             const auto &value = values.at(i);
-            if (!value)
+            const bool isRemoved = !layer->document(); // while the plug-in was asked
+            if (!value || isRemoved)
                 continue;
             if (supplier.kind == DataSupplier::Kind::Text)
                 layer->setText(value);
@@ -242,6 +257,7 @@ private:
     const SupplyOptions &m_options;
     Output &m_output;
     bool m_hasErrors = false;
+    QString m_latestText;
     PluginSession m_session;
     std::shared_ptr<LogCollector> m_log;
     std::shared_ptr<Document> m_document;

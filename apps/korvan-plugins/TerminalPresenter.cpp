@@ -19,9 +19,12 @@ QStringList headLines(const UserMessage &message)
     return lines;
 }
 
-/// By its number from 1, or by its text.
+/// By its text, by its number from 1, or by its text in other cases: a list may hold numbers, and texts that differ in
+/// their cases only.
 std::optional<int> indexOf(const QString &answer, const QStringList &texts)
 {
+    if (const auto index = texts.indexOf(answer); index >= 0)
+        return int(index);
     bool isNumber = false;
     const int number = answer.toInt(&isNumber);
     if (isNumber && number >= 1 && number <= texts.size())

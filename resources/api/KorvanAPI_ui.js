@@ -5,6 +5,7 @@
 
 const host = require('host:user-interface');
 const { describe, checkKeys, checkText, checkNumber, checkFunction } = require('./support/describe.js');
+const { inspectable } = require('../modules/support/inspectable.js');
 const { refuseUnknownNames } = require('./support/strict.js');
 
 const STYLES = ['information', 'warning', 'critical'];
@@ -21,8 +22,7 @@ function checkTexts(texts, what) {
     if (!Array.isArray(texts) || texts.length === 0)
         throw new TypeError(`${what} have to be an array with at least one text, but are ${
             Array.isArray(texts) ? 'an empty one' : describe(texts)}.`);
-    texts.forEach((text) => checkText(text, `Each of ${what.toLowerCase()}`));
-    return texts;
+    return Array.from(texts, (text) => checkText(text, `Each of ${what.toLowerCase()}`));
 }
 
 function checkOneOf(value, texts, what) {
@@ -35,6 +35,9 @@ function answerOf(ask, convert = (answer) => answer) {
     return new Promise((resolve) => { ask((answer) => resolve(answer === null ? null : convert(answer))); });
 }
 
+// Who has it may make the objects of this module.
+const maker = Symbol('maker');
+
 /** Something that takes a while, as the user sees it. */
 class Progress {
     #presentation;
@@ -44,7 +47,9 @@ class Progress {
     #isCancelled = false;
     #onCancel = null;
 
-    constructor(options) {
+    constructor(key, options) {
+        if (key !== maker)
+            throw new TypeError('A script cannot make a progress with new. Use progress() or withProgress().');
         const { total = 0, text, cancellable = true, ...rest } = options;
         this.#total = total;
         this.#text = text;
@@ -89,13 +94,14 @@ class Progress {
     get [Symbol.toStringTag]() { return 'Progress'; }
 }
 
+inspectable(Progress, ['text', 'value', 'total', 'isCancelled']);
 refuseUnknownNames(Progress, 'progress');
 
 function progress(options) {
     const given = optionsOf(options, ['total', 'cancellable'], 'progress()');
     if (given.total !== undefined)
         checkNumber(given.total, 'The total of progress()');
-    return new Progress(given);
+    return new Progress(maker, given);
 }
 
 module.exports = {

@@ -1,5 +1,6 @@
 const named = require('./support/names');
 const { checkType } = require('./support/arguments');
+const { coded } = require('./support/codes');
 const buffer = require('npm:buffer');
 const { Buffer } = buffer;
 
@@ -61,6 +62,11 @@ for (const name of Object.keys(Buffer.prototype).filter(isNumeric)) {
 }
 for (const name of ['readBigUInt64LE', 'readBigUInt64BE', 'writeBigUInt64LE', 'writeBigUInt64BE'])
     Buffer.prototype[name.replace('UInt', 'Uint')] = Buffer.prototype[name];
+
+// The package's errors have no codes.
+coded(Buffer, ['alloc', 'allocUnsafe', 'allocUnsafeSlow', 'byteLength', 'compare', 'concat', 'from']);
+coded(Buffer.prototype, ['compare', 'equals', 'fill', 'toString', ...Object.keys(Buffer.prototype).filter(isNumeric)]);
+coded(Buffer.prototype, ['swap16', 'swap32', 'swap64'], { RangeError: 'ERR_INVALID_BUFFER_SIZE' });
 
 const constants = { MAX_LENGTH: buffer.kMaxLength, MAX_STRING_LENGTH: 0x3fffffff };
 

@@ -1,6 +1,7 @@
 // fetch over the application's own transfers. Bodies are held in memory: texts, bytes and URLSearchParams, no streams.
 const named = require('./support/names');
 const { Headers, Request, Response, received, takeBody, headersOf, fieldsOfServer } = require('./support/messages');
+const { inspectable, inspectableAs } = require('./support/inspectable');
 const dataOf = require('./support/data-url');
 const service = require('host:fetch');
 
@@ -71,5 +72,9 @@ function fetch(input, options) {
         }
     });
 }
+
+inspectableAs(Headers, (headers, inspect) => inspect(Object.fromEntries(headers)));
+inspectable(Request, ['method', 'url', 'headers', 'redirect', 'bodyUsed']);
+inspectable(Response, ['status', 'statusText', 'headers', 'redirected', 'url', 'bodyUsed']);
 
 module.exports = named({ fetch, Headers, Request, Response });

@@ -3,6 +3,7 @@
 #include "platform/AtomicFile.h"
 #include "platform/FileReading.h"
 #include "platform/FileURL.h"
+#include "platform/FolderLock.h"
 #include "platform/JSONText.h"
 #include "platform/JSONValidity.h"
 #include "platform/LTAppEnvironment.h"
@@ -10,6 +11,8 @@
 #include <QCryptographicHash>
 
 #include <cerrno>
+#include <chrono>
+#include <filesystem>
 #include <unistd.h>
 
 namespace {
@@ -34,6 +37,44 @@ std::optional<QVariantMap> readValues(const QByteArray &path, const QString &ide
     if (root.value(identifierKey) != identifier || values.typeId() != QMetaType::QVariantMap)
         return std::nullopt;
     return values.toMap();
+}
+
+KRError writingError(const QByteArray &path, const QString &reason)
+{
+    return settingsError(
+        QStringLiteral("The settings cannot be written to \"%1\": %2").arg(QString::fromUtf8(path), reason));
+}
+
+/// Keeps other processes from changing settings between what is read and what is written.
+Result<FolderLock> lockFolderOf(const QByteArray &path)
+{
+    constexpr std::chrono::seconds longestWait(5); // one change takes milliseconds
+    const auto folder = pathWithoutLastComponent(path);
+    std::error_code ignored; // locking the folder tells it better
+    std::filesystem::create_directories(folder.toStdString(), ignored);
+    auto lock = FolderLock::lock(folder, longestWait);
+    if (lock)
+        return lock;
+    if (lock.error().code == EWOULDBLOCK) {
+        return writingError(path,
+            QStringLiteral("another process has been changing settings there for too long. Try again, or end that "
+                           "process."));
+    }
+    return writingError(path, lock.error().localizedDescription);
+}
+
+/// Says where it is from now on: its plug-in goes on without what it kept.
+std::optional<KRError> putAsideUnreadableFile(const QByteArray &path)
+{
+    const auto kept = keepUnreadableFile(path);
+    if (!kept)
+        return writingError(path, kept.error().localizedDescription);
+    if (!kept.value().isEmpty()) {
+        LTAppEnvironment::current().systemLog(
+            QStringLiteral("The settings file \"%1\" cannot be read and is kept as \"%2\".")
+                .arg(QString::fromUtf8(path), QString::fromUtf8(kept.value())));
+    }
+    return std::nullopt;
 }
 
 } // namespace
@@ -94,6 +135,9 @@ std::optional<KRError> PluginSettings::setValues(const QVariantMap &changes)
 {
     if (m_path.isEmpty())
         return settingsError(QStringLiteral("This application keeps no settings: it has no folder for them."));
+    const auto lock = lockFolderOf(m_path);
+    if (!lock)
+        return lock.error();
     refresh();
     auto values = m_values;
     for (auto change = changes.begin(); change != changes.end(); ++change) {
@@ -116,11 +160,11 @@ std::optional<KRError> PluginSettings::setValues(const QVariantMap &changes)
                 .arg(largestSize));
     }
     if (m_isUnreadable) {
-        if (const auto error = keepUnreadableFile(m_path))
+        if (const auto error = putAsideUnreadableFile(m_path))
             return error;
     }
-    if (const auto error = writeFileAtomically(m_path, bytes))
-        return error;
+    if (const auto error = replaceFileAtomically(m_path, bytes))
+        return writingError(m_path, error->localizedDescription);
     m_values = values;
     m_isUnreadable = false;
     m_source = identityOfFile(m_path);
@@ -129,13 +173,20 @@ std::optional<KRError> PluginSettings::setValues(const QVariantMap &changes)
 
 std::optional<KRError> PluginSettings::clear()
 {
+    if (!identityOfFile(m_path)) { // nor perhaps a folder to lock
+        refresh();
+        return std::nullopt;
+    }
+    const auto lock = lockFolderOf(m_path);
+    if (!lock)
+        return lock.error();
     refresh();
     if (m_isUnreadable) {
-        if (const auto error = keepUnreadableFile(m_path))
+        if (const auto error = putAsideUnreadableFile(m_path))
             return error;
     }
     if (m_source && ::unlink(m_path.constData()) != 0 && errno != ENOENT)
-        return systemError(errno);
+        return writingError(m_path, systemError(errno).localizedDescription);
     m_values.clear();
     m_source.reset();
     m_isUnreadable = false;

@@ -160,7 +160,7 @@ void tst_CommandLine_Test::failing_data()
         << u"tests/a.test.js:2:19"_s;
     QTest::newRow("a supplier that fails")
         << QByteArray("\n  await supplyData('Broken');")
-        << u"Error: The data supplier \"Broken\" has failed: TypeError: The supplier \"Broken\" has to answer an array"_s
+        << u"Error: The data supplier \"Broken\" has failed: TypeError: It has to answer an array"_s
         << u"tests/a.test.js:2:19"_s;
     QTest::newRow("a text for a number")
         << QByteArray("user.answer('Ada', 'No', '3'); await runCommand('ask');")
@@ -173,6 +173,28 @@ void tst_CommandLine_Test::failing_data()
         << u"Error: The test waits for something that does not come, not within an hour of its clock."_s << placeOfTest;
     QTest::newRow("a document that is none")
         << QByteArray("\n  openDocument('x.json');") << u"Error: "_s << u"tests/a.test.js:2:15"_s;
+    QTest::newRow("an error in a listener")
+        << QByteArray("const t = new EventTarget(); t.addEventListener('a', () => {\n  throw new Error('x'); }); "
+                      "t.dispatchEvent(new Event('a'));")
+        << u"Error: x"_s << u"tests/a.test.js:2:18"_s;
+    QTest::newRow("nothing that is thrown")
+        << QByteArray("throw undefined;") << u"Error: The test has thrown undefined."_s << placeOfTest;
+    QTest::newRow("a misspelt option of a command")
+        << QByteArray("\n  await runCommand('add', { handlr: 'other' });")
+        << u"TypeError: runCommand() knows no option \"handlr\". Did you mean \"handler\"? It knows: handler, context."_s
+        << u"tests/a.test.js:2:19"_s;
+    QTest::newRow("a misspelt option of an answer")
+        << QByteArray("\n  network.answer('https://a.example/', { state: 404 });")
+        << u"TypeError: network.answer() knows no option \"state\". Did you mean \"status\"? It knows: status, headers, body, error."_s
+        << u"tests/a.test.js:2:17"_s;
+    QTest::newRow("a document with an unknown type of layers")
+        << QByteArray("\n  openDocument({ layers: [{ type: 'group', layers: [{ type: 'txt' }] }] });")
+        << u"TypeError: openDocument() knows no type \"txt\" of layers. Did you mean \"text\"? There are: group, rectangle, oval, text, image."_s
+        << u"tests/a.test.js:2:15"_s;
+    QTest::newRow("long arrays that have nothing in common")
+        << QByteArray("const make = (from) => Array.from({ length: 3000 }, (_, i) => i + from);\n  "
+                      "expect(make(0)).to.deep.equal(make(5000));")
+        << u"AssertionError: expected"_s << u"tests/a.test.js:2:32"_s;
     QTest::newRow("a test in a test")
         << QByteArray("\n  it('b', () => {});")
         << u"Error: it() is called while the test's file is loaded, not in a test and not later."_s

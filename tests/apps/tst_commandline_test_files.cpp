@@ -21,6 +21,8 @@ private slots:
     void generatedTests();
     void nothingToTest_data();
     void nothingToTest();
+    void nothingIsExplained_data();
+    void nothingIsExplained();
     void forPeople();
     void examplesPass_data();
     void examplesPass();
@@ -32,6 +34,7 @@ void tst_CommandLine_Test_Files::fileThatCannotBeLoaded_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QString>("message");
+    const auto noDone = u"TypeError: Tests have no done(): the function of it() returns a promise, or is async."_s;
     QTest::newRow("no JavaScript") << QByteArray("it('a', () => {}); )") << u"SyntaxError: Unexpected token ')'"_s;
     QTest::newRow("an error") << QByteArray("it('a', () => {}); null.x;")
                               << u"TypeError: null is not an object (evaluating 'null.x')"_s;
@@ -40,6 +43,8 @@ void tst_CommandLine_Test_Files::fileThatCannotBeLoaded_data()
     QTest::newRow("an async group")
         << QByteArray("describe('a', async () => {});")
         << u"TypeError: The function of describe() must not be async: it only says which tests there are."_s;
+    QTest::newRow("a test with done") << QByteArray("it('a', function (done) { done(); });") << noDone;
+    QTest::newRow("an async test with done") << QByteArray("it('a', async done => done());") << noDone;
     QTest::newRow("a loop")
         << QByteArray("for (;;);")
         << u"The script of the command \"com.example.words/tests/a.test.js\" was stopped: it ran for more than 0.2 seconds."_s;
@@ -173,6 +178,27 @@ void tst_CommandLine_Test_Files::nothingToTest()
     const auto finished = run(QStringList{u"test"_s, u"--json"_s} + arguments);
     QCOMPARE(finished.exitCode, exitCode);
     QCOMPARE(finished.json().contains(u"error"_s), exitCode == 1);
+}
+
+void tst_CommandLine_Test_Files::nothingIsExplained_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("an empty file") << QByteArray()
+                                   << u"There are no tests in the files: it('title', () => { … }) makes one.\n"_s;
+    QTest::newRow("no such title") << QByteArray("it('a', () => {});") << u"No test has \"zzz\" in its title.\n"_s;
+    QTest::newRow("a file that cannot be loaded says why itself") << QByteArray("null.x;") << QString();
+    QTest::newRow("a test that is skipped") << QByteArray("it.skip('zzz', () => {});") << QString();
+}
+
+void tst_CommandLine_Test_Files::nothingIsExplained()
+{
+    QFETCH(const QByteArray, content);
+    QFETCH(const QString, reason);
+    testFile(u"a.test.js"_s, content);
+    const auto finished = run({u"test"_s, bundle(), u"--filter"_s, u"zzz"_s});
+    QCOMPARE(finished.exitCode, 1);
+    QCOMPARE(QString::fromUtf8(finished.output).section(u"passed, "_s, 1).section(u'\n', 1), reason);
 }
 
 void tst_CommandLine_Test_Files::forPeople()

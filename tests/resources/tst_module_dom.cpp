@@ -166,6 +166,14 @@ void tst_Module_Dom::objects_data()
         "let at = document; for (let i = 0; i < 60; ++i) at = at.create({ type: 'group' }); "
         "show(document.find('oval ' + 'group '.repeat(30) + 'text'), "
         "document.find('group '.repeat(60)) === at)") << u"null true"_s;
+    QTest::newRow("an id is looked for where it is asked") << QByteArray(
+        "show(byID('g').find('#r') === byID('r'), byID('h').find('#t'), byID('g').find('#g'), "
+        "document.findAll('#none').length)") << u"true null null 0"_s;
+    QTest::newRow("inspected")
+        << QByteArray("const { inspect } = require('util'); show(inspect(byID('r'), { breakLength: Infinity })); "
+                      "show(inspect(document, { depth: 0 }));")
+        << u"Layer { id: 'r', type: 'rectangle', name: '007', frame: { height: 0, width: 7, x: 0, y: 0 }, style: {} }\n"
+           "Document { name: 'Sample', children: [Array] }"_s;
     QTest::newRow("iterating") << QByteArray(
         "let n = ''; for (const l of document) n += l.id; for (const l of byID('g')) n += l.id; "
         "show(n)") << u"agthriothri"_s;
@@ -312,7 +320,20 @@ void tst_Module_Dom::errors_data()
     row("selecting no array", "attempt(() => { document.selection = byID('a'); })",
         u"TypeError: The selection has to be an array of layers, but is an object."_s);
     row("looking for nothing", "attempt(() => document.find())",
-        u"TypeError: What find() looks for, a selector or a function, has to be a text, but is nothing (undefined)."_s);
+        u"TypeError: find() takes a selector or a function, but was given nothing (undefined)."_s);
+    row("moved into a removed group", "const g = byID('g'); g.remove(); attempt(() => byID('a').moveTo(g))",
+        u"Error: The layer \"Group\" was removed from its document. Ask isRemoved before using a layer that was kept, "
+        u"or "
+        "look for it again with find()."_s);
+    row("gaps among children", "attempt(() => document.create({ type: 'group', children: [, { type: 'text' }] }))",
+        u"TypeError: create() takes an object with its options, but was given nothing (undefined)."_s);
+    row("an image that is nowhere", "attempt(() => document.create({ type: 'image', image: 'pic.png' }))",
+        u"TypeError: The image of a layer is the text \"pic.png\", but has to be a whole path or a URL. That of an "
+        u"image "
+        "in the plug-in's Resources is context.plugin.urlForResourceNamed('NAME')."_s);
+    row("a long selector is cut off", "attempt(() => document.find('a'.repeat(100000) + '!'))",
+        u"SyntaxError: The selector \"%1…\" is wrong at character 100001 (\"!\"): \">\", \",\", a step or the end was "
+        "expected. Selectors look like text[name=\"Title\"], group > rectangle or #id."_s.arg(QString(100, u'a')));
     row("an unfinished selector", "attempt(() => document.find('text[name='))",
         u"SyntaxError: The selector \"text[name=\" is wrong at its end: a value was expected. Selectors look like "
         "text[name=\"Title\"], group > rectangle or #id."_s);

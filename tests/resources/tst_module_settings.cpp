@@ -57,6 +57,10 @@ void tst_Module_Settings::calls_data()
     const auto row = [](const char *tag, const char *statements, const QString &expected) {
         QTest::newRow(tag) << QByteArray(statements) << expected;
     };
+    const auto kinds = u"Settings are texts, numbers, booleans, null, and arrays and plain objects of them."_s;
+    const auto notUpdated = u"TypeError: update() takes a plain object with the new values, but was given %1.\n"_s;
+    const auto updating =
+        notUpdated.arg(u"an instance of a class"_s).repeated(2) + notUpdated.arg(u"an array"_s) + u"[]"_s;
     row("nothing",
         "show(settings.get('a')); show(settings.get('a', 7)); show(settings.has('a')); show(settings.keys())",
         u"undefined\n7\nfalse\n[]"_s);
@@ -113,6 +117,26 @@ void tst_Module_Settings::calls_data()
         "try { s.set('a', v); show('kept'); } catch (e) { show(e.message.startsWith('The setting \"a\"')); } "
         "show(s.keys()); } }; keep('\\ud800'); keep([1, , 2])",
         u"true\n[]\ntrue\n[]\ntrue\n[]\ntrue\n[]"_s);
+    row("says what JSON would change",
+        "for (const v of ['\\ud800', [1, , 2], { '\\ud800': 1 }]) attempt(() => settings.set('a', v)); "
+        "attempt(() => settings.set('\\ud800', 1))",
+        u"TypeError: The setting \"a\" cannot be kept: a has half of a character in it. "_s + kinds
+            + u"\nTypeError: The setting \"a\" cannot be kept: a[1] is a gap in the array. "_s + kinds
+            + u"\nTypeError: The setting \"a\" cannot be kept: a key in a has half of a character in it. "_s + kinds
+            + u"\nTypeError: The key of a setting has half of a character in it."_s);
+    row("as deep as JSON goes, and deeper",
+        "const nested = (n) => { let v = 1; while (n-- > 0) v = [v]; return v; }; settings.set('a', nested(499)); "
+        "attempt(() => settings.set('b', nested(100000))); show(settings.keys())",
+        u"TypeError: The setting \"b\" cannot be kept: it is nested more than 499 levels deep. "_s + kinds
+            + u"\n[\"a\"]"_s);
+    row("functions taken out of the module",
+        "const { get, set, has, all } = settings; set('a', 1); show([get('a'), has('a'), all()])",
+        u"[1,true,{\"a\":1}]"_s);
+    row("what is no plain object, on a layer too",
+        "for (const s of [settings, settings.of(context.selection[0])]) { attempt(() => s.update(new Map([['a', "
+        "1]]))); "
+        "attempt(() => s.update(new (class A { b = 1; }))); attempt(() => s.update([1])); show(s.keys()); }",
+        QStringList{updating, updating}.join(u'\n'));
     row("on nothing", "attempt(() => settings.of('a')); attempt(() => settings.of(null))",
         u"TypeError: of() takes a layer or a document, but was given the text \"a\".\n"
         "TypeError: of() takes a layer or a document, but was given null."_s);

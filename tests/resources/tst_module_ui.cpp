@@ -129,6 +129,10 @@ void tst_Module_UI::errors_data()
         u"TypeError: The choices have to be an array with at least one text, but are nothing (undefined)."_s);
     row("a choice that is no text", "ui.askChoice({ title: 'A', choices: [1] })",
         u"TypeError: Each of the choices has to be a text, but is the number 1."_s);
+    row("a gap among buttons", "ui.alert({ title: 'A', buttons: ['B', , 'C'] })",
+        u"TypeError: Each of the buttons has to be a text, but is nothing (undefined)."_s);
+    row("new", "new ui.Progress({ title: 'A', total: 'x' })",
+        u"TypeError: A script cannot make a progress with new. Use progress() or withProgress()."_s);
     row("no message", "ui.message(5)", u"TypeError: A message has to be a text, but is the number 5."_s);
 }
 

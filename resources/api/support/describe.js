@@ -1,11 +1,14 @@
 // What the modules say about values in their errors.
 'use strict';
 
+/** A text, cut off after so many characters. */
+const shortened = (text, length) => (text.length <= length ? text : `${text.slice(0, length)}…`);
+
 /** A value in a few words: "the text \"abc\"", "an array", "nothing (undefined)". */
 function describe(value) {
     switch (typeof value) {
     case 'undefined': return 'nothing (undefined)';
-    case 'string': return value.length <= 40 ? `the text "${value}"` : `the text "${value.slice(0, 40)}…"`;
+    case 'string': return `the text "${shortened(value, 40)}"`;
     case 'number': return `the number ${value}`;
     case 'boolean': return String(value);
     case 'function': return 'a function';
@@ -80,4 +83,4 @@ function checkFunction(value, what) {
     return value;
 }
 
-module.exports = { describe, article, suggestion, checkKeys, checkText, checkNumber, checkFunction };
+module.exports = { describe, shortened, article, suggestion, checkKeys, checkText, checkNumber, checkFunction };

@@ -9,6 +9,8 @@
 //     value     = "…" | '…' | number | word
 'use strict';
 
+const { shortened } = require('./describe.js');
+
 const OPERATORS = {
     '=': (actual, expected) => actual === expected,
     '!=': (actual, expected) => actual !== expected,
@@ -41,7 +43,7 @@ class Parser {
     fail(expected) {
         const place = this.position < this.text.length
             ? `at character ${this.position + 1} ("${this.text.slice(this.position, this.position + 10)}")` : 'at its end';
-        throw new SyntaxError(`The selector "${this.text}" is wrong ${place}: ${expected} was expected. `
+        throw new SyntaxError(`The selector "${shortened(this.text, 100)}" is wrong ${place}: ${expected} was expected. `
             + 'Selectors look like text[name="Title"], group > rectangle or #id.');
     }
 
@@ -74,6 +76,7 @@ class Parser {
         if (this.position < this.text.length)
             this.fail('">", ",", a step or the end');
         return {
+            id: idOf(paths),
             keys: [...this.keys],
             types: [...this.types],
             // Which of the rows from `first` on are meant; no more of them than `most`.
@@ -131,7 +134,7 @@ class Parser {
 
     parseID() {
         const id = this.take(WORD) ?? this.fail('the id of a layer');
-        return this.reading('id', (actual) => actual === id);
+        return { ...this.reading('id', (actual) => actual === id), id };
     }
 
     parseState() {
@@ -202,6 +205,12 @@ class Parser {
     }
 }
 
+// The id when a selector asks for nothing else; undefined otherwise.
+function idOf([path, ...others]) {
+    const filters = others.length === 0 && path.length === 1 ? path[0].filters : [];
+    return filters.length === 1 ? filters[0].id : undefined;
+}
+
 // Whether a row passes the last step of a path. Each step before it is done for all rows at once, groups before what is in
 // them, so that the time does not depend on how many ways there are to walk the path.
 function testOfPath(path, table) {
@@ -231,11 +240,13 @@ function rowsInside(isMeant, isChild, groups) {
 }
 
 const compiled = new Map();
+const LONGEST_KEPT = 1000;
 
 /**
- * What a selector means: the `keys` of the columns that it looks at, the `types` of layers that it names, and
- * `rowsIn(table, first, most)`, the rows of the layers that are meant. A table has `groups`, the row of the group around each layer, or -1, and answers for a key and
- * a test of a value a `filter` of rows. What was asked for lately is kept.
+ * What a selector means: the `id` when that is all that it asks for, the `keys` of the columns that it looks at, the
+ * `types` of layers that it names, and `rowsIn(table, first, most)`, the rows of the layers that are meant. A table has
+ * `groups`, the row of the group around each layer, or -1, and answers for a key and a test of a value a `filter` of rows.
+ * What was asked for lately is kept.
  */
 function compileSelector(text) {
     let known = compiled.get(text);
@@ -243,7 +254,8 @@ function compileSelector(text) {
         known = new Parser(text).parse();
         if (compiled.size >= 100)
             compiled.clear();
-        compiled.set(text, known);
+        if (text.length <= LONGEST_KEPT)
+            compiled.set(text, known);
     }
     return known;
 }
