@@ -327,7 +327,7 @@ void PluginsWindow::editSelected()
     const auto plugin = selectedPlugin();
     if (!plugin || !m_manager || m_manager->editBundle(plugin))
         return;
-    m_notice->say(Localizable::tr("No editor for plug-ins could be started. The plug-in's folder is shown instead."),
+    m_notice->say(Localizable::tr("No editor for plug-ins could be started. The plug-in’s folder is shown instead."),
         Tone::Accent);
     QDesktopServices::openUrl(plugin->url());
 }
