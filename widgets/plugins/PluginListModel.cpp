@@ -13,11 +13,6 @@ using Phase = PluginUpdateState::Phase;
 
 namespace {
 
-bool hasIdentifier(const std::vector<QString> &sorted, const QString &identifier)
-{
-    return std::binary_search(sorted.begin(), sorted.end(), identifier);
-}
-
 QString nameOf(const KRPluginBundle &bundle)
 {
     const auto name = plainLine(bundle.name().value_or(QString()));
@@ -71,18 +66,10 @@ void PluginListModel::reload()
     auto rows = currentRows();
     m_icons.clear();
     removeMissing(rows);
-    for (std::size_t i = 0; i < rows.size(); ++i) {
+    for (std::size_t i = 0; i < rows.size(); ++i) { // what is left of the old rows is in order
         if (i < m_rows.size() && m_rows[i].identifier == rows[i].identifier) {
             m_rows[i] = rows[i];
             continue;
-        }
-        const auto old = std::find_if(m_rows.begin() + std::ptrdiff_t(std::min(i, m_rows.size())), m_rows.end(),
-            [&](const Row &row) { return row.identifier == rows[i].identifier; });
-        if (old != m_rows.end()) { // it has another name now
-            const int row = int(old - m_rows.begin());
-            beginRemoveRows({}, row, row);
-            m_rows.erase(old);
-            endRemoveRows();
         }
         beginInsertRows({}, int(i), int(i));
         m_rows.insert(m_rows.begin() + std::ptrdiff_t(i), rows[i]);
@@ -92,14 +79,15 @@ void PluginListModel::reload()
         emit dataChanged(index(0), index(int(m_rows.size()) - 1));
 }
 
+/// Those with another name, and so with another place, too.
 void PluginListModel::removeMissing(const Rows &rows)
 {
-    std::vector<QString> kept;
+    QHash<QString, const Row *> kept;
     for (const auto &row : rows)
-        kept.push_back(row.identifier);
-    std::sort(kept.begin(), kept.end());
+        kept.insert(row.identifier, &row);
     for (int i = int(m_rows.size()) - 1; i >= 0; --i) {
-        if (hasIdentifier(kept, m_rows[std::size_t(i)].identifier))
+        const auto &old = m_rows[std::size_t(i)];
+        if (const auto *const row = kept.value(old.identifier); row && row->key.compare(old.key) == 0)
             continue;
         beginRemoveRows({}, i, i);
         m_rows.erase(m_rows.begin() + i);
