@@ -5,8 +5,8 @@ namespace {
 QColor mixed(const QColor &first, const QColor &second, qreal share)
 {
     const auto part = [share](float one, float other) { return float(one * (1 - share) + other * share); };
-    return QColor::fromRgbF(part(first.redF(), second.redF()), part(first.greenF(), second.greenF()),
-        part(first.blueF(), second.blueF()));
+    return QColor::fromRgbF(
+        part(first.redF(), second.redF()), part(first.greenF(), second.greenF()), part(first.blueF(), second.blueF()));
 }
 
 } // namespace

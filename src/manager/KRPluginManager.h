@@ -138,8 +138,8 @@ public:
 
     // Removing
 
-    /// Stops the plug-in's commands and moves its folder to the user's trash. Answers whether it is gone; `error`, where
-    /// given, holds the reason otherwise. False for null and for a plug-in without a folder. Does not reload.
+    /// Stops the plug-in's commands and moves its folder to the user's trash. Answers whether it is gone; `error`,
+    /// where given, holds the reason otherwise. False for null and for a plug-in without a folder. Does not reload.
     bool movePluginToTrash(const std::shared_ptr<KRPluginBundle> &bundle, KRError *error = nullptr);
 
     // Folder monitoring

@@ -82,8 +82,9 @@ void tst_KRPluginManager_Stopping::install(const QString &identifier, const QByt
 
 void tst_KRPluginManager_Stopping::run(const QString &identifier)
 {
-    m_manager->commandWithSpecifier(specifier(identifier))
-        ->run({}, m_manager.get(), [this](const QString &log) { m_ends.append(u"end: "_s + log); });
+    m_manager->commandWithSpecifier(specifier(identifier))->run({}, m_manager.get(), [this](const QString &log) {
+        m_ends.append(u"end: "_s + log);
+    });
 }
 
 QStringList tst_KRPluginManager_Stopping::runningNames() const
@@ -126,7 +127,7 @@ void tst_KRPluginManager_Stopping::ageBeginsAgainWithARun()
 
 void tst_KRPluginManager_Stopping::commandWithoutAName()
 {
-    const auto script = std::make_shared<KRPluginScript>(QString::fromUtf8(runningScript), std::nullopt);
+    const auto script = std::make_shared<KRPluginScript>(QString::fromUtf8(runningScript), u"alone.js"_s);
     const auto command = std::make_shared<KRPluginCommand>(
         script, u"alone"_s, std::nullopt, u"onRun"_s, KRPluginCommand::Scope::Application);
     command->run({}, m_manager.get());
@@ -137,9 +138,9 @@ void tst_KRPluginManager_Stopping::changesAreTold()
 {
     install(u"a"_s, runningScript);
     QList<qsizetype> counts;
-    const auto observer = m_environment->notificationCenter().addObserver(
-        KRPluginManagerRunningCommandsDidChangeNotification, m_manager.get(),
-        [&](const Notification &) { counts.append(m_manager->runningCommands().size()); });
+    const auto observer =
+        m_environment->notificationCenter().addObserver(KRPluginManagerRunningCommandsDidChangeNotification,
+            m_manager.get(), [&](const Notification &) { counts.append(m_manager->runningCommands().size()); });
     run();
     QCOMPARE(counts, QList<qsizetype>{1});
     m_environment->queue.advance(10s); // polls change nothing
@@ -196,9 +197,9 @@ void tst_KRPluginManager_Stopping::tearDownThatRunsTheCommandAgain()
 void tst_KRPluginManager_Stopping::stoppingInsideOfTheNotification()
 {
     install(u"a"_s, runningScript);
-    const auto observer = m_environment->notificationCenter().addObserver(
-        KRPluginManagerRunningCommandsDidChangeNotification, m_manager.get(),
-        [&](const Notification &) { m_manager->stopCommand(specifier()); });
+    const auto observer =
+        m_environment->notificationCenter().addObserver(KRPluginManagerRunningCommandsDidChangeNotification,
+            m_manager.get(), [&](const Notification &) { m_manager->stopCommand(specifier()); });
     run();
     QVERIFY(m_manager->runningCommands().isEmpty());
     QCOMPARE(m_ends.size(), 1);

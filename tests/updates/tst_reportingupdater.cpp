@@ -58,7 +58,7 @@ void tst_ReportingUpdater::failedTransfer()
 
 void tst_ReportingUpdater::failedUnpacking()
 {
-    answer("/a.zip", ZipBuilder({{"../outside", "x"}}).bytes());
+    answer("/a.zip", ZipBuilder().add({"../outside", "x"}).bytes());
     downloadAll(updates());
     QCOMPARE(m_updater->errors().size(), 1);
     QCOMPARE(m_updater->errors().first().domain, u"com.veldmark.pluginmanager.updating"_s);
@@ -77,9 +77,8 @@ void tst_ReportingUpdater::takingForgets()
 void tst_ReportingUpdater::singleDownloadsTellTheirOwnErrors()
 {
     m_server->setAnswer("/a.zip", Answer::bytes("nonsense"));
-    m_manager->downloadPluginUpdate(u"a"_s, u"2.0"_s, [this](const std::optional<KRError> &error) {
-        tell(error ? u"failed"_s : u"done"_s);
-    });
+    m_manager->downloadPluginUpdate(
+        u"a"_s, u"2.0"_s, [this](const std::optional<KRError> &error) { tell(error ? u"failed"_s : u"done"_s); });
     waitFor(u"failed"_s);
     QCOMPARE(m_updater->errors(), QList<KRError>());
 }

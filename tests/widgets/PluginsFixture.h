@@ -97,7 +97,8 @@ protected:
     }
     Plugin pluginWithFeed(const QString &identifier) const
     {
-        return {identifier, identifier, QStringLiteral("1.0"), m_server->url(u'/' + identifier + QStringLiteral(".json"))};
+        return {
+            identifier, identifier, QStringLiteral("1.0"), m_server->url(u'/' + identifier + QStringLiteral(".json"))};
     }
 
     std::optional<QString> installedVersion(const QString &identifier) const

@@ -282,7 +282,8 @@ void tst_ConsoleWindow::everythingHasANameAndAPlaceInTheTabOrder()
         reached.insert(QApplication::focusWidget());
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     }
-    for (const auto &name : {u"PluginFilter"_s, u"LevelFilter"_s, u"ConsoleSearch"_s, u"ConsoleTable"_s, u"EntryDetail"_s}) {
+    for (const auto &name :
+        {u"PluginFilter"_s, u"LevelFilter"_s, u"ConsoleSearch"_s, u"ConsoleTable"_s, u"EntryDetail"_s}) {
         auto *const widget = m_window->findChild<QWidget *>(name);
         QVERIFY2(reached.contains(widget), qPrintable(name));
         QVERIFY2(!widget->accessibleName().isEmpty(), qPrintable(name));
@@ -294,5 +295,5 @@ void tst_ConsoleWindow::everythingHasANameAndAPlaceInTheTabOrder()
 }
 
 QTEST_MAIN(tst_ConsoleWindow)
-#include "tst_consolewindow.moc"
 #include "moc_UrlRecorder.cpp"
+#include "tst_consolewindow.moc"

@@ -63,9 +63,8 @@ void tst_LogLocation::places()
     QFETCH(QString, file);
     QFETCH(int, line);
     const auto found = locationIn(text, QUrl::fromLocalFile(plugin() + u'/'));
-    const auto expected = file.isEmpty()
-        ? std::nullopt
-        : std::optional(LogLocation{QUrl::fromLocalFile(plugin() + u'/' + file), line});
+    const auto expected =
+        file.isEmpty() ? std::nullopt : std::optional(LogLocation{QUrl::fromLocalFile(plugin() + u'/' + file), line});
     QCOMPARE(found, expected);
 }
 

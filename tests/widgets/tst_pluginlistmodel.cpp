@@ -93,7 +93,8 @@ void tst_PluginListModel::texts()
 
 void tst_PluginListModel::hostileTexts()
 {
-    install({u"a"_s, uR"(<b>x</b>\ny\u202e)"_s, u"1.0"_s, {}, "", R"("author": "\u0000\t<img src='http://example.com/'>", )"});
+    install({u"a"_s, uR"(<b>x</b>\ny\u202e)"_s, u"1.0"_s, {}, "",
+        R"("author": "\u0000\t<img src='http://example.com/'>", )"});
     QCOMPARE(row(u"a"_s).data().toString(), u"<b>x</b> y"_s);
     QCOMPARE(row(u"a"_s).data(PluginListModel::AuthorRole).toString(), u"<img src='http://example.com/'>"_s);
     install({u"b"_s, QString(100'000, u'x')});

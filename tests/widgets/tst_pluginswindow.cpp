@@ -46,7 +46,8 @@ void tst_PluginsWindow::cleanup()
 
 void tst_PluginsWindow::listAndDetails()
 {
-    install({u"a"_s, u"Tidy"_s, u"1.2"_s, {}, "", R"("author": "Ada", "description": "Sorts layers.", "compatibleVersion": "90", "maxCompatibleVersion": "99", )"});
+    install({u"a"_s, u"Tidy"_s, u"1.2"_s, {}, "",
+        R"("author": "Ada", "description": "Sorts layers.", "compatibleVersion": "90", "maxCompatibleVersion": "99", )"});
     install({u"b"_s, u"Zoom"_s});
     show();
     QCOMPARE(list()->model()->rowCount(), 2);
@@ -272,5 +273,5 @@ void tst_PluginsWindow::managerGoesFirst()
 }
 
 QTEST_MAIN(tst_PluginsWindow)
-#include "tst_pluginswindow.moc"
 #include "moc_UrlRecorder.cpp"
+#include "tst_pluginswindow.moc"

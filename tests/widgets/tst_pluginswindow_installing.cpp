@@ -45,7 +45,9 @@ void tst_PluginsWindow_Installing::cancelling()
 {
     installWithUpdate(u"a"_s);
     m_server->setAnswer("/a.zip",
-        Answer::bytes("HTTP/1.1 200 OK\r\nContent-Length: 3000000\r\n\r\n").thenBytes(QByteArray(1'500'000, 'x')).thenStall());
+        Answer::bytes("HTTP/1.1 200 OK\r\nContent-Length: 3000000\r\n\r\n")
+            .thenBytes(QByteArray(1'500'000, 'x'))
+            .thenStall());
     m_window->selectPlugin(u"a"_s);
     show();
     check();

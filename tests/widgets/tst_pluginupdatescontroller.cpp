@@ -77,7 +77,7 @@ void tst_PluginUpdatesController::checkFindsUpdates()
     installWithUpdate(u"b"_s);
     installWithUpdate(u"a"_s);
     install({u"c"_s, u"c"_s, u"2.0"_s, m_server->url(u"/a.json"_s)}); // has it already
-    install({u"d"_s, u"d"_s});                                       // has no feed
+    install({u"d"_s, u"d"_s}); // has no feed
     QSignalSpy checking(m_updates.get(), &PluginUpdatesController::checkingChanged);
     m_updates->check();
     QVERIFY(m_updates->isChecking());
@@ -150,9 +150,8 @@ void tst_PluginUpdatesController::updateThatLiesInTheWarehouse()
     installWithUpdate(u"a"_s);
     check();
     bool isDownloaded = false;
-    m_manager->downloadPluginUpdates(*m_manager->latestPluginUpdatesNotDownloaded(), [&](const auto &) {
-        isDownloaded = true;
-    });
+    m_manager->downloadPluginUpdates(
+        *m_manager->latestPluginUpdatesNotDownloaded(), [&](const auto &) { isDownloaded = true; });
     waitUntil([&] { return isDownloaded; });
     const auto requests = m_server->requestedPaths().size();
     m_updates->update(u"a"_s);

@@ -1,5 +1,5 @@
-// Pictures of the windows with the example plug-ins, light and dark. With KORVAN_PICTURES_FOLDER in the environment they
-// are left in that folder, for people to look at.
+// Pictures of the windows with the example plug-ins, light and dark. With KORVAN_PICTURES_FOLDER in the environment
+// they are left in that folder, for people to look at.
 
 #include "PluginsFixture.h"
 #include "widgets/console/ConsoleLog.h"
@@ -150,14 +150,17 @@ void tst_WidgetPictures::pluginsWindow()
     QFETCH(bool, isDark);
     for (const auto &path : {"/tidy.json", "/cards.json"})
         m_server->setAnswer(path,
-            Answer::response(200,
-                R"({"version": "2.1", "downloadURL": ")" + m_server->url(u"/archive.zip"_s).toEncoded() + "\"}"));
+            Answer::response(
+                200, R"({"version": "2.1", "downloadURL": ")" + m_server->url(u"/archive.zip"_s).toEncoded() + "\"}"));
     m_server->setAnswer("/archive.zip",
-        Answer::bytes("HTTP/1.1 200 OK\r\nContent-Length: 3400000\r\n\r\n").thenBytes(QByteArray(2'100'000, 'x')).thenStall());
+        Answer::bytes("HTTP/1.1 200 OK\r\nContent-Length: 3400000\r\n\r\n")
+            .thenBytes(QByteArray(2'100'000, 'x'))
+            .thenStall());
     const auto log = std::make_shared<ConsoleLog>();
     m_manager->setLogAction(log);
     BundleBuilder(pluginsFolder(), u"Palette Sync"_s)
-        .manifest(R"({"identifier": "com.example.sync", "name": "Palette Sync", "version": "0.9", "author": "Grace Example",
+        .manifest(
+            R"({"identifier": "com.example.sync", "name": "Palette Sync", "version": "0.9", "author": "Grace Example",
             "commands": [{"identifier": "run", "name": "Keep in Step", "script": "sync.js"}]})")
         .script(u"sync.js"_s, "function onRun() { setInterval(() => {}, 60000) }");
     m_manager->reloadPlugins();

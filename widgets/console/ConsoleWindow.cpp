@@ -33,6 +33,18 @@ bool isScript(const QUrl &file)
     return suffixes.contains(QFileInfo(file.toLocalFile()).suffix().toLower());
 }
 
+QToolButton *makeButton(QAction *action, Symbol symbol, const QString &text)
+{
+    action->setIcon(symbolIcon(symbol));
+    action->setText(text);
+    auto *const button = new QToolButton;
+    button->setDefaultAction(action);
+    button->setAutoRaise(true);
+    button->setFocusPolicy(Qt::StrongFocus);
+    button->setAccessibleName(text);
+    return button;
+}
+
 } // namespace
 
 ConsoleWindow::ConsoleWindow(std::shared_ptr<ConsoleLog> log, KRPluginManager *manager, QWidget *parent)
@@ -65,6 +77,25 @@ ConsoleWindow::~ConsoleWindow() = default;
 
 QWidget *ConsoleWindow::makeToolBar()
 {
+    setUpPluginFilter();
+    setUpLevelFilter();
+    setUpSearch();
+    auto *const bar = new QWidget;
+    auto *const row = new QHBoxLayout(bar);
+    row->setContentsMargins(12, 10, 12, 10);
+    row->addWidget(m_plugins);
+    row->addWidget(m_level);
+    row->addWidget(m_search, 1);
+    row->addWidget(m_count);
+    row->addWidget(
+        makeButton(addShortcut(QKeySequence::Copy, &ConsoleWindow::copy), Symbol::Copy, Localizable::tr("Copy")));
+    row->addWidget(makeButton(addShortcut(QKeySequence(Qt::CTRL | Qt::Key_L), &ConsoleWindow::clear), Symbol::Clear,
+        Localizable::tr("Clear")));
+    return bar;
+}
+
+void ConsoleWindow::setUpPluginFilter()
+{
     m_plugins->setObjectName(QStringLiteral("PluginFilter"));
     m_plugins->setAccessibleName(Localizable::tr("Show entries of"));
     m_plugins->addItem(Localizable::tr("All plug-ins"));
@@ -78,7 +109,10 @@ QWidget *ConsoleWindow::makeToolBar()
         m_filter->setPlugin(index > 0 ? std::optional(m_plugins->currentData().toString()) : std::nullopt);
         showCount();
     });
+}
 
+void ConsoleWindow::setUpLevelFilter()
+{
     m_level->setObjectName(QStringLiteral("LevelFilter"));
     m_level->setAccessibleName(Localizable::tr("Lowest level"));
     m_level->addItem(Localizable::tr("All levels"), int(LogLevel::Log));
@@ -88,45 +122,31 @@ QWidget *ConsoleWindow::makeToolBar()
         m_filter->setLowestLevel(static_cast<LogLevel>(m_level->currentData().toInt()));
         showCount();
     });
+}
 
+void ConsoleWindow::setUpSearch()
+{
     m_search->setObjectName(QStringLiteral("ConsoleSearch"));
     m_search->setPlaceholderText(Localizable::tr("Search"));
     m_search->setAccessibleName(Localizable::tr("Search entries"));
     m_search->setClearButtonEnabled(true);
     m_search->addAction(symbolIcon(Symbol::Search), QLineEdit::LeadingPosition);
+    addShortcut(QKeySequence::Find, [this] { m_search->setFocus(); });
     connect(m_search, &QLineEdit::textChanged, this, [this](const QString &text) {
         m_filter->setSearch(text);
         showCount();
     });
+}
 
-    auto *const bar = new QWidget;
-    auto *const row = new QHBoxLayout(bar);
-    row->setContentsMargins(12, 10, 12, 10);
-    row->addWidget(m_plugins);
-    row->addWidget(m_level);
-    row->addWidget(m_search, 1);
-    row->addWidget(m_count);
-    const auto addAction = [this, row](Symbol symbol, const QString &text, const QKeySequence &keys, auto slot) {
-        auto *const action = new QAction(symbolIcon(symbol), text, this);
-        action->setShortcut(keys);
-        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-        connect(action, &QAction::triggered, this, slot);
-        this->addAction(action);
-        auto *const button = new QToolButton;
-        button->setDefaultAction(action);
-        button->setAutoRaise(true);
-        button->setFocusPolicy(Qt::StrongFocus);
-        button->setAccessibleName(text);
-        row->addWidget(button);
-    };
-    addAction(Symbol::Copy, Localizable::tr("Copy"), QKeySequence::Copy, &ConsoleWindow::copy);
-    addAction(Symbol::Clear, Localizable::tr("Clear"), QKeySequence(Qt::CTRL | Qt::Key_L), &ConsoleWindow::clear);
-    auto *const find = new QAction(this);
-    find->setShortcut(QKeySequence::Find);
-    find->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    connect(find, &QAction::triggered, m_search, qOverload<>(&QWidget::setFocus));
-    this->addAction(find);
-    return bar;
+template <class Slot>
+QAction *ConsoleWindow::addShortcut(const QKeySequence &keys, Slot slot)
+{
+    auto *const action = new QAction(this);
+    action->setShortcut(keys);
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    connect(action, &QAction::triggered, this, slot);
+    addAction(action);
+    return action;
 }
 
 QWidget *ConsoleWindow::makeContent(KRPluginManager *manager)

@@ -11,7 +11,9 @@ class ConsoleLog;
 class ConsoleTable;
 class KRPluginManager;
 class LogFilter;
+class QAction;
 class QComboBox;
+class QKeySequence;
 class QLabel;
 class QLineEdit;
 class QModelIndex;
@@ -42,6 +44,11 @@ signals:
 
 private:
     QWidget *makeToolBar();
+    void setUpPluginFilter();
+    void setUpLevelFilter();
+    void setUpSearch();
+    template <class Slot>
+    QAction *addShortcut(const QKeySequence &keys, Slot slot);
     QWidget *makeContent(KRPluginManager *manager);
     void addPlugin(const QString &identifier, const QString &name);
     void placeActivated(const QModelIndex &index);

@@ -25,8 +25,8 @@ void paintBackground(QPainter &painter, const QStyleOptionViewItem &option, cons
     if (option.state.testFlag(QStyle::State_Selected))
         painter.fillRect(option.rect, toneBackground(Tone::Accent, option.palette));
     else if (level != LogLevel::Log)
-        painter.fillRect(option.rect,
-            toneBackground(level == LogLevel::Error ? Tone::Error : Tone::Warning, option.palette));
+        painter.fillRect(
+            option.rect, toneBackground(level == LogLevel::Error ? Tone::Error : Tone::Warning, option.palette));
 }
 
 } // namespace

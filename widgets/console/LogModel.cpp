@@ -10,8 +10,9 @@ namespace {
 
 QString placeText(const LogEntry &entry)
 {
-    return entry.line > 0 ? QStringLiteral("%1:%2").arg(plainLine(QFileInfo(entry.file.path()).fileName())).arg(entry.line)
-                          : QString();
+    return entry.line > 0
+        ? QStringLiteral("%1:%2").arg(plainLine(QFileInfo(entry.file.path()).fileName())).arg(entry.line)
+        : QString();
 }
 
 QString accessibleText(const LogEntry &entry)

@@ -61,34 +61,43 @@ void RunningCommandsPanel::refreshSoon()
 void RunningCommandsPanel::refresh()
 {
     const auto commands = m_manager ? m_manager->runningCommands() : QList<RunningCommand>();
-    const auto isShown = [](RunningCommandRow *row) {
-        return [row](const RunningCommand &command) { return command.specifier == row->specifier(); };
-    };
-    for (auto *const row : QList<RunningCommandRow *>(m_rows)) {
-        if (std::any_of(commands.begin(), commands.end(), isShown(row)))
-            continue;
-        m_rows.removeOne(row);
-        row->hide();
-        row->deleteLater();
-    }
+    removeEnded(commands);
     for (const auto &command : commands) {
         const auto known = std::find_if(m_rows.begin(), m_rows.end(),
             [&command](const RunningCommandRow *row) { return row->specifier() == command.specifier; });
-        if (known != m_rows.end()) {
+        if (known != m_rows.end())
             (*known)->setAge(command.age);
-            continue;
-        }
-        auto *const row = new RunningCommandRow(command);
-        connect(row, &RunningCommandRow::stopRequested, this, [this, specifier = command.specifier] {
-            if (m_manager)
-                m_manager->stopCommand(specifier);
-        });
-        m_list->insertWidget(int(m_rows.size()), row);
-        m_rows.append(row);
+        else
+            addRow(command);
     }
     m_title->setText(commands.isEmpty() ? Localizable::tr("No commands are running")
                                         : Localizable::tr("Running commands: %1").arg(commands.size()));
     m_refreshment.reset();
     if (isVisible() && !commands.isEmpty())
         m_refreshment = LTAppEnvironment::current().mainQueue().callAfter(1s, [this] { refresh(); });
+}
+
+void RunningCommandsPanel::removeEnded(const QList<RunningCommand> &running)
+{
+    const auto rows = m_rows;
+    for (auto *const row : rows) {
+        const bool isRunning = std::any_of(running.begin(), running.end(),
+            [row](const RunningCommand &command) { return command.specifier == row->specifier(); });
+        if (isRunning)
+            continue;
+        m_rows.removeOne(row);
+        row->hide();
+        row->deleteLater();
+    }
+}
+
+void RunningCommandsPanel::addRow(const RunningCommand &command)
+{
+    auto *const row = new RunningCommandRow(command);
+    connect(row, &RunningCommandRow::stopRequested, this, [this, specifier = command.specifier] {
+        if (m_manager)
+            m_manager->stopCommand(specifier);
+    });
+    m_list->insertWidget(int(m_rows.size()), row);
+    m_rows.append(row);
 }

@@ -15,6 +15,7 @@ class KRPluginManager;
 class QLabel;
 class QVBoxLayout;
 class RunningCommandRow;
+struct RunningCommand;
 
 /// The commands that go on after their run, each with its age and a button that stops it. Main thread only.
 class KORVAN_WIDGETS_EXPORT RunningCommandsPanel final : public QWidget
@@ -32,6 +33,8 @@ protected:
 private:
     void refreshSoon();
     void refresh();
+    void removeEnded(const QList<RunningCommand> &running);
+    void addRow(const RunningCommand &command);
 
     QPointer<KRPluginManager> m_manager;
     QLabel *m_title;

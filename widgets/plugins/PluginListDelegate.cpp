@@ -90,7 +90,8 @@ QRect drawBadges(QPainter &painter, const QRect &line, const QList<Badge> &badge
         const int width = metrics.horizontalAdvance(text) + 2 * padding;
         if (width > left.width() * 2 / 3)
             break; // the name comes first
-        const QRect pill(left.right() - width + 1, left.center().y() - metrics.height() / 2, width, metrics.height() + 1);
+        const QRect pill(
+            left.right() - width + 1, left.center().y() - metrics.height() / 2, width, metrics.height() + 1);
         const auto tone = toneOf(*badge);
         painter.setPen(Qt::NoPen);
         painter.setBrush(toneBackground(tone, option.palette));
@@ -131,10 +132,63 @@ void drawProgress(QPainter &painter, const QRect &row, const QVariant &progress,
     painter.drawRect(QRectF(track.topLeft(), QSizeF(track.width() * (share < 0 ? 1 : share), height)));
 }
 
+bool isSwitchedOn(const QModelIndex &index)
+{
+    return index.data(Qt::CheckStateRole).value<Qt::CheckState>() == Qt::Checked;
+}
+
 void toggle(QAbstractItemModel &model, const QModelIndex &index)
 {
-    const bool isOn = index.data(Qt::CheckStateRole).value<Qt::CheckState>() == Qt::Checked;
-    model.setData(index, QVariant::fromValue(isOn ? Qt::Unchecked : Qt::Checked), Qt::CheckStateRole);
+    const auto state = isSwitchedOn(index) ? Qt::Unchecked : Qt::Checked;
+    model.setData(index, QVariant::fromValue(state), Qt::CheckStateRole);
+}
+
+/// The row without its edges.
+QRect innerRect(const QStyleOptionViewItem &option)
+{
+    return option.rect.adjusted(4, 1, -4, -1);
+}
+
+void drawBackground(QPainter &painter, const QStyleOptionViewItem &option)
+{
+    constexpr qreal radius = 7;
+    const bool isSelected = option.state.testFlag(QStyle::State_Selected);
+    if (!isSelected && !option.state.testFlag(QStyle::State_MouseOver))
+        return;
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(toneBackground(isSelected ? Tone::Accent : Tone::Quiet, option.palette));
+    painter.drawRoundedRect(innerRect(option), radius, radius);
+}
+
+void drawTexts(QPainter &painter, const QStyleOptionViewItem &option, const RowLayout &layout, const QModelIndex &index)
+{
+    const QFontMetrics nameMetrics(nameFont(option));
+    const QFontMetrics smallMetrics(smallFont(option));
+    const int top = layout.text.center().y() - (nameMetrics.height() + smallMetrics.height() + 2) / 2 + 1;
+    const QRect firstLine(layout.text.left(), top, layout.text.width(), nameMetrics.height());
+    const QRect lowerLine(layout.text.left(), firstLine.bottom() + 3, layout.text.width(), smallMetrics.height());
+    QList<Badge> badges;
+    for (const auto &badge : index.data(PluginListModel::BadgesRole).toList())
+        badges.append(static_cast<Badge>(badge.toInt()));
+    const auto nameRect = drawBadges(painter, firstLine, badges, option, layout);
+    const auto quiet = toneColor(Tone::Quiet, option.palette);
+    painter.setFont(nameFont(option));
+    painter.setPen(isSwitchedOn(index) ? option.palette.color(QPalette::Text) : quiet);
+    drawLine(painter, layout.placed(nameRect), index.data(Qt::DisplayRole).toString(), option.direction);
+    painter.setFont(smallFont(option));
+    painter.setPen(quiet);
+    drawLine(painter, layout.placed(lowerLine), secondLine(index), option.direction);
+}
+
+void drawFocus(QPainter &painter, const QStyleOptionViewItem &option)
+{
+    if (!option.state.testFlag(QStyle::State_HasFocus) || !option.state.testFlag(QStyle::State_KeyboardFocusChange))
+        return;
+    QStyleOptionFocusRect focus;
+    focus.QStyleOption::operator=(option);
+    focus.rect = innerRect(option);
+    const auto *const style = option.widget ? option.widget->style() : QApplication::style();
+    style->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, &painter, option.widget);
 }
 
 } // namespace
@@ -157,48 +211,18 @@ QSize PluginListDelegate::sizeHint(const QStyleOptionViewItem &option, const QMo
 
 void PluginListDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
-    const auto *const widget = option.widget;
-    const auto *const style = widget ? widget->style() : QApplication::style();
     const RowLayout layout(option);
-    const bool isOn = index.data(Qt::CheckStateRole).value<Qt::CheckState>() == Qt::Checked;
-    const bool isSelected = option.state.testFlag(QStyle::State_Selected);
-
+    const bool isOn = isSwitchedOn(index);
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    if (isSelected || option.state.testFlag(QStyle::State_MouseOver)) {
-        const auto color = toneBackground(isSelected ? Tone::Accent : Tone::Quiet, option.palette);
-        painter->setPen(Qt::NoPen);
-        painter->setBrush(color);
-        painter->drawRoundedRect(QRectF(option.rect).adjusted(4, 1, -4, -1), 7, 7);
-    }
+    drawBackground(*painter, option);
     painter->setOpacity(isOn ? 1 : 0.5);
     index.data(Qt::DecorationRole).value<QIcon>().paint(painter, layout.icon);
     painter->setOpacity(1);
-
-    const QFontMetrics nameMetrics(nameFont(option));
-    const QFontMetrics smallMetrics(smallFont(option));
-    const int top = layout.text.center().y() - (nameMetrics.height() + smallMetrics.height() + 2) / 2 + 1;
-    const QRect firstLine(layout.text.left(), top, layout.text.width(), nameMetrics.height());
-    const QRect lowerLine(layout.text.left(), firstLine.bottom() + 3, layout.text.width(), smallMetrics.height());
-    QList<Badge> badges;
-    for (const auto &badge : index.data(PluginListModel::BadgesRole).toList())
-        badges.append(static_cast<Badge>(badge.toInt()));
-    const auto nameRect = drawBadges(*painter, firstLine, badges, option, layout);
-    const auto quiet = toneColor(Tone::Quiet, option.palette);
-    painter->setFont(nameFont(option));
-    painter->setPen(isOn ? option.palette.color(QPalette::Text) : quiet);
-    drawLine(*painter, layout.placed(nameRect), index.data(Qt::DisplayRole).toString(), option.direction);
-    painter->setFont(smallFont(option));
-    painter->setPen(quiet);
-    drawLine(*painter, layout.placed(lowerLine), secondLine(index), option.direction);
+    drawTexts(*painter, option, layout, index);
     drawSwitch(*painter, layout.toggle, isOn ? SwitchState::On : SwitchState::Off, option.palette);
     drawProgress(*painter, option.rect, index.data(PluginListModel::ProgressRole), option.palette);
-    if (option.state.testFlag(QStyle::State_HasFocus) && option.state.testFlag(QStyle::State_KeyboardFocusChange)) {
-        QStyleOptionFocusRect focus;
-        focus.QStyleOption::operator=(option);
-        focus.rect = option.rect.adjusted(4, 1, -4, -1);
-        style->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, painter, widget);
-    }
+    drawFocus(*painter, option);
     painter->restore();
 }
 

@@ -36,8 +36,8 @@ PluginListModel::PluginListModel(KRPluginManager &manager, PluginUpdatesControll
     m_collator.setCaseSensitivity(Qt::CaseInsensitive);
     m_collator.setNumericMode(true);
     auto &center = LTAppEnvironment::current().notificationCenter();
-    m_reloadObserver = center.addObserver(
-        KRPluginManagerDidReloadPluginsNotification, &manager, [this](const auto &) { reload(); });
+    m_reloadObserver =
+        center.addObserver(KRPluginManagerDidReloadPluginsNotification, &manager, [this](const auto &) { reload(); });
     m_runningObserver = center.addObserver(
         KRPluginManagerRunningCommandsDidChangeNotification, &manager, [this](const auto &) { readRunning(); });
     if (updates)

@@ -32,7 +32,8 @@ void ask(QWidget *window, const Question &question, std::function<void(bool)> an
     auto *const accept = box->addButton(question.accept, QMessageBox::AcceptRole);
     auto *const cancel = box->addButton(QMessageBox::Cancel);
     cancel->setText(Localizable::tr("&Cancel"));
-    box->setDefaultButton(question.defaultButton == DefaultButton::Accept ? accept : qobject_cast<QPushButton *>(cancel));
+    box->setDefaultButton(
+        question.defaultButton == DefaultButton::Accept ? accept : qobject_cast<QPushButton *>(cancel));
     box->setEscapeButton(cancel);
     showAsPlainText(*box);
     QObject::connect(box, &QMessageBox::finished, window,

@@ -12,5 +12,5 @@ class QWidget;
 /// Calls `confirmed` when the plug-in of that name may go to the trash.
 void askToRemovePlugin(QWidget *window, const QString &name, std::function<void()> confirmed);
 
-void askToReplacePlugin(QWidget *window, const PluginReplacement &replacement,
-    std::function<void(PluginFileInstaller::Answer)> answer);
+void askToReplacePlugin(
+    QWidget *window, const PluginReplacement &replacement, std::function<void(PluginFileInstaller::Answer)> answer);

@@ -92,8 +92,8 @@ void PluginUpdateRow::setState(const PluginUpdateState &state)
     const bool hasFailed = state.phase == Phase::Failed;
     m_text->setText(updateText(state));
     auto palette = this->palette();
-    palette.setColor(QPalette::WindowText,
-        hasFailed ? toneColor(Tone::Error, palette) : palette.color(QPalette::WindowText));
+    palette.setColor(
+        QPalette::WindowText, hasFailed ? toneColor(Tone::Error, palette) : palette.color(QPalette::WindowText));
     m_text->setPalette(palette);
     m_update->setVisible(state.phase == Phase::Available || (hasFailed && !state.version.isEmpty()));
     m_update->setText(hasFailed ? Localizable::tr("&Try Again") : Localizable::tr("&Update"));

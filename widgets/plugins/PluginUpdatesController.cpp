@@ -66,7 +66,8 @@ std::optional<QString> PluginUpdatesController::offeredVersion(const QString &id
     QStringList newer;
     const auto versions = record->versions();
     for (const auto &version : versions) {
-        if (LTCompareVersions(version, plugin->version()) > 0 && !m_manager->isPluginWithIdentifier(identifier, version))
+        if (LTCompareVersions(version, plugin->version()) > 0
+            && !m_manager->isPluginWithIdentifier(identifier, version))
             newer.append(version);
     }
     return LTHighestVersionNumber(newer);
@@ -236,7 +237,8 @@ void PluginUpdatesController::install(const QString &identifier, const QString &
     setState(identifier, stateIn(Phase::Installing, version));
     KRError error;
     if (!m_manager || !m_manager->installPluginWithIdentifier(identifier, version, &error)) {
-        fail(identifier, error == KRError() ? Localizable::tr("Failure to install plugin.") : error.localizedDescription);
+        fail(identifier,
+            error == KRError() ? Localizable::tr("Failure to install plugin.") : error.localizedDescription);
         return;
     }
     setState(identifier, stateIn(Phase::Installed, version));

@@ -160,8 +160,8 @@ QWidget *PluginsWindow::makeDetails()
     connect(m_details, &PluginDetailsPane::showInFolderRequested, this, &PluginsWindow::showSelectedInFolder);
     connect(m_details, &PluginDetailsPane::removeRequested, this, &PluginsWindow::removeSelected);
     connect(m_details, &PluginDetailsPane::updateRequested, this, [this] { m_updates->update(selectedIdentifier()); });
-    connect(
-        m_details, &PluginDetailsPane::cancelUpdateRequested, this, [this] { m_updates->cancel(selectedIdentifier()); });
+    connect(m_details, &PluginDetailsPane::cancelUpdateRequested, this,
+        [this] { m_updates->cancel(selectedIdentifier()); });
     return m_details;
 }
 

@@ -37,7 +37,8 @@ std::optional<KRError> copyBundle(const QFileInfo &bundle, const QString &folder
 std::optional<KRError> unpackArchive(const QFileInfo &archive, const QString &folder)
 {
     KRError error;
-    if (decompressPluginZip(QUrl::fromLocalFile(archive.absoluteFilePath()), QUrl::fromLocalFile(folder + u'/'), &error))
+    if (decompressPluginZip(
+            QUrl::fromLocalFile(archive.absoluteFilePath()), QUrl::fromLocalFile(folder + u'/'), &error))
         return std::nullopt;
     if (error != KRError())
         return error;
@@ -93,7 +94,8 @@ std::optional<KRError> StagedPlugin::fill(const QString &path)
 bool mayBePlugin(const QString &path)
 {
     const QFileInfo file(QDir::cleanPath(path));
-    return file.isDir() ? hasSuffix(file, pluginSuffix) : hasSuffix(file, archiveSuffix) || hasSuffix(file, pluginSuffix);
+    return file.isDir() ? hasSuffix(file, pluginSuffix)
+                        : hasSuffix(file, archiveSuffix) || hasSuffix(file, pluginSuffix);
 }
 
 KRError pluginFileError(const QString &text)
