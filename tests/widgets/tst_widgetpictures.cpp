@@ -124,13 +124,8 @@ void tst_WidgetPictures::run(const QString &plugin, const QString &command, cons
 
 QImage tst_WidgetPictures::pictureOf(QWidget &window)
 {
-    constexpr int ratio = 2;
-    QImage picture(window.size() * ratio, QImage::Format_RGB32);
-    picture.setDevicePixelRatio(ratio);
-    picture.fill(QApplication::palette().color(QPalette::Window));
     QCoreApplication::processEvents();
-    window.render(&picture);
-    return picture;
+    return window.grab().toImage();
 }
 
 void tst_WidgetPictures::keep(const QImage &picture, const QString &name)
@@ -212,5 +207,12 @@ void tst_WidgetPictures::consoleWindow()
     QVERIFY(table->model()->rowCount() > 8);
 }
 
-QTEST_MAIN(tst_WidgetPictures)
+int main(int argc, char **argv)
+{
+    qputenv("QT_SCALE_FACTOR", "2"); // as on a dense screen
+    QApplication application(argc, argv);
+    tst_WidgetPictures test;
+    return QTest::qExec(&test, argc, argv);
+}
+
 #include "tst_widgetpictures.moc"

@@ -73,7 +73,11 @@ ConsoleWindow::ConsoleWindow(std::shared_ptr<ConsoleLog> log, KRPluginManager *m
     showCount();
 }
 
-ConsoleWindow::~ConsoleWindow() = default;
+ConsoleWindow::~ConsoleWindow()
+{
+    delete m_table; // before the entries that it shows, which this object may be the last to hold
+    delete m_filter;
+}
 
 QWidget *ConsoleWindow::makeToolBar()
 {

@@ -67,7 +67,7 @@ QString versionsText(const KRPluginBundle &plugin)
 
 PluginDetailsPane::PluginDetailsPane(QWidget *parent)
     : QWidget(parent)
-    , m_content(new QWidget)
+    , m_area(new QScrollArea)
     , m_hint(makeLabel("Hint"))
     , m_icon(new QLabel)
     , m_name(makeLabel("PluginName"))
@@ -82,7 +82,8 @@ PluginDetailsPane::PluginDetailsPane(QWidget *parent)
     m_hint->setText(Localizable::tr("Select a plug-in to see what it does."));
     m_hint->setAlignment(Qt::AlignCenter);
     m_warning->setText(Localizable::tr("This version is known not to work with this application."));
-    auto *const layout = new QVBoxLayout(m_content);
+    auto *const content = new QWidget;
+    auto *const layout = new QVBoxLayout(content);
     layout->setContentsMargins(20, 18, 20, 18);
     layout->setSpacing(14);
     layout->addWidget(makeHead());
@@ -94,16 +95,15 @@ PluginDetailsPane::PluginDetailsPane(QWidget *parent)
     layout->addStretch(1);
     layout->addWidget(makeButtons());
 
-    auto *const area = new QScrollArea;
-    area->setWidgetResizable(true);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    area->setFocusPolicy(Qt::NoFocus);
-    area->setWidget(m_content);
+    m_area->setWidgetResizable(true);
+    m_area->setFrameShape(QFrame::NoFrame);
+    m_area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_area->setFocusPolicy(Qt::NoFocus);
+    m_area->setWidget(content);
     auto *const outer = new QVBoxLayout(this);
     outer->setContentsMargins(0, 0, 0, 0);
     outer->addWidget(m_hint, 1);
-    outer->addWidget(area, 1);
+    outer->addWidget(m_area, 1);
     connect(m_update, &PluginUpdateRow::updateRequested, this, &PluginDetailsPane::updateRequested);
     connect(m_update, &PluginUpdateRow::cancelRequested, this, &PluginDetailsPane::cancelUpdateRequested);
     setPlugin(nullptr, Compatibility::Compatible);
@@ -166,7 +166,7 @@ void PluginDetailsPane::setPlugin(const std::shared_ptr<KRPluginBundle> &plugin,
 {
     m_plugin = plugin;
     m_hint->setVisible(!plugin);
-    m_content->parentWidget()->parentWidget()->setVisible(plugin != nullptr);
+    m_area->setVisible(plugin != nullptr);
     m_commands->setPlugin(plugin.get());
     if (!plugin)
         return;

@@ -13,6 +13,7 @@ class KRPluginBundle;
 class PluginUpdateRow;
 class QLabel;
 class QPushButton;
+class QScrollArea;
 
 /// Everything about one plug-in, and what can be done with it. Shows and asks; whoever made it acts. Its texts are the
 /// plug-in's own and shown as plain text.
@@ -46,7 +47,7 @@ private:
     void openHomepage();
 
     std::shared_ptr<KRPluginBundle> m_plugin;
-    QWidget *m_content;
+    QScrollArea *m_area;
     QLabel *m_hint;
     QLabel *m_icon;
     QLabel *m_name;

@@ -93,7 +93,10 @@ PluginsWindow::PluginsWindow(KRPluginManager &manager, QWidget *parent)
     refresh();
 }
 
-PluginsWindow::~PluginsWindow() = default;
+PluginsWindow::~PluginsWindow()
+{
+    m_list->selectionModel()->disconnect(this); // whose rows go before it does
+}
 
 QWidget *PluginsWindow::makeToolBar()
 {
