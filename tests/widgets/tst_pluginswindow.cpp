@@ -1,5 +1,6 @@
 #include "PluginsWindowFixture.h"
 #include "UrlRecorder.h"
+#include "localization/KorvanPluginManagerTranslator.h"
 
 #include <QCheckBox>
 #include <QLineEdit>
@@ -31,6 +32,8 @@ private slots:
     void incompatibleOnesOfAHiddenWindow();
     void disablingAll();
     void everythingIsReachedByKeyboard();
+    void keysAreUnique_data();
+    void keysAreUnique();
     void managerGoesFirst();
 };
 
@@ -256,6 +259,34 @@ void tst_PluginsWindow::everythingIsReachedByKeyboard()
     for (const auto &name : {u"PluginSearch"_s, u"InstallButton"_s, u"CheckButton"_s, u"PluginList"_s, u"Commands"_s,
              u"EditButton"_s, u"FolderButton"_s, u"HomepageButton"_s, u"RemoveButton"_s, u"DisableAll"_s})
         QVERIFY2(reached.contains(name), qPrintable(name));
+}
+
+void tst_PluginsWindow::keysAreUnique_data()
+{
+    QTest::addColumn<QLocale>("locale");
+
+    for (const auto &name : {"en_GB", "de_DE", "fr_FR", "ja_JP", "zh_CN"})
+        QTest::newRow(name) << QLocale(QLatin1StringView(name));
+}
+
+/// Alt and a letter press one button, whatever the language.
+void tst_PluginsWindow::keysAreUnique()
+{
+    QFETCH(QLocale, locale);
+    const auto texts = KorvanPluginManagerTranslator(locale);
+    QVERIFY(texts);
+    QCoreApplication::installTranslator(texts.get());
+    const PluginsWindow window(*m_manager);
+    QStringList keys;
+    for (auto *const button : window.findChildren<QAbstractButton *>()) {
+        if (const auto key = QKeySequence::mnemonic(button->text()); !key.isEmpty())
+            keys.append(key.toString());
+    }
+    QVERIFY2(keys.size() >= 11, qPrintable(keys.join(u' ')));
+    keys.sort();
+    auto unique = keys;
+    unique.removeDuplicates();
+    QCOMPARE(keys, unique);
 }
 
 void tst_PluginsWindow::managerGoesFirst()

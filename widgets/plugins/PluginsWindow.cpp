@@ -176,7 +176,7 @@ QWidget *PluginsWindow::makeFooter()
     m_allDisabled->setObjectName(QStringLiteral("AllDisabledBanner"));
     m_incompatible->setObjectName(QStringLiteral("IncompatibleBanner"));
     m_notice->setObjectName(QStringLiteral("NoticeBanner"));
-    m_allDisabled->setAction(Localizable::tr("&Enable Again"));
+    m_allDisabled->setAction(Localizable::tr("Enable A&gain"));
     connect(m_allDisabled, &Banner::actionRequested, this, [this] { setAllDisabled(false); });
     connect(m_disableAll, &QCheckBox::clicked, this, &PluginsWindow::setAllDisabled);
     auto *const footer = new QWidget;

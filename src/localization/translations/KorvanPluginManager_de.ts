@@ -318,7 +318,7 @@
     </message>
     <message>
         <source>&amp;Edit</source>
-        <translation>B&amp;earbeiten</translation>
+        <translation>&amp;Bearbeiten</translation>
     </message>
     <message>
         <source>&amp;Show in Folder</source>
@@ -375,7 +375,7 @@
     </message>
     <message>
         <source>&amp;Cancel</source>
-        <translation>&amp;Abbrechen</translation>
+        <translation>Abbre&amp;chen</translation>
     </message>
     <message>
         <source>Version %1 is installed. The file holds version %2, which is newer.</source>
@@ -444,10 +444,6 @@
     <message>
         <source>Installed plug-ins</source>
         <translation>Installierte Plug-ins</translation>
-    </message>
-    <message>
-        <source>&amp;Enable Again</source>
-        <translation>&amp;Wieder aktivieren</translation>
     </message>
     <message>
         <source>Install Plug-ins</source>
@@ -529,7 +525,7 @@
     </message>
     <message>
         <source>&amp;Try Again</source>
-        <translation>&amp;Erneut versuchen</translation>
+        <translation>Erneut &amp;versuchen</translation>
     </message>
     <message>
         <source>The update is not offered any more.</source>
@@ -558,6 +554,10 @@
     <message>
         <source>“%1” holds a link that leads out of it.</source>
         <translation>„%1“ enthält einen Link, der nach außen führt.</translation>
+    </message>
+    <message>
+        <source>Enable A&amp;gain</source>
+        <translation>&amp;Wieder aktivieren</translation>
     </message>
 </context>
 </TS>

@@ -446,10 +446,6 @@
         <translation>Installed plug-ins</translation>
     </message>
     <message>
-        <source>&amp;Enable Again</source>
-        <translation>&amp;Enable Again</translation>
-    </message>
-    <message>
         <source>Install Plug-ins</source>
         <translation>Install Plug-ins</translation>
     </message>
@@ -558,6 +554,10 @@
     <message>
         <source>“%1” holds a link that leads out of it.</source>
         <translation>“%1” holds a link that leads out of it.</translation>
+    </message>
+    <message>
+        <source>Enable A&amp;gain</source>
+        <translation>Enable A&amp;gain</translation>
     </message>
 </context>
 </TS>

@@ -446,10 +446,6 @@
         <translation>Plug-ins installés</translation>
     </message>
     <message>
-        <source>&amp;Enable Again</source>
-        <translation>&amp;Réactiver</translation>
-    </message>
-    <message>
         <source>Install Plug-ins</source>
         <translation>Installer des plug-ins</translation>
     </message>
@@ -521,7 +517,7 @@
     </message>
     <message>
         <source>&amp;Update</source>
-        <translation>Mettre à &amp;jour</translation>
+        <translation>M&amp;ettre à jour</translation>
     </message>
     <message>
         <source>Progress of the download</source>
@@ -558,6 +554,10 @@
     <message>
         <source>“%1” holds a link that leads out of it.</source>
         <translation>«&#xa0;%1&#xa0;» contient un lien qui mène hors de lui.</translation>
+    </message>
+    <message>
+        <source>Enable A&amp;gain</source>
+        <translation>Réacti&amp;ver</translation>
     </message>
 </context>
 </TS>

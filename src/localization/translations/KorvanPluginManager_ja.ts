@@ -446,10 +446,6 @@
         <translation>インストール済みのプラグイン</translation>
     </message>
     <message>
-        <source>&amp;Enable Again</source>
-        <translation>再び有効にする(&amp;E)</translation>
-    </message>
-    <message>
         <source>Install Plug-ins</source>
         <translation>プラグインをインストール</translation>
     </message>
@@ -558,6 +554,10 @@
     <message>
         <source>“%1” holds a link that leads out of it.</source>
         <translation>「%1」には、外部を指すリンクが含まれています。</translation>
+    </message>
+    <message>
+        <source>Enable A&amp;gain</source>
+        <translation>再び有効にする(&amp;G)</translation>
     </message>
 </context>
 </TS>

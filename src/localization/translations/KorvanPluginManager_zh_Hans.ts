@@ -446,10 +446,6 @@
         <translation>已安装的插件</translation>
     </message>
     <message>
-        <source>&amp;Enable Again</source>
-        <translation>重新启用(&amp;E)</translation>
-    </message>
-    <message>
         <source>Install Plug-ins</source>
         <translation>安装插件</translation>
     </message>
@@ -558,6 +554,10 @@
     <message>
         <source>“%1” holds a link that leads out of it.</source>
         <translation>“%1”包含指向其外部的链接。</translation>
+    </message>
+    <message>
+        <source>Enable A&amp;gain</source>
+        <translation>重新启用(&amp;G)</translation>
     </message>
 </context>
 </TS>
