@@ -29,6 +29,7 @@ private slots:
     void failedDownloadCanBeTriedAgain();
     void cancelDownload();
     void cancelWhileWaiting();
+    void checkWhileUpdatesWait();
     void pluginGoesWhileItsUpdateWaits();
     void newerOneInstalledByHand();
     void nothingToUpdate();
@@ -242,6 +243,18 @@ void tst_PluginUpdatesController::cancelWhileWaiting()
     waitForPhase(u"a"_s, Phase::Installed);
     QCOMPARE(phase(u"b"_s), Phase::Available);
     QVERIFY(!m_server->requestedPaths().contains("/b.zip"));
+}
+
+void tst_PluginUpdatesController::checkWhileUpdatesWait()
+{
+    installWithUpdate(u"a"_s);
+    installWithUpdate(u"b"_s);
+    check();
+    m_updates->updateAll();
+    m_updates->check();
+    QCOMPARE(phase(u"b"_s), Phase::Waiting);
+    waitForPhase(u"b"_s, Phase::Installed);
+    QCOMPARE(installedVersion(u"a"_s), u"2.0"_s);
 }
 
 void tst_PluginUpdatesController::pluginGoesWhileItsUpdateWaits()

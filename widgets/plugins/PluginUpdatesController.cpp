@@ -114,7 +114,8 @@ void PluginUpdatesController::check()
                 self->feedRead(identifier, error);
         });
     };
-    m_manager->checkForPluginUpdatesWithHandler(read, [self] {
+    // What was offered before is not forgotten: updates may be waiting for their download.
+    m_manager->checkForPluginUpdates({}, read, [self] {
         LTAppEnvironment::runOnMainQueue([self] {
             if (self)
                 self->checkEnded();
