@@ -26,7 +26,7 @@ public:
         static constexpr ScriptOperation operations[] = {
             scriptOperation<&Target::number>("number"),
             scriptOperation<&Target::text>("text"),
-            scriptOperation<&Target::setNumber>("setNumber"),
+            scriptOperation<&Target::setNumber>("setNumber", "(number)"),
         };
         static constexpr ScriptClass scriptClass{"Target", operations};
         return scriptClass;

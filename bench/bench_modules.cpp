@@ -138,7 +138,7 @@ int main(int argc, char **argv)
     const Environment environment;
     for (const char *const name : moduleNames)
         measureEach("firstRequire/", name, &firstRequire);
-    for (const char *const name : {"URL", "fetch", "structuredClone", "TextDecoder"})
+    for (const char *const name : {"URL", "fetch", "structuredClone", "TextDecoder", "require('stream').Transform"})
         measureEach("firstUse/", name, &firstUse);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();

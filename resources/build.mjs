@@ -27,11 +27,12 @@ const later = `const later = {
     TextEncoder: function () { return { encode: (text) => new TextEncoder().encode(text) }; },
     TextDecoder: function (...options) { return { decode: (bytes) => new TextDecoder(...options).decode(bytes) }; },
 };`;
+const encodings = { banner: 'const engine = { decodeURIComponent, escape };', define: { globalThis: 'engine' } };
 const adjustments = {
-    'text-encoding': { banner: 'const engine = { decodeURIComponent, escape };', define: { globalThis: 'engine' } },
+    'text-encoding': encodings, 'multi-byte-full': encodings, 'single-byte-full': encodings,
     url: { banner: later, define: { TextEncoder: 'later.TextEncoder', TextDecoder: 'later.TextDecoder' } },
     'util-full': { define: { 'process.env.NODE_DEBUG': 'undefined' } },
-    stream: {
+    'stream-full': {
         banner: later,
         define: {
             'globalThis.AbortController': 'later.AbortController',
@@ -41,7 +42,12 @@ const adjustments = {
     },
 };
 // What a bundle loads only when it needs it: a file of its own beside the bundle's index.js.
-const parts = { url: ['tr46-full'], util: ['comparisons-full', 'inspect-full', 'util-full'] };
+const parts = {
+    stream: ['legacy-full', 'stream-full'],
+    'text-encoding': ['multi-byte-full', 'single-byte-full'],
+    url: ['tr46-full'],
+    util: ['comparisons-full', 'inspect-full', 'util-full'],
+};
 
 // "npm:NAME" is the package of that name. Without the prefix a core module's name is the session's module, in the
 // sources of packages too.
@@ -53,6 +59,11 @@ const sessionModules = {
             build.resolve('./' + name.slice(4), { kind: 'require-call', resolveDir }));
         build.onResolve({ filter: /^(host:|korvan$|korvan\/)/ }, ({ path: name }) => ({ path: name, external: true }));
         build.onResolve({ filter: /^\.\/[^/]+-full$/ }, ({ path: name }) => ({ path: name, external: true }));
+        // The package's other streams are those of the class that scripts already have.
+        build.onResolve({ filter: /\/legacy$/ }, ({ importer }) =>
+            (importer.includes('/readable-stream/') ? { path: './legacy-full', external: true } : undefined));
+        build.onResolve({ filter: /^@exodus\/bytes\/single-byte\.js$/ }, ({ importer }) =>
+            (importer.endsWith('/encoding.js') ? { path: path.join(modulesFolder, 'support/single-byte.js') } : undefined));
         // As the streams write them.
         build.onResolve({ filter: /^(process|string_decoder)\/$/ }, ({ path: name }) =>
             ({ path: path.join(modulesFolder, 'support', `later-${name.slice(0, -1)}.js`) }));

@@ -51,6 +51,7 @@ set(korvan_public_headers
     platform/Snapshot.h
     platform/UserDefaults.h
     platform/UserPresenter.h
+    platform/VirtualMainQueue.h
     platform/archive/LTZipReader.h
     platform/archive/ZipBudget.h
     platform/monitoring/FolderMonitorOptions.h
@@ -70,6 +71,7 @@ set(korvan_public_headers
     platform/script/ScriptHost.h
     platform/script/ScriptObject.h
     platform/script/ScriptOutline.h
+    platform/script/ScriptSignature.h
     platform/script/ScriptValue.h
     platform/script/SourceOffset.h
     platform/script/ValueText.h

@@ -67,17 +67,18 @@ const ScriptClass &Document::scriptClass() const
 {
     static constexpr ScriptOperation operations[] = {
         scriptOperation<&Document::name>("name"),
-        scriptOperation<&Document::setName>("setName"),
-        scriptOperation<&userInfoOf>("userInfo"),
-        scriptOperation<&layersOf>("layers"),
-        scriptOperation<&allLayersOf>("allLayers"),
-        scriptOperation<&Document::layerWithID>("layerWithID"),
-        scriptOperation<&selectionOf>("selection"),
-        scriptOperation<&setSelectionOf>("setSelection"),
-        scriptOperation<&addLayerWithValues>("addLayer"),
-        scriptOperation<&insertLayerWithValues>("insertLayer"),
+        scriptOperation<&Document::setName>("setName", "(name)"),
+        scriptOperation<&userInfoOf>("userInfo", "(): UserInfo | null"),
+        scriptOperation<&layersOf>("layers", "(): Layer[]"),
+        scriptOperation<&allLayersOf>("allLayers", "(): Layer[]"),
+        scriptOperation<&Document::layerWithID>("layerWithID", "(id): Layer | null"),
+        scriptOperation<&selectionOf>("selection", "(): Layer[]"),
+        scriptOperation<&setSelectionOf>("setSelection", "(layers: readonly Layer[])"),
+        scriptOperation<&addLayerWithValues>("addLayer", "(values: LayerValues): Layer"),
+        scriptOperation<&insertLayerWithValues>(
+            "insertLayer", "(values: LayerValues, parent: Layer | null, index): Layer"),
         scriptOperation<&layerTypes>("layerTypes"),
-        scriptOperation<&styleKeys>("styleKeys"),
+        scriptOperation<&styleKeys>("styleKeys", "(type)"),
     };
     static constexpr ScriptClass scriptClass{"Document", operations};
     return scriptClass;

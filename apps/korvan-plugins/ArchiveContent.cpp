@@ -1,5 +1,6 @@
 #include "ArchiveContent.h"
 
+#include "EditorFiles.h"
 #include "platform/archive/LTZipReader.h"
 
 #include <QFile>
@@ -8,6 +9,12 @@
 #include <filesystem>
 
 namespace {
+
+/// What is for whoever works on the plug-in.
+bool isForAuthors(const QString &path, bool isFolder)
+{
+    return path == editorProject || path == editorTypings || (path == u"tests" && isFolder);
+}
 
 bool isUTF8(const std::string &bytes)
 {
@@ -34,7 +41,11 @@ Result<QStringList> itemsToPack(const QString &folder)
         const auto path = item->path().native().substr(top.size() + 1);
         if (!isUTF8(path))
             return refusal(QString::fromStdString(path), "has a name that is not UTF-8");
-        paths.append(QString::fromStdString(path));
+        const auto name = QString::fromStdString(path);
+        if (isForAuthors(name, item->is_directory() && !item->is_symlink()))
+            item.disable_recursion_pending();
+        else
+            paths.append(name);
         item.increment(failure);
     }
     if (failure)

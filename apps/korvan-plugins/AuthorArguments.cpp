@@ -17,6 +17,7 @@ void AuthorArguments::addTo(CLI::App &app, const AddCommand &addCommand, const G
 {
     addCreate(app, addCommand, options);
     addValidate(app, addCommand);
+    addTest(app, addCommand, options);
     addPack(app, addCommand, options);
 }
 
@@ -37,6 +38,20 @@ void AuthorArguments::addValidate(CLI::App &app, const AddCommand &addCommand)
     validate->add_option("paths", m_paths, "Bundle folders")->type_name("PATH")->required();
 }
 
+void AuthorArguments::addTest(CLI::App &app, const AddCommand &addCommand, const GlobalOptions &options)
+{
+    m_test = addCommand(app, "test", "Run the tests of plug-ins",
+        [this, &options](Output &output) { return testPlugins(options, testOptions(), output); });
+    m_test->add_option("paths", m_paths, "Bundle folders, or files *.test.js and folders of them")
+        ->type_name("PATH")
+        ->required();
+    m_test->add_option("--document", m_document, "Document that each test works on a copy of")->type_name("FILE");
+    m_test->add_option("--filter", m_filter, "Only tests with that in their title")->type_name("TEXT");
+    m_test->add_option("--limit", m_limitSeconds, "Longest time for a test (5)")
+        ->type_name("SECONDS")
+        ->check(CLI::Range(0.01, 1e6));
+}
+
 void AuthorArguments::addPack(CLI::App &app, const AddCommand &addCommand, const GlobalOptions &options)
 {
     m_pack = addCommand(app, "pack", "Pack a plug-in for its users, with the feed that offers it to them",
@@ -55,6 +70,11 @@ void AuthorArguments::addPack(CLI::App &app, const AddCommand &addCommand, const
 CreateOptions AuthorArguments::createOptions() const
 {
     return {text(m_name), textIfGiven(*m_create, "--identifier", m_identifier), text(m_template)};
+}
+
+TestOptions AuthorArguments::testOptions() const
+{
+    return {texts(m_paths), textIfGiven(*m_test, "--document", m_document), text(m_filter), m_limitSeconds};
 }
 
 PackOptions AuthorArguments::packOptions() const

@@ -21,16 +21,22 @@ public:
 private:
     void addCreate(CLI::App &app, const AddCommand &addCommand, const GlobalOptions &options);
     void addValidate(CLI::App &app, const AddCommand &addCommand);
+    void addTest(CLI::App &app, const AddCommand &addCommand, const GlobalOptions &options);
     void addPack(CLI::App &app, const AddCommand &addCommand, const GlobalOptions &options);
     CreateOptions createOptions() const;
+    TestOptions testOptions() const;
     PackOptions packOptions() const;
 
     CLI::App *m_create = nullptr;
+    CLI::App *m_test = nullptr;
     CLI::App *m_pack = nullptr;
     std::string m_name;
     std::string m_identifier;
     std::string m_template = "command";
     std::vector<std::string> m_paths;
+    std::string m_document;
+    std::string m_filter;
+    double m_limitSeconds = 5;
     std::string m_path;
     std::string m_archive;
     std::string m_feed;

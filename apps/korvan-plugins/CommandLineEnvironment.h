@@ -8,7 +8,7 @@
 #include <memory>
 
 /// The host that the framework sees: this program, as its options describe it.
-class CommandLineEnvironment final : public LTAppEnvironment, public LogTarget
+class CommandLineEnvironment : public LTAppEnvironment, public LogTarget
 {
 public:
     explicit CommandLineEnvironment(const GlobalOptions &options);

@@ -27,6 +27,7 @@ ExitCode unpackArchive(const UnpackOptions &unpack, Output &output);
 ExitCode exportPlugin(const GlobalOptions &options, const ExportOptions &exporting, Output &output);
 ExitCode createNewPlugin(const GlobalOptions &options, const CreateOptions &create, Output &output);
 ExitCode validatePlugins(const ValidateOptions &validate, Output &output);
+ExitCode testPlugins(const GlobalOptions &options, const TestOptions &test, Output &output);
 ExitCode packPlugin(const GlobalOptions &options, const PackOptions &pack, Output &output);
 ExitCode compareVersions(const CompareVersionsOptions &versions, Output &output);
 ExitCode showDemo(const GlobalOptions &options, Output &output);

@@ -4,11 +4,35 @@
 
 #include <QVariantMap>
 
-/// What a handler is given of a document, added to other keys: the document under "document", its selected layers under
-/// "selection".
+/// One of the keys that a document adds to the context of a handler.
+struct DocumentContextKey
+{
+    const char *name;
+    /// Of the value, in the words of TypeScript.
+    const char *type;
+    QVariant (*value)(const std::shared_ptr<Document> &document);
+};
+
+inline QVariant documentOfContext(const std::shared_ptr<Document> &document)
+{
+    return QVariant::fromValue(ScriptObjectPointer(document));
+}
+
+inline QVariant selectionOfContext(const std::shared_ptr<Document> &document)
+{
+    return scriptList(document->selection());
+}
+
+/// What a handler is given of a document: itself, and its selected layers.
+inline constexpr DocumentContextKey documentContextKeys[] = {
+    {"document", "Document", &documentOfContext},
+    {"selection", "Layer[]", &selectionOfContext},
+};
+
+/// These, added to other keys.
 inline QVariantMap contextWithDocument(QVariantMap context, const std::shared_ptr<Document> &document)
 {
-    context.insert(QStringLiteral("document"), QVariant::fromValue(ScriptObjectPointer(document)));
-    context.insert(QStringLiteral("selection"), scriptList(document->selection()));
+    for (const auto &key : documentContextKeys)
+        context.insert(QString::fromLatin1(key.name), key.value(document));
     return context;
 }

@@ -4,13 +4,27 @@
 #include <QDir>
 #include <QFileInfo>
 
-std::optional<QString> examplesFolder()
+namespace {
+
+std::optional<QString> folderWithProgram(const QString &name)
 {
     const QDir programFolder(QCoreApplication::applicationDirPath());
-    for (const auto &place : {QStringLiteral("examples"), QStringLiteral("../share/korvan/examples")}) {
+    for (const auto &place : {name, QStringLiteral("../share/korvan/") + name}) {
         const auto path = programFolder.filePath(place);
         if (QFileInfo(path).isDir())
             return QDir::cleanPath(path);
     }
     return std::nullopt;
+}
+
+} // namespace
+
+std::optional<QString> examplesFolder()
+{
+    return folderWithProgram(QStringLiteral("examples"));
+}
+
+std::optional<QString> typingsFolder()
+{
+    return folderWithProgram(QStringLiteral("typings"));
 }

@@ -11,7 +11,7 @@ void LogCollector::log(const QVariantMap &entry, const QString &from)
     m_texts[from].append(entry.value(QStringLiteral("stringValue")).toString());
     m_entries.append(entry);
     if (m_listener)
-        m_listener(entry);
+        m_listener(entry, from);
 }
 
 QString LogCollector::logStringFor(const QString &sender)

@@ -13,7 +13,7 @@
 class LogCollector final : public KRPluginLogAction
 {
 public:
-    using Listener = std::function<void(const QVariantMap &entry)>;
+    using Listener = std::function<void(const QVariantMap &entry, const QString &sender)>;
 
     explicit LogCollector(Listener listener = nullptr);
 

@@ -118,6 +118,18 @@ struct PackOptions
     QString url;
 };
 
+struct TestOptions
+{
+    /// Plug-ins, folders of tests, or files.
+    QStringList paths;
+    /// Nil: "document.json" beside the tests, or else an empty one.
+    std::optional<QString> documentFile;
+    /// Only tests with that in their title, whatever the case.
+    QString filter;
+    /// For each test.
+    double limitSeconds = 5;
+};
+
 struct CompareVersionsOptions
 {
     QString first;

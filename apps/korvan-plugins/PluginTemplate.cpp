@@ -1,5 +1,6 @@
 #include "PluginTemplate.h"
 
+#include "EditorFiles.h"
 #include "Examples.h"
 #include "FolderCopy.h"
 #include "platform/JSONText.h"
@@ -34,6 +35,12 @@ bool fillManifest(const NewPlugin &plugin, const QString &bundle)
     manifest.replace("\"{{identifier}}\"", jsonText(plugin.identifier));
     manifest.replace("\"{{name}}\"", jsonText(plugin.name)); // the last: it may itself hold braces
     return file.resize(0) && file.seek(0) && file.write(manifest) == manifest.size() && file.flush();
+}
+
+bool addEditorFiles(const QString &typings, const QString &bundle)
+{
+    const auto copy = bundle + u'/' + editorTypings;
+    return copyFolder(typings, copy) && QDir().rename(copy + u'/' + editorProject, bundle + u'/' + editorProject);
 }
 
 } // namespace
@@ -79,6 +86,9 @@ std::optional<KRError> createPlugin(const NewPlugin &plugin, const QString &path
     const auto source = examples.value_or(QString()) + QStringLiteral("/templates/") + plugin.templateName;
     if (!examples || !QFileInfo(source).isDir())
         return failure(QStringLiteral("The templates that come with this program are not installed."));
+    const auto typings = typingsFolder();
+    if (!typings)
+        return failure(QStringLiteral("The typings that come with this program are not installed."));
     const QFileInfo target(path);
     if (target.exists() || target.isSymLink())
         return failure(QStringLiteral("There is already something at \"%1\".").arg(path));
@@ -87,7 +97,8 @@ std::optional<KRError> createPlugin(const NewPlugin &plugin, const QString &path
     // Hidden, so that no host finds a half of it.
     const QTemporaryDir work(target.path() + QStringLiteral("/.new-plugin-XXXXXX"));
     const auto copy = work.filePath(target.fileName());
-    const bool isMade = work.isValid() && copyFolder(source, copy) && fillManifest(plugin, copy);
+    const bool isMade =
+        work.isValid() && copyFolder(source, copy) && fillManifest(plugin, copy) && addEditorFiles(*typings, copy);
     // Whatever came to that place meanwhile is not empty, and is not replaced.
     if (!isMade || !QDir().rename(copy, path))
         return failure(QStringLiteral("The plug-in \"%1\" cannot be written.").arg(path));

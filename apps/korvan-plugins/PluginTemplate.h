@@ -25,5 +25,6 @@ std::optional<QString> folderNameForPlugin(const QString &name);
 /// An identifier for a plug-in of that name: "com.example." and the name's letters and digits.
 QString identifierForPlugin(const QString &name);
 
-/// Makes the bundle at `path`, complete or not at all. What is there already stays as it is, and is an error.
+/// Makes the bundle at `path`, with what an editor needs to complete scripts, complete or not at all. What is there
+/// already stays as it is, and is an error.
 std::optional<KRError> createPlugin(const NewPlugin &plugin, const QString &path);

@@ -65,7 +65,7 @@ public:
         : m_options(options)
         , m_output(output)
         , m_session(global)
-        , m_log(std::make_shared<LogCollector>([this](const QVariantMap &entry) { showEntry(entry); }))
+        , m_log(std::make_shared<LogCollector>([this](const QVariantMap &entry, const QString &) { showEntry(entry); }))
     {
         m_session.manager().setLogAction(m_log);
     }

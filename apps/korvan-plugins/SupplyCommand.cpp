@@ -41,7 +41,7 @@ public:
         : m_options(options)
         , m_output(output)
         , m_session(global)
-        , m_log(std::make_shared<LogCollector>([this](const QVariantMap &entry) { noteEntry(entry); }))
+        , m_log(std::make_shared<LogCollector>([this](const QVariantMap &entry, const QString &) { noteEntry(entry); }))
     {
         m_session.manager().setLogAction(m_log);
     }

@@ -8,6 +8,7 @@
 const host = require('host:documents');
 const { describe, article, suggestion, checkKeys, checkText, checkNumber } = require('./support/describe.js');
 const { compileSelector } = require('./support/selector.js');
+const { LayerTable } = require('./support/layer-table.js');
 const { liveView } = require('./support/live-view.js');
 
 const FRAME_KEYS = ['x', 'y', 'width', 'height'];
@@ -32,7 +33,15 @@ function wrap(object) {
     return ours;
 }
 
-const wrapAll = (objects) => Object.freeze(objects.map(wrap));
+function wrapAll(objects) {
+    const layers = [];
+    for (let i = 0; i < objects.length; ++i)
+        layers.push(wrap(objects[i]));
+    return layers;
+}
+
+// For those that look as if a layer could be put into them. The engine is slow with frozen arrays of thousands.
+const wrapFrozen = (objects) => Object.freeze(wrapAll(objects));
 
 /** Ours for a layer or document in either form; undefined for anything else. */
 function ourObject(value) {
@@ -48,11 +57,24 @@ function checkLayer(value, what) {
     return layer;
 }
 
-/** A function that tells whether a layer is meant, from a selector or a predicate. */
-function condition(selector, caller) {
+// Finding -----------------------------------------------------------------------------------------------------------
+
+/** The layers in a document or group that a selector or a function means, at most so many. */
+function layersMeant(root, document, selector, most, caller) {
     if (typeof selector === 'function')
-        return selector;
-    return compileSelector(checkText(selector, `What ${caller} looks for, a selector or a function,`));
+        return layersThat(selector, root, most);
+    const { keys, rowsIn } = compileSelector(checkText(selector, `What ${caller} looks for, a selector or a function,`));
+    const table = new LayerTable(host, root.hostObject, document.hostObject, keys);
+    return wrapAll(host.layersAt(rowsIn(table, table.first, most)));
+}
+
+function layersThat(isMeant, root, most) {
+    const layers = [];
+    for (const layer of root) {
+        if (isMeant(layer) && layers.push(layer) >= most)
+            break;
+    }
+    return layers;
 }
 
 // Creating ----------------------------------------------------------------------------------------------------------
@@ -153,13 +175,6 @@ function createIn(document, group, values) {
     return wrap(insert(checkValues(document, values), group === null ? null : group.hostObject, index));
 }
 
-function* layersInside(layers) {
-    for (const layer of layers) {
-        yield layer;
-        yield* layersInside(layer.children);
-    }
-}
-
 // Documents -----------------------------------------------------------------------------------------------------------
 
 class Document {
@@ -178,11 +193,11 @@ class Document {
     set name(name) { this.#object.setName(checkText(name, 'The name of a document')); }
 
     /** The layers at the top level, bottom first. The array is of this moment; the layers are live. */
-    get children() { return wrapAll(this.#object.layers()); }
+    get children() { return wrapFrozen(this.#object.layers()); }
     /** All layers, each group before those in it. */
     get layers() { return wrapAll(this.#object.allLayers()); }
 
-    get selection() { return wrapAll(this.#object.selection()); }
+    get selection() { return wrapFrozen(this.#object.selection()); }
     set selection(layers) {
         if (!Array.isArray(layers))
             throw new TypeError(`The selection has to be an array of layers, but is ${describe(layers)}.`);
@@ -203,14 +218,10 @@ class Document {
 
     /** The first layer that a selector or a function means; null when there is none. */
     find(selector) {
-        const isMeant = condition(selector, 'find()');
-        return this.layers.find((layer) => isMeant(layer)) ?? null;
+        return layersMeant(this, this, selector, 1, 'find()')[0] ?? null;
     }
 
-    findAll(selector) {
-        const isMeant = condition(selector, 'findAll()');
-        return this.layers.filter((layer) => isMeant(layer));
-    }
+    findAll(selector) { return layersMeant(this, this, selector, Infinity, 'findAll()'); }
 
     [Symbol.iterator]() { return this.layers[Symbol.iterator](); }
     get [Symbol.toStringTag]() { return 'Document'; }
@@ -275,7 +286,7 @@ class Layer {
     set image(image) { this.#attached().setImage(checkContent(this.type, 'image', image)); }
 
     /** Of a group, bottom first; empty for all others. The array is of this moment; the layers are live. */
-    get children() { return wrapAll(this.#ask((object) => object.layers())); }
+    get children() { return wrapFrozen(this.#ask((object) => object.layers())); }
     /** The group that it is in; null at the top level, and for a removed layer. */
     get group() {
         const group = this.#ask((object) => object.parent());
@@ -338,21 +349,15 @@ class Layer {
 
     /** The first layer inside that a selector or a function means; null when there is none. */
     find(selector) {
-        const isMeant = condition(selector, 'find()');
-        for (const layer of this) {
-            if (isMeant(layer))
-                return layer;
-        }
-        return null;
+        return layersMeant(this, this.document, selector, 1, 'find()')[0] ?? null;
     }
 
-    findAll(selector) {
-        const isMeant = condition(selector, 'findAll()');
-        return [...this].filter((layer) => isMeant(layer));
-    }
+    findAll(selector) { return layersMeant(this, this.document, selector, Infinity, 'findAll()'); }
 
     /** All layers inside, each group before those in it. */
-    [Symbol.iterator]() { return layersInside(this.children); }
+    [Symbol.iterator]() {
+        return wrapAll(this.#ask((object) => host.layersIn(object)))[Symbol.iterator]();
+    }
     get [Symbol.toStringTag]() { return 'Layer'; }
     toString() { return this.isRemoved ? 'a removed layer' : `the ${this.type} layer "${this.name}"`; }
 
@@ -408,7 +413,7 @@ module.exports = {
     Layer,
 
     /** All open documents. */
-    documents: () => wrapAll(host.documents()),
+    documents: () => wrapFrozen(host.documents()),
 
     /** The document that the command runs for, or else the one that the user works in; null without any. */
     activeDocument() {

@@ -1,4 +1,5 @@
 const named = require('./support/names');
+const { checkType } = require('./support/arguments');
 const buffer = require('npm:buffer');
 const { Buffer } = buffer;
 
@@ -25,6 +26,40 @@ Buffer.prototype.toString = function (encoding, start, end) {
     const to = end === undefined ? this.length : Math.max(from, end | 0);
     return new TextDecoder('utf-8', { ignoreBOM: true }).decode(new Uint8Array(this).subarray(from, to));
 };
+
+// The package finds nothing where nothing is looked for; in node that is everywhere.
+for (const [name, isForwards] of [['indexOf', true], ['lastIndexOf', false]]) {
+    const search = Buffer.prototype[name];
+    Buffer.prototype[name] = function (value, offset, encoding) {
+        if (value?.length !== 0)
+            return search.call(this, value, offset, encoding);
+        const from = Number(typeof offset === 'string' ? undefined : offset);
+        const start = Number.isNaN(from) ? (isForwards ? 0 : this.length) : Math.trunc(from);
+        return Math.min(Math.max(start < 0 ? start + this.length : start, 0), this.length);
+    };
+}
+
+// A place that is no whole number is an error, as in node.
+function checkPlace(value, name) {
+    if (value === undefined)
+        return;
+    checkType(value, name, 'number');
+    if (!Number.isInteger(value)) {
+        const error = new RangeError(`The value of "${name}" is out of range. It must be an integer. Received ${value}`);
+        throw Object.assign(error, { code: 'ERR_OUT_OF_RANGE' });
+    }
+}
+for (const name of Object.keys(Buffer.prototype).filter((key) => /^(?:read|write)(?:Big)?(?:U?[iI]nt|Float|Double)/.test(key))) {
+    const original = Buffer.prototype[name];
+    const places = name.startsWith('read') ? 0 : 1; // before them is the value
+    Buffer.prototype[name] = function (...values) {
+        checkPlace(values[places], 'offset');
+        checkPlace(values[places + 1], 'byteLength');
+        return original.apply(this, values);
+    };
+}
+for (const name of ['readBigUInt64LE', 'readBigUInt64BE', 'writeBigUInt64LE', 'writeBigUInt64BE'])
+    Buffer.prototype[name.replace('UInt', 'Uint')] = Buffer.prototype[name];
 
 const constants = { MAX_LENGTH: buffer.kMaxLength, MAX_STRING_LENGTH: 0x3fffffff };
 

@@ -1,6 +1,6 @@
 // fetch over the application's own transfers. Bodies are held in memory: texts, bytes and URLSearchParams, no streams.
 const named = require('./support/names');
-const { Headers, Request, Response, received, headersOf } = require('./support/messages');
+const { Headers, Request, Response, received, takeBody, headersOf, fieldsOfServer } = require('./support/messages');
 const service = require('host:fetch');
 
 function failure(url, reason) {
@@ -9,24 +9,34 @@ function failure(url, reason) {
 
 function responseFrom(answer, request) {
     const isWithoutBody = [204, 205, 304].includes(answer.status) || request.method === 'HEAD';
-    const response = new Response(isWithoutBody ? null : answer.body, { status: answer.status, headers: answer.headers });
+    const response = new Response(isWithoutBody ? null : answer.body,
+        { status: answer.status, headers: fieldsOfServer(answer.headers) });
     return received(response, answer.url, answer.url !== request.url.replace(/#.*$/, ''));
+}
+
+function answered(request, reason, answer) {
+    const isRedirect = reason === null && [301, 302, 303, 307, 308].includes(answer.status);
+    if (isRedirect && request.redirect === 'error')
+        reason = 'The server redirects to another place, which the option "redirect" forbids.';
+    else if (reason === null && !(answer.status >= 200 && answer.status <= 599))
+        reason = `The server has answered with the status ${answer.status}, which means nothing.`;
+    if (reason !== null)
+        throw failure(request.url, reason);
+    return responseFrom(answer, request);
 }
 
 function send(request, resolve, reject) {
     const { signal } = request;
     const number = service.start({
         url: request.url, method: request.method, headers: headersOf(request), redirect: request.redirect,
-        body: request.takeBody(),
+        body: takeBody(request),
     }, (reason, answer) => {
         signal.removeEventListener('abort', cancel);
-        const isRedirect = reason === null && [301, 302, 303, 307, 308].includes(answer.status);
-        if (reason !== null)
-            reject(failure(request.url, reason));
-        else if (isRedirect && request.redirect === 'error')
-            reject(failure(request.url, 'The server redirects to another place, which the option "redirect" forbids.'));
-        else
-            resolve(responseFrom(answer, request));
+        try {
+            resolve(answered(request, reason, answer));
+        } catch (error) {
+            reject(error);
+        }
     });
     function cancel() {
         service.cancel(number);

@@ -1,5 +1,6 @@
 // What node's "process" tells, of the application that the script runs in.
 const EventEmitter = require('events');
+const { checkType } = require('./support/arguments');
 const host = require('host:process');
 const clock = require('host:clock');
 
@@ -56,11 +57,7 @@ Object.assign(process, {
     uptime: () => clock.now() / 1000,
     memoryUsage: () => host.memoryUsage(),
     nextTick(callback, ...values) {
-        if (typeof callback !== 'function') {
-            const error = new TypeError(`The "callback" argument must be of type function. Received ${callback}`);
-            error.code = 'ERR_INVALID_ARG_TYPE';
-            throw error;
-        }
+        checkType(callback, 'callback', 'function');
         queueMicrotask(() => callback(...values));
     },
     emitWarning(warning) { console.warn(String(warning)); },

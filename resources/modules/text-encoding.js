@@ -1,4 +1,7 @@
 const named = require('./support/names');
-const { TextEncoder, TextDecoder } = require('npm:@exodus/bytes/encoding-lite.js');
+const { TextEncoder, TextDecoder, setMultibyte } = require('npm:@exodus/bytes/fallback/encoding.js');
+
+// The tables of East Asia are many times as large as all the rest, and few scripts read them.
+setMultibyte((encoding, isLoose) => require('./multi-byte-full').createMultibyteDecoder(encoding, isLoose));
 
 module.exports = named({ TextEncoder, TextDecoder });

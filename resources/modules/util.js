@@ -1,4 +1,6 @@
 // Node's "util". What it consists of is loaded when it is first asked for: most scripts want one function of it.
+const lazily = require('./support/lazily');
+
 const custom = Symbol.for('nodejs.util.promisify.custom');
 const parts = {
     './util-full': ['_extend', 'callbackify', 'debug', 'debuglog', 'deprecate', 'inherits', 'isArray', 'isBoolean', 'isBuffer',
@@ -25,14 +27,5 @@ module.exports = {
     get TextEncoder() { return TextEncoder; },
     get TextDecoder() { return TextDecoder; },
 };
-for (const [part, names] of Object.entries(parts)) {
-    for (const name of names) {
-        const settle = (value) => {
-            Object.defineProperty(module.exports, name, { value, writable: true, configurable: true, enumerable: true });
-            return value;
-        };
-        Object.defineProperty(module.exports, name, {
-            get: () => settle(load[part]()[name]), set: settle, configurable: true, enumerable: true,
-        });
-    }
-}
+for (const [part, names] of Object.entries(parts))
+    lazily(module.exports, names, (name) => load[part]()[name]);

@@ -34,9 +34,9 @@ const ScriptClass &KRPluginBundle::scriptClass() const
         scriptOperation<&KRPluginBundle::isEnabled>("isEnabled"),
         scriptOperation<&KRPluginBundle::suppliesData>("suppliesData"),
         scriptOperation<&KRPluginBundle::url>("url"),
-        scriptOperation<&KRPluginBundle::urlForResourceNamed>("urlForResourceNamed"),
-        scriptOperation<&commandsForScript>("commands"),
-        scriptOperation<&KRPluginBundle::menuDescription>("menuDescription"),
+        scriptOperation<&KRPluginBundle::urlForResourceNamed>("urlForResourceNamed", "(name)"),
+        scriptOperation<&commandsForScript>("commands", "(): Record<string, Command>"),
+        scriptOperation<&KRPluginBundle::menuDescription>("menuDescription", "(): MenuDescription"),
     };
     static constexpr ScriptClass scriptClass{"KRPluginBundle", operations};
     return scriptClass;

@@ -2,6 +2,7 @@
 
 #include "commands/KRPluginCommand.h"
 
+#include "commands/CommandContext.h"
 #include "commands/CommandRun.h"
 #include "commands/WeakPlugins.h"
 #include "platform/FileURL.h"
@@ -149,11 +150,10 @@ bool KRPluginCommand::tearDownIfFinished()
 ScriptDictionaryPointer KRPluginCommand::fullContextFromContext(const QVariantMap &context, const QUrl &url)
 {
     auto full = std::make_shared<ScriptDictionary>(context);
-    full->setValue(QStringLiteral("scriptPath"), displayPath(url));
-    full->setValue(QStringLiteral("scriptURL"), url);
-    full->setValue(QStringLiteral("command"), QVariant::fromValue(weak_from_this()));
-    if (const auto bundle = pluginBundle())
-        full->setValue(QStringLiteral("plugin"), QVariant::fromValue(bundle->weak_from_this()));
+    for (const auto &key : commandContextKeys()) {
+        if (const auto value = key.value(*this, url); value.isValid())
+            full->setValue(QString::fromLatin1(key.name), value);
+    }
     return full;
 }
 

@@ -29,6 +29,7 @@ private slots:
     void init() { makeFolder(); }
     void templates_data();
     void templates();
+    void suppliersOfTheTemplate();
     void names_data();
     void names();
     void nothingIsOverwritten();
@@ -100,6 +101,20 @@ void tst_CommandLine_Authors::templates()
         log.append(entry.toObject()[u"stringValue"_s].toString());
     QTEST(log, "log");
     QVERIFY(finished.json()[u"finished"_s].toBool());
+}
+
+void tst_CommandLine_Authors::suppliersOfTheTemplate()
+{
+    QCOMPARE(runHere({u"create"_s, u"Names"_s, u"--template"_s, u"data-supplier"_s}).exitCode, 0);
+    writeFile(path(u"document.json"_s), R"({"name": "d", "layers": [
+        {"id": "a", "name": "a", "type": "text", "text": "x"}, {"id": "b", "name": "b", "type": "text", "text": "x"}],
+        "selection": ["a", "b"]})");
+    const auto supplied = runHere({u"supply"_s, u"com.example.names"_s, u"--document"_s, u"document.json"_s,
+        u"--dump-document"_s, u"after.json"_s});
+    QVERIFY2(supplied.exitCode == 0, supplied.output.constData());
+    const auto layers = QJsonDocument::fromJson(contentOf(path(u"after.json"_s))).object()[u"layers"_s].toArray();
+    QCOMPARE(layers[0].toObject()[u"text"_s].toString(), u"Ada"_s);
+    QCOMPARE(layers[1].toObject()[u"text"_s].toString(), u"Alan"_s);
 }
 
 void tst_CommandLine_Authors::names_data()

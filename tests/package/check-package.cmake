@@ -84,11 +84,14 @@ run(${SCRATCH}/moved/bin/korvan-plugins run com.example.host/greet --folder ${SO
 expect(korvan-plugins "hello, nobody\n")
 run(${SCRATCH}/moved/bin/korvan-plugins demo)
 
-# And it finds there what authors need: the schema for their editors, and the templates.
+# And it finds there what authors need: the schema and the typings for their editors, and the templates.
 if(NOT EXISTS ${SCRATCH}/moved/${DATADIR}/korvan/schemas/manifest.schema.json)
     message(FATAL_ERROR "The schema of manifests is not installed.")
 endif()
 foreach(template command long-running data-supplier)
     run(${SCRATCH}/moved/bin/korvan-plugins create "Made of ${template}" --template ${template} --folder ${SCRATCH}/made)
     run(${SCRATCH}/moved/bin/korvan-plugins validate "${SCRATCH}/made/Made of ${template}.korvanplugin")
+    if(NOT EXISTS "${SCRATCH}/made/Made of ${template}.korvanplugin/.typings/index.d.ts")
+        message(FATAL_ERROR "A new plug-in has no typings.")
+    endif()
 endforeach()

@@ -1,23 +1,16 @@
 // fetch in the scripts of a command, against a server.
 
-#include "commands/KRPluginCommand.h"
-#include "platform/script/ScriptValue.h"
-#include "support/BundleBuilder.h"
-#include "support/TestEnvironment.h"
-#include "support/servers/LoopbackServer.h"
-
-#include <QFile>
-#include <QtTest>
+#include "FetchFixture.h"
 
 using namespace Qt::StringLiterals;
 
-class tst_Fetch : public QObject
+class tst_Fetch : public QObject, private FetchFixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init() { begin(); }
+    void cleanup() { end(); }
 
     void answers_data();
     void answers();
@@ -33,47 +26,7 @@ private slots:
     void abortHangsUp();
     void theEndOfTheSessionHangsUp();
     void manyAtOnce();
-
-private:
-    /// Runs an asynchronous expression, in which BASE is the server's URL, to its end.
-    QString result(const QString &expression)
-    {
-        start(expression);
-        const auto promise = m_command->returnValue().value<ScriptValue>();
-        m_environment->queue.runUntil([&] { return promise.isSettled(); });
-        return promise.settledValue().toString();
-    }
-    void start(const QString &expression)
-    {
-        const auto source = u"const BASE = '%1';\nasync function onRun() {\n"
-                            "    try { return String(await (%2)); } catch (error) { return String(error); }\n}"_s;
-        const auto base = m_server->url(u""_s).toString();
-        m_command = std::make_shared<KRPluginCommand>(
-            std::make_shared<KRPluginScript>(source.arg(base, expression), u"fetch.js"_s), u"fetch"_s, u"Fetch"_s,
-            u"onRun"_s, KRPluginCommand::Scope::Document);
-        m_command->run({}, nullptr);
-    }
-
-    std::unique_ptr<TestEnvironment> m_environment;
-    std::unique_ptr<LoopbackServer> m_server;
-    std::shared_ptr<KRPluginCommand> m_command;
 };
-
-void tst_Fetch::init()
-{
-    m_environment = std::make_unique<TestEnvironment>();
-    QVERIFY(QFile::link(QStringLiteral(KORVAN_RESOURCES_FOLDER), m_environment->path(u"resources"_s)));
-    m_server = std::make_unique<LoopbackServer>();
-}
-
-void tst_Fetch::cleanup()
-{
-    if (m_command)
-        m_command->abandonSession();
-    m_command.reset();
-    m_server.reset();
-    m_environment.reset();
-}
 
 void tst_Fetch::answers_data()
 {
@@ -90,6 +43,8 @@ void tst_Fetch::answers_data()
     QTest::newRow("headers")
         << u"fetch(BASE + '/text').then((r) => [r.headers.get('x-own'), r.headers.get('content-type')])"_s
         << u"1, 2,text/plain"_s;
+    QTest::newRow("cookies") << u"fetch(BASE + '/json').then((r) => r.headers.getSetCookie().join(' and '))"_s
+                             << u"a=1, b and c=2"_s;
     QTest::newRow("empty") << u"fetch(BASE + '/empty').then((r) => r.text()).then((t) => t.length)"_s << u"0"_s;
     QTest::newRow("no content") << u"fetch(BASE + '/none').then((r) => r.status)"_s << u"204"_s;
     QTest::newRow("head")
@@ -104,7 +59,8 @@ void tst_Fetch::answers()
 {
     m_server->setAnswer(
         "/text", Answer::response(200, "h\xC3\xA9", {{"X-Own", "1"}, {"Content-Type", "text/plain"}, {"X-Own", "2"}}));
-    m_server->setAnswer("/json", Answer::response(200, R"({"a": [1, 2]})"));
+    m_server->setAnswer(
+        "/json", Answer::response(200, R"({"a": [1, 2]})", {{"Set-Cookie", "a=1, b"}, {"Set-Cookie", "c=2"}}));
     m_server->setAnswer("/bytes", Answer::response(200, "\0\xFF\n"_ba));
     m_server->setAnswer("/empty", Answer::response(200));
     m_server->setAnswer("/none", Answer::bytes("HTTP/1.1 204 No Content\r\n\r\n"));

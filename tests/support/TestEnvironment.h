@@ -5,7 +5,7 @@
 #include "platform/OpenDocuments.h"
 #include "platform/UserDefaults.h"
 #include "platform/UserPresenter.h"
-#include "support/VirtualMainQueue.h"
+#include "platform/VirtualMainQueue.h"
 
 #include <QHash>
 #include <QImage>

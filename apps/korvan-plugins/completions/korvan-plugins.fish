@@ -1,6 +1,6 @@
 # Completion of korvan-plugins for fish.
 
-set -l commands list info menu edit run supply enable disable state blocklist updates watch listen send unpack export create validate pack compare-versions demo
+set -l commands list info menu edit run supply enable disable state blocklist updates watch listen send unpack export create validate test pack compare-versions demo
 complete -c korvan-plugins -l folder -x -a '(__fish_complete_directories)' -d 'A plug-in folder'
 complete -c korvan-plugins -l support-dir -x -a '(__fish_complete_directories)' -d 'The support folder of the application'
 complete -c korvan-plugins -l defaults -r -d "The file of the user's settings"
@@ -32,6 +32,7 @@ complete -c korvan-plugins -f -n $none -a unpack -d 'Unpack an archive, with not
 complete -c korvan-plugins -f -n $none -a export -d 'Write a plug-in as a new bundle'
 complete -c korvan-plugins -f -n $none -a create -d 'Make a new plug-in from a template'
 complete -c korvan-plugins -f -n $none -a validate -d 'Check plug-ins for mistakes'
+complete -c korvan-plugins -f -n $none -a test -d 'Run the tests of plug-ins'
 complete -c korvan-plugins -f -n $none -a pack -d 'Pack a plug-in for its users'
 complete -c korvan-plugins -f -n $none -a compare-versions -d 'Tell which of two versions is newer'
 complete -c korvan-plugins -f -n $none -a demo -d 'Show the library at work on the example plug-ins'
@@ -42,6 +43,9 @@ complete -c korvan-plugins -n '__fish_seen_subcommand_from updates' -l all -x -a
 
 complete -c korvan-plugins -n '__fish_seen_subcommand_from create' -l identifier -x -d 'Its identifier'
 complete -c korvan-plugins -n '__fish_seen_subcommand_from create' -l template -x -a 'command long-running data-supplier' -d 'What it is to become'
+complete -c korvan-plugins -n '__fish_seen_subcommand_from test' -l document -r -d 'Document that each test works on a copy of'
+complete -c korvan-plugins -n '__fish_seen_subcommand_from test' -l filter -x -d 'Only tests with that in their title'
+complete -c korvan-plugins -n '__fish_seen_subcommand_from test' -l limit -x -d 'Longest time for a test'
 complete -c korvan-plugins -n '__fish_seen_subcommand_from pack' -l output -r -d 'The archive'
 complete -c korvan-plugins -n '__fish_seen_subcommand_from pack' -l feed -r -d 'Update feed to write'
 complete -c korvan-plugins -n '__fish_seen_subcommand_from pack' -l url -x -d 'Where the archive will be'

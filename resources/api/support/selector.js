@@ -21,16 +21,10 @@ const OPERATORS = {
     '>': (actual, expected) => actual > expected,
 };
 
+// From an attribute to the key of its column.
 const ATTRIBUTES = {
-    id: (layer) => layer.id,
-    name: (layer) => layer.name,
-    type: (layer) => layer.type,
-    text: (layer) => layer.text,
-    image: (layer) => layer.image,
-    x: (layer) => layer.frame.x,
-    y: (layer) => layer.frame.y,
-    width: (layer) => layer.frame.width,
-    height: (layer) => layer.frame.height,
+    id: 'id', name: 'name', type: 'type', text: 'text', image: 'image',
+    x: 'frame.x', y: 'frame.y', width: 'frame.width', height: 'frame.height',
 };
 
 const WORD = /[\p{L}\p{N}_-]+/uy;
@@ -40,6 +34,7 @@ class Parser {
     constructor(text) {
         this.text = text;
         this.position = 0;
+        this.keys = new Set();
     }
 
     fail(expected) {
@@ -77,7 +72,20 @@ class Parser {
             paths.push(this.parsePath());
         if (this.position < this.text.length)
             this.fail('">", ",", a step or the end');
-        return (layer) => paths.some((path) => matches(path, path.length - 1, layer));
+        return {
+            keys: [...this.keys],
+            // Which of the rows from `first` on are meant; no more of them than `most`.
+            rowsIn(table, first, most) {
+                const bound = paths.map((path) => path.map(({ filters, isChild }) => (
+                    { filters: filters.map(({ key, test }) => table.filter(key, test)), isChild })));
+                const rows = [];
+                for (let row = first; row < table.groups.length && rows.length < most; ++row) {
+                    if (bound.some((path) => matches(path, path.length - 1, table.groups, row)))
+                        rows.push(row);
+                }
+                return rows;
+            },
+        };
     }
 
     // The steps from the outermost to the innermost; each knows how it stands to the one before.
@@ -101,7 +109,7 @@ class Parser {
         if (!this.takeText('*')) {
             const type = this.take(WORD);
             if (type !== undefined)
-                filters.push((layer) => layer.type === type);
+                filters.push(this.reading('type', (actual) => actual === type));
         }
         for (;;) {
             if (this.takeText('#'))
@@ -120,33 +128,36 @@ class Parser {
 
     parseID() {
         const id = this.take(WORD) ?? this.fail('the id of a layer');
-        return (layer) => layer.id === id;
+        return this.reading('id', (actual) => actual === id);
     }
 
     parseState() {
         if (this.take(WORD) !== 'selected')
             this.fail('"selected"');
-        return (layer) => layer.isSelected;
+        return this.reading('selected', (actual) => actual);
     }
 
     parseCondition() {
-        const read = this.parseAttribute();
+        const key = this.parseAttribute();
         this.skipSpace();
         const operator = Object.keys(OPERATORS).find((name) => this.takeText(name));
         if (operator === undefined) {
             this.closeCondition('an operator or "]"');
-            return (layer) => (read(layer) ?? null) !== null;
+            return this.reading(key, (actual) => actual !== null);
         }
         this.skipSpace();
         const expected = this.parseValue();
         this.closeCondition('"]"');
         const compare = OPERATORS[operator];
-        return (layer) => {
-            const actual = read(layer) ?? null;
-            if (actual === null)
-                return operator === '!=';
-            return compare(actual, typeof actual === 'number' ? Number(expected) : expected);
-        };
+        const number = Number(expected);
+        return this.reading(key, (actual) => (actual === null ? operator === '!='
+            : compare(actual, typeof actual === 'number' ? number : expected)));
+    }
+
+    // A filter of the values in a column.
+    reading(key, test) {
+        this.keys.add(key);
+        return { key, test };
     }
 
     closeCondition(expected) {
@@ -160,8 +171,7 @@ class Parser {
         const start = this.position;
         const name = this.take(WORD);
         if (name === 'style' && this.takeText('.')) {
-            const key = this.take(WORD) ?? this.fail('the key of a style');
-            return (layer) => layer.style[key];
+            return `style.${this.take(WORD) ?? this.fail('the key of a style')}`;
         }
         if (name !== undefined && Object.hasOwn(ATTRIBUTES, name))
             return ATTRIBUTES[name];
@@ -185,14 +195,16 @@ class Parser {
     }
 }
 
-function matches(path, last, layer) {
+function matches(path, last, groups, row) {
     const { filters, isChild } = path[last];
-    if (!filters.every((filter) => filter(layer)))
-        return false;
+    for (const filter of filters) {
+        if (!filter(row))
+            return false;
+    }
     if (last === 0)
         return true;
-    for (let outer = layer.group; outer !== null; outer = outer.group) {
-        if (matches(path, last - 1, outer))
+    for (let outer = groups[row]; outer >= 0; outer = groups[outer]) {
+        if (matches(path, last - 1, groups, outer))
             return true;
         if (isChild)
             return false;
@@ -202,7 +214,11 @@ function matches(path, last, layer) {
 
 const compiled = new Map();
 
-/** A function that tells whether a layer is meant. What was asked for lately is kept. */
+/**
+ * What a selector means: the `keys` of the columns that it looks at, and `rowsIn(table, first, most)`, the rows of the
+ * layers that are meant. A table has `groups`, the row of the group around each layer, or -1, and answers for a key and
+ * a test of a value a `filter` of rows. What was asked for lately is kept.
+ */
 function compileSelector(text) {
     let known = compiled.get(text);
     if (known === undefined) {

@@ -29,4 +29,6 @@ class Headers extends Lenient {
     set(name, value) { super.set(String(name), checked(name, value)); }
 }
 
-module.exports = Headers;
+const canBeField = (name, value) => isName(name) && isValue(value);
+
+module.exports = { Headers, canBeField };

@@ -1,5 +1,5 @@
 // The Headers, Request and Response of fetch.
-const Headers = require('./headers');
+const { Headers, canBeField } = require('./headers');
 
 const noBodyStatuses = [101, 103, 204, 205, 304];
 const usualMethods = ['DELETE', 'GET', 'HEAD', 'OPTIONS', 'POST', 'PUT', 'PATCH'];
@@ -14,6 +14,10 @@ function bytesOf(body) {
     const type = isForm ? 'application/x-www-form-urlencoded;charset=UTF-8' : 'text/plain;charset=UTF-8';
     return { bytes: new TextEncoder().encode(String(body)), type };
 }
+
+// What is for those that send or copy a body; no names that scripts meet.
+const takeBytes = Symbol('take');
+const copyBytes = Symbol('copy');
 
 class Body {
     #bytes = null;
@@ -34,9 +38,9 @@ class Body {
     async arrayBuffer() { return this.#read().buffer; }
     async bytes() { return this.#read(); }
 
-    // For those that send or copy it: undefined when there is none.
-    takeBody() { return this.#bytes === null ? undefined : this.#read(); }
-    copyBody() {
+    // Undefined when there is none.
+    [takeBytes]() { return this.#bytes === null ? undefined : this.#read(); }
+    [copyBytes]() {
         this.#requireUnused();
         return this.#bytes;
     }
@@ -65,23 +69,31 @@ function methodOf(method) {
     return usualMethods.includes(upper) && upper !== 'PATCH' ? upper : method;
 }
 
+function checkSignal(signal) {
+    if (signal !== undefined && signal !== null && !(signal instanceof AbortSignal)) {
+        throw new TypeError('The signal of a request has to be an AbortSignal, such as that of an AbortController.');
+    }
+    return signal;
+}
+
 class Request extends Body {
     #url;
     #signal;
 
-    constructor(input, options = {}) {
+    constructor(input, init) {
+        const options = init ?? {};
         const source = input instanceof Request ? input : undefined;
         const url = source ? source.url : parseURL(String(input));
         if (new URL(url).username || new URL(url).password)
             throw new TypeError(`Request cannot be constructed from a URL that includes credentials: ${url}`);
         const headers = new Headers(options.headers ?? source?.headers);
         const method = methodOf(String(options.method ?? source?.method ?? 'GET'));
-        const body = options.body ?? (source ? source.takeBody() : null) ?? null;
+        const body = options.body ?? (source ? source[takeBytes]() : null) ?? null;
         if (body !== null && (method === 'GET' || method === 'HEAD'))
             throw new TypeError('Request with GET/HEAD method cannot have body.');
         super(body, headers);
         this.#url = url;
-        this.#signal = options.signal ?? source?.signal ?? undefined;
+        this.#signal = checkSignal(options.signal) ?? source?.signal ?? undefined;
         Object.defineProperties(this, {
             method: { value: method, enumerable: true },
             headers: { value: headers, enumerable: true },
@@ -98,7 +110,7 @@ class Request extends Body {
     clone() {
         return new Request(this.url, {
             method: this.method, headers: this.headers, redirect: this.redirect, signal: this.#signal,
-            body: this.copyBody(),
+            body: this[copyBytes](),
         });
     }
 }
@@ -131,7 +143,7 @@ class Response extends Body {
     get [Symbol.toStringTag]() { return 'Response'; }
 
     clone() {
-        const copy = new Response(this.copyBody(), this);
+        const copy = new Response(this[copyBytes](), this);
         copy.#facts = this.#facts;
         return copy;
     }
@@ -166,4 +178,10 @@ class Response extends Body {
 const { received } = Response;
 delete Response.received; // not for scripts
 
-module.exports = { Headers, Request, Response, received, headersOf: (request) => [...request.headers] };
+module.exports = {
+    Headers, Request, Response, received,
+    takeBody: (request) => request[takeBytes](),
+    headersOf: (request) => [...request.headers],
+    // Without those that no Headers can have: a script is not to fail for what a server adds.
+    fieldsOfServer: (fields) => fields.filter(([name, value]) => canBeField(name, value)),
+};

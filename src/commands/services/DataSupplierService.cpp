@@ -95,8 +95,8 @@ void DataSupplierService::fail(const Request &request, const QString &message)
 const ScriptClass &DataSupplierService::scriptClass() const
 {
     static constexpr ScriptOperation operations[] = {
-        scriptOperation<&DataSupplierService::registerSupplier>("register"),
-        scriptOperation<&DataSupplierService::unregister>("unregister"),
+        scriptOperation<&DataSupplierService::registerSupplier>("register", "(id, name, kind, supply: Function)"),
+        scriptOperation<&DataSupplierService::unregister>("unregister", "(id)"),
     };
     static constexpr ScriptClass scriptClass{"DataSupplierService", operations};
     return scriptClass;

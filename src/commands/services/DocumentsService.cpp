@@ -4,6 +4,8 @@
 #include "platform/OpenDocuments.h"
 #include "platform/script/ScriptClass.h"
 
+#include <utility>
+
 ScriptObjectPointer DocumentsService::documentOfContext() const
 {
     const auto command = m_context.command.lock();
@@ -33,11 +35,32 @@ ScriptObjectPointer DocumentsService::activeDocument() const
     return open ? open->activeDocument() : nullptr;
 }
 
+QVariantMap DocumentsService::layerValues(const ScriptObjectPointer &root, const QVariantList &keys)
+{
+    m_latestRows.emplace(root);
+    return m_latestRows->values(QVariant(keys).toStringList());
+}
+
+QVariantList DocumentsService::layersAt(const QVariantList &rows)
+{
+    const auto latest = std::exchange(m_latestRows, std::nullopt);
+    return latest ? latest->layersAt(rows) : QVariantList();
+}
+
+QVariantList DocumentsService::layersIn(const ScriptObjectPointer &root) const
+{
+    return LayerRows(root).layers();
+}
+
 const ScriptClass &DocumentsService::scriptClass() const
 {
     static constexpr ScriptOperation operations[] = {
-        scriptOperation<&DocumentsService::documents>("documents"),
-        scriptOperation<&DocumentsService::activeDocument>("activeDocument"),
+        scriptOperation<&DocumentsService::documents>("documents", "(): Document[]"),
+        scriptOperation<&DocumentsService::activeDocument>("activeDocument", "(): Document | null"),
+        scriptOperation<&DocumentsService::layerValues>(
+            "layerValues", "(root: Layer | Document, keys: string[]): Record<string, unknown>"),
+        scriptOperation<&DocumentsService::layersAt>("layersAt", "(rows: number[]): Layer[]"),
+        scriptOperation<&DocumentsService::layersIn>("layersIn", "(root: Layer | Document): Layer[]"),
     };
     static constexpr ScriptClass scriptClass{"DocumentsService", operations};
     return scriptClass;

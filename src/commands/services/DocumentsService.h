@@ -1,8 +1,12 @@
 #pragma once
 
+#include "commands/services/LayerRows.h"
 #include "commands/services/ServiceContext.h"
 
 #include <QVariantList>
+#include <QVariantMap>
+
+#include <optional>
 
 /// "host:documents": which documents there are.
 class DocumentsService final : public ScriptObject
@@ -18,10 +22,17 @@ public:
     /// none.
     ScriptObjectPointer activeDocument() const;
 
+    /// Of the layers in a document or a group, at once: see LayerRows.
+    QVariantMap layerValues(const ScriptObjectPointer &root, const QVariantList &keys);
+    /// Of the latest layerValues(), whose rows it forgets.
+    QVariantList layersAt(const QVariantList &rows);
+    QVariantList layersIn(const ScriptObjectPointer &root) const;
+
     const ScriptClass &scriptClass() const override;
 
 private:
     ScriptObjectPointer documentOfContext() const;
 
     ServiceContext m_context;
+    std::optional<LayerRows> m_latestRows;
 };

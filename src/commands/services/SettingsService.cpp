@@ -43,10 +43,10 @@ void SettingsService::setValueOn(const std::shared_ptr<UserInfoOwner> &owner, co
 const ScriptClass &SettingsService::scriptClass() const
 {
     static constexpr ScriptOperation operations[] = {
-        scriptOperation<&SettingsService::values>("values"),
-        scriptOperation<&SettingsService::setValues>("setValues"),
-        scriptOperation<&SettingsService::valuesOn>("valuesOn"),
-        scriptOperation<&SettingsService::setValueOn>("setValueOn"),
+        scriptOperation<&SettingsService::values>("values", "(): Record<string, unknown>"),
+        scriptOperation<&SettingsService::setValues>("setValues", "(changes: Record<string, unknown>)"),
+        scriptOperation<&SettingsService::valuesOn>("valuesOn", "(owner: Layer | Document): Record<string, unknown>"),
+        scriptOperation<&SettingsService::setValueOn>("setValueOn", "(owner: Layer | Document, key, value: unknown)"),
     };
     static constexpr ScriptClass scriptClass{"SettingsService", operations};
     return scriptClass;

@@ -13,6 +13,8 @@ namespace {
 /// Else a loop could bury the user under windows.
 constexpr std::size_t mostAtOnce = 20;
 
+constexpr auto questionSignature = "(options: Record<string, unknown>, done: Function)";
+
 QString textIn(const QVariantMap &options, const QString &key)
 {
     return options.value(key).toString();
@@ -69,8 +71,8 @@ public:
     const ScriptClass &scriptClass() const override
     {
         static constexpr ScriptOperation operations[] = {
-            scriptOperation<&Progress::setFraction>("setFraction"),
-            scriptOperation<&Progress::setText>("setText"),
+            scriptOperation<&Progress::setFraction>("setFraction", "(fraction: number | null)"),
+            scriptOperation<&Progress::setText>("setText", "(text)"),
             scriptOperation<&Progress::finish>("finish"),
         };
         static constexpr ScriptClass scriptClass{"ProgressService", operations};
@@ -241,13 +243,14 @@ void UserInterfaceService::forget(const Progress *progress)
 const ScriptClass &UserInterfaceService::scriptClass() const
 {
     static constexpr ScriptOperation operations[] = {
-        scriptOperation<&UserInterfaceService::showMessage>("showMessage"),
-        scriptOperation<&UserInterfaceService::ask>("ask"),
-        scriptOperation<&UserInterfaceService::askText>("askText"),
-        scriptOperation<&UserInterfaceService::askNumber>("askNumber"),
-        scriptOperation<&UserInterfaceService::askChoice>("askChoice"),
-        scriptOperation<&UserInterfaceService::showProgress>("showProgress"),
-        scriptOperation<&UserInterfaceService::pause>("pause"),
+        scriptOperation<&UserInterfaceService::showMessage>("showMessage", "(text)"),
+        scriptOperation<&UserInterfaceService::ask>("ask", questionSignature),
+        scriptOperation<&UserInterfaceService::askText>("askText", questionSignature),
+        scriptOperation<&UserInterfaceService::askNumber>("askNumber", questionSignature),
+        scriptOperation<&UserInterfaceService::askChoice>("askChoice", questionSignature),
+        scriptOperation<&UserInterfaceService::showProgress>(
+            "showProgress", "(options: Record<string, unknown>, cancelled: Function): ProgressService"),
+        scriptOperation<&UserInterfaceService::pause>("pause", "(done: Function)"),
     };
     static constexpr ScriptClass scriptClass{"UserInterfaceService", operations};
     return scriptClass;

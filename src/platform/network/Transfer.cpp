@@ -40,6 +40,12 @@ const char *nameOf(URLRequest::Method method)
     return "GET";
 }
 
+/// The transfer library's value of a field without any is the end of its line.
+QByteArray valueOf(const curl_header &field)
+{
+    return QByteArray(field.value).trimmed();
+}
+
 StallWatch::Clock::time_point now()
 {
     return StallWatch::Clock::now();
@@ -241,7 +247,7 @@ std::optional<QByteArray> Transfer::header(const char *name) const
     curl_header *found = nullptr;
     if (curl_easy_header(m_handle.get(), name, 0, CURLH_HEADER, -1, &found) != CURLHE_OK)
         return {};
-    return QByteArray(found->value);
+    return valueOf(*found);
 }
 
 std::optional<QByteArray> Transfer::redirectLocation() const
@@ -326,7 +332,7 @@ HTTPHeaders Transfer::responseHeaders() const
         return fields;
     curl_header *field = nullptr;
     while ((field = curl_easy_nextheader(m_handle.get(), CURLH_HEADER, -1, field)))
-        fields.append({QByteArray(field->name), QByteArray(field->value)});
+        fields.append({QByteArray(field->name), valueOf(*field)});
     return fields;
 }
 

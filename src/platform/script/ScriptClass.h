@@ -3,10 +3,9 @@
 #include "platform/OrderedDictionary.h"
 #include "platform/script/ScriptCall.h"
 #include "platform/script/ScriptDictionary.h"
+#include "platform/script/ScriptSignature.h"
 
 #include <QList>
-#include <QStringList>
-#include <QUrl>
 
 #include <concepts>
 #include <memory>
@@ -19,6 +18,10 @@ struct ScriptOperation
     const char *name;
     int argumentCount;
     void (*invoke)(ScriptObject &receiver, ScriptCall &call);
+    /// Parameters and types for the typings of scripts. Where the signature leaves a type out, `exactTypes` has it: one
+    /// for each argument, the last one the result's.
+    ScriptSignature signature;
+    std::span<const std::string_view> exactTypes;
 };
 
 /// What scripts see of a C++ class: its name and exactly these operations. One constant table per class, beside the
@@ -90,6 +93,7 @@ template <class Class, class Result, class... Arguments>
 struct MemberFunction<Result (Class::*)(Arguments...)>
 {
     static constexpr int argumentCount = sizeof...(Arguments);
+    static constexpr auto &types = exactTypes<Result, Arguments...>;
 
     template <auto member, std::size_t... indexes>
     static void invoke(Class &receiver, ScriptCall &call, std::index_sequence<indexes...>)
@@ -116,6 +120,7 @@ template <class Class, class Result, class... Arguments>
 struct MemberFunction<Result (*)(Class &, Arguments...)>
 {
     static constexpr int argumentCount = sizeof...(Arguments);
+    static constexpr auto &types = exactTypes<Result, Arguments...>;
 
     template <auto function, std::size_t... indexes>
     static void invoke(Class &receiver, ScriptCall &call, std::index_sequence<indexes...>)
@@ -136,11 +141,14 @@ struct MemberFunction<Result (*)(Class &, Arguments...)>
 } // namespace scriptbinding
 
 /// Declares a member function as an operation, or a function whose first argument is the object:
-/// `scriptOperation<&Layer::setName>("setName")`. The other arguments and the result may be booleans, numbers, texts,
-/// nil-able texts, QVariant, dictionaries, lists and shared pointers to script objects; the result also an enumeration.
+/// `scriptOperation<&Layer::setName>("setName", "(name)")`. The other arguments and the result may be booleans,
+/// numbers, texts, nil-able texts, QVariant, dictionaries, lists and shared pointers to script objects; the result also
+/// an enumeration, a URL or a list of texts. The signature says what ScriptSignature asks for; without one there are no
+/// parameters, and C++ says the result's type.
 template <auto member>
-constexpr ScriptOperation scriptOperation(const char *name)
+consteval ScriptOperation scriptOperation(const char *name, const char *signature = "()")
 {
     using Function = scriptbinding::MemberFunction<decltype(member)>;
-    return {name, Function::argumentCount, &Function::template invokeOn<member>};
+    return {name, Function::argumentCount, &Function::template invokeOn<member>,
+        {scriptbinding::checkedSignature(signature, Function::types)}, Function::types};
 }

@@ -83,7 +83,9 @@ std::span<const QStringView, scriptGlobalCount> scriptGlobalNames()
 ScriptGlobals scriptGlobalsIn(const QString &text)
 {
     auto &searched = remembered(text);
-    if (searched.text != text)
+    // The text of a file that has not changed is mostly the very same one.
+    const bool isShared = searched.text.constData() == text.constData() && searched.text.size() == text.size();
+    if (!isShared && searched.text != text)
         searched = {text, search(text)};
     return searched.found;
 }

@@ -4,24 +4,13 @@
 #include "platform/FileURL.h"
 #include "platform/FolderListing.h"
 #include "platform/UTF8.h"
-
-#include <filesystem>
+#include "platform/script/ContainedPath.h"
 
 namespace {
 
 KRError moduleError(const QString &message)
 {
     return {QStringLiteral("require"), 0, message};
-}
-
-bool isInside(const QByteArray &path, const QByteArray &folder)
-{
-    return path.startsWith(folder.endsWith('/') ? folder : folder + '/');
-}
-
-QByteArray normalized(const QByteArray &path)
-{
-    return QByteArray::fromStdString(std::filesystem::path(path.toStdString()).lexically_normal().string());
 }
 
 QByteArray existingFile(const QByteArray &path)
@@ -69,16 +58,16 @@ Result<ScriptModules::Place> ScriptModules::find(const QString &name, const Plac
             QStringLiteral("Cannot find module '%1'. Files of the plug-in are required as './%1'.").arg(name));
     }
     const auto base = isAbsolute ? QByteArray("/") : pathWithoutLastComponent(requirer.path);
-    const auto wanted = normalized(pathByAppending(base, name.toUtf8()));
+    const auto wanted = normalizedPath(pathByAppending(base, name.toUtf8()));
     const auto outside = moduleError(QStringLiteral("Module '%1' lies outside of the plug-in.").arg(name));
-    if (!isInside(wanted, requirer.folder) && wanted != requirer.folder)
+    if (!isContainedPath(wanted, requirer.folder) && wanted != requirer.folder)
         return outside;
     const auto file = existingFile(wanted);
     if (file.isEmpty())
         return moduleError(QStringLiteral("Cannot find module '%1'.").arg(name));
     const auto resolved = resolvedPath(file);
     const auto resolvedFolder = resolvedPath(requirer.folder);
-    if (!isInside(resolved, resolvedFolder))
+    if (!isContainedPath(resolved, resolvedFolder))
         return outside;
     return Place{resolved, resolvedFolder, requirer.isCore};
 }

@@ -40,13 +40,22 @@ public:
 
     QString rewrite()
     {
+        const auto &all = edits();
+        return all.empty() ? m_source.toString() : edited();
+    }
+
+    /// In the order of the text.
+    const std::vector<Edit> &edits()
+    {
         for (std::size_t i = 0; i < m_tokens.size(); ++i) {
             if (!m_tokens[i].is(m_source, u'[') || m_tokens[i].partner < 0 || isSubscript(i))
                 continue;
             if (const auto send = messageSend(i))
                 edit(*send);
         }
-        return m_edits.empty() ? m_source.toString() : edited();
+        std::stable_sort(m_edits.begin(), m_edits.end(),
+            [](const Edit &first, const Edit &second) { return first.start < second.start; });
+        return m_edits;
     }
 
 private:
@@ -193,10 +202,8 @@ private:
             replace(keyword.name + 1, {});
     }
 
-    QString edited()
+    QString edited() const
     {
-        std::stable_sort(m_edits.begin(), m_edits.end(),
-            [](const Edit &first, const Edit &second) { return first.start < second.start; });
         QString result;
         qsizetype position = 0;
         for (const auto &each : m_edits) {
@@ -218,4 +225,34 @@ private:
 QString withMessageSendsRewritten(const QString &source)
 {
     return Rewriter(source).rewrite();
+}
+
+ColumnsBeforeRewriting::ColumnsBeforeRewriting(const QString &source)
+{
+    Rewriter rewriter(source);
+    int line = 0;
+    qsizetype lineStart = 0;
+    auto lineEnd = source.indexOf(u'\n');
+    for (const auto &each : rewriter.edits()) {
+        while (lineEnd >= 0 && lineEnd < each.start) {
+            lineStart = lineEnd + 1;
+            lineEnd = source.indexOf(u'\n', lineStart);
+            ++line;
+        }
+        m_replacements.push_back(
+            {line, int(each.start - lineStart), int(each.end - each.start), int(each.replacement.size())});
+    }
+}
+
+int ColumnsBeforeRewriting::columnBefore(int line, int column) const
+{
+    auto next = std::lower_bound(m_replacements.begin(), m_replacements.end(), line - 1,
+        [](const Replacement &replacement, int wanted) { return replacement.line < wanted; });
+    int shift = 0;
+    for (; next != m_replacements.end() && next->line == line - 1 && next->column + shift <= column - 1; ++next) {
+        if (column - 1 < next->column + shift + next->newLength)
+            return next->column + 1;
+        shift += next->newLength - next->length;
+    }
+    return column - shift;
 }

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <vector>
+
 /// Rewrites bracketed message sends into method calls, everywhere in a script:
 ///
 ///     [layer setName:"Sky" animated:true]   →   layer.setName_animated("Sky", true)
@@ -13,3 +15,26 @@
 ///
 /// Meant for texts that are not valid JavaScript as they stand: a valid script holds no message send.
 QString withMessageSendsRewritten(const QString &source);
+
+/// Where the columns of a text were before message sends were rewritten; lines are the same.
+class ColumnsBeforeRewriting
+{
+public:
+    /// `source` is what was handed to withMessageSendsRewritten().
+    explicit ColumnsBeforeRewriting(const QString &source);
+
+    /// Both from 1. A column in what was put in is the one where that was done.
+    int columnBefore(int line, int column) const;
+
+private:
+    /// Something that was replaced, from 0: in the original line.
+    struct Replacement
+    {
+        int line;
+        int column;
+        int length;
+        int newLength;
+    };
+
+    std::vector<Replacement> m_replacements;
+};

@@ -84,7 +84,6 @@ void ScriptSession::useScriptFile()
         return;
     m_scriptFile = url;
     m_scriptURL = absoluteString(url);
-    m_locations.setOffset(m_scriptURL, m_sourceOffset);
 }
 
 QByteArray ScriptSession::folderOfModules() const
@@ -104,6 +103,7 @@ QVariant ScriptSession::execute(const QString &source)
     QVariant value;
     enter([&](Live &live) {
         useScriptFile();
+        m_locations.setSource(m_scriptURL, {0, m_sourceOffset, source, folderOfModules(), false});
         m_evaluatedTexts.append(source);
         JSValueRef exception = nullptr;
         const auto result = evaluate(live, {source, m_scriptURL, {}, {}}, &exception);
@@ -136,6 +136,7 @@ JSValueRef ScriptSession::evaluate(Live &live, const Source &source, JSValueRef 
     const auto rewritten = m_shouldPreprocess ? withMessageSendsRewritten(source.text) : source.text;
     if (rewritten != source.text) {
         text = source.head + rewritten + source.tail;
+        m_locations.setRewritten(source.url);
         *exception = nullptr;
         result = evaluateText();
         if (!isSyntaxError())

@@ -121,7 +121,7 @@ JSValueRef ScriptSession::compileModule(const QString &file, JSValueRef *excepti
         source.replace(0, 2, QStringLiteral("//"));
     const auto url = absoluteString(m_modules.url(file));
     m_locations.addFolder(m_modules.folder(file));
-    m_locations.setOffset(url, {0, int(moduleHead.size())});
+    m_locations.setSource(url, {int(moduleHead.size()), {}, std::nullopt, m_modules.folder(file), false});
     return evaluate(*m_live, {source, url, moduleHead, moduleTail}, exception);
 }
 

@@ -99,12 +99,20 @@
         const elapsed = (label) => `${label}: ${host(NOW) - clocks.get(label)} ms`;
         const missing = (label) => `There is no timer named "${label}".`;
 
+        const open = (values) => {
+            if (values.length > 0)
+                write(PRINT, values);
+            indentation += '  ';
+        };
+
         return {
             log(...values) { write(PRINT, values); },
             info(...values) { write(PRINT, values); },
             debug(...values) { write(PRINT, values); },
             warn(...values) { write(PRINT, values); },
             dir(value) { write(PRINT, [value]); },
+            dirxml(...values) { write(PRINT, values); },
+            clear() {}, // what is logged stays
             error(...values) { write(PRINT_ERROR, values); },
             trace(...values) {
                 const message = format(values);
@@ -130,11 +138,8 @@
                 write(PRINT, [`${label}: ${counts.get(label)}`]);
             },
             countReset(label) { counts.delete(named(label)); },
-            group(...values) {
-                if (values.length > 0)
-                    write(PRINT, values);
-                indentation += '  ';
-            },
+            group(...values) { open(values); },
+            groupCollapsed(...values) { open(values); },
             groupEnd() { indentation = indentation.slice(2); },
             table(data, columns) { write(PRINT, [tableText(data, columns) ?? data]); },
         };

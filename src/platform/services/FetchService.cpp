@@ -180,8 +180,8 @@ void FetchService::finish(
 const ScriptClass &FetchService::scriptClass() const
 {
     static constexpr ScriptOperation operations[] = {
-        scriptOperation<&FetchService::start>("start"),
-        scriptOperation<&FetchService::cancel>("cancel"),
+        scriptOperation<&FetchService::start>("start", "(request: Record<string, unknown>, answered: Function)"),
+        scriptOperation<&FetchService::cancel>("cancel", "(number)"),
     };
     static constexpr ScriptClass description{"FetchService", operations};
     return description;

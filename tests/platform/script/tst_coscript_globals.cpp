@@ -98,6 +98,9 @@ void tst_COScript_Globals::output_data()
     row("group", u"console.group(); console.log('a\\nb')"_s, u"  a\n  b"_s);
     row("count", u"console.count('a')"_s, u"a: 1"_s);
     row("count without label", u"console.count()"_s, u"default: 1"_s);
+    QTest::newRow("group that begins closed")
+        << u"console.groupCollapsed('a'); console.clear(); console.dirxml('b', 1); console.groupEnd(); console.log('c')"_s
+        << QStringList{u"a"_s, u"  b 1"_s, u"c"_s};
     QTest::newRow("assertion that holds") << u"console.assert(true, 'never')"_s << QStringList();
 }
 

@@ -31,8 +31,8 @@ private:
 
 constexpr ScriptOperation layerOperations[] = {
     scriptOperation<&Layer::name>("name"),
-    scriptOperation<&Layer::setName>("setName"),
-    scriptOperation<&Layer::multiply>("multiply_by"),
+    scriptOperation<&Layer::setName>("setName", "(name)"),
+    scriptOperation<&Layer::multiply>("multiply_by", "(factor, by)"),
 };
 constexpr ScriptClass layerClass{"Layer", layerOperations};
 

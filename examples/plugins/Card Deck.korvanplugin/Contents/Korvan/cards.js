@@ -31,6 +31,7 @@ async function makeCards() {
     return deck.children.length;
 }
 
+/** @returns {import('korvan/dom').NewLayer} */
 function card(index) {
     const x = index * (SIZE.width + GAP);
     return {

@@ -1,3 +1,6 @@
+const console = require('console');
+
+/** @param {string} colour */
 const channels = (colour) => [1, 3, 5].map((start) => parseInt(colour.slice(start, start + 2), 16));
 
 function luminance(colour) {
@@ -13,6 +16,7 @@ function contrast(first, second) {
     return (light + 0.05) / (dark + 0.05);
 }
 
+/** @param {Korvan.Document} document */
 function coloursOf(document) {
     const counts = new Map();
     for (const layer of document.allLayers()) {
@@ -24,6 +28,7 @@ function coloursOf(document) {
     return [...counts].sort(([, first], [, second]) => second - first);
 }
 
+/** @param {Korvan.Context} context */
 function onRun(context) {
     const colours = coloursOf(context.document);
     console.table(colours.map(([colour, uses]) => ({ colour, uses, luminance: luminance(colour).toFixed(2) })));

@@ -1,7 +1,17 @@
-// What the context may give: columns, rows, width, height, gap. Everything has a usual value.
+/**
+ * What the context may give. Everything has a usual value.
+ * @typedef {{ columns?: number, rows?: number, width?: number, height?: number, gap?: number }} GridOptions
+ */
+
+
 class Grid {
+    /** @param {GridOptions} options */
     constructor({ columns = 4, rows = 3, width = 80, height = 60, gap = 10 }) {
-        Object.assign(this, { columns, rows, width, height, gap });
+        this.columns = columns;
+        this.rows = rows;
+        this.width = width;
+        this.height = height;
+        this.gap = gap;
     }
 
     *cells() {
@@ -19,6 +29,11 @@ class Grid {
     }
 }
 
+/**
+ * @param {Korvan.Document} document
+ * @param {Grid} grid
+ * @param {string} name
+ */
 function draw(document, grid, name) {
     const group = document.addLayer({
         name, type: 'group', frame: {
@@ -37,15 +52,18 @@ function draw(document, grid, name) {
     return group.layers().length;
 }
 
+/** @param {Korvan.Context<GridOptions>} context */
 function optionsOf(context) {
     const { columns, rows, width, height, gap } = context;
     return { columns, rows, width, height, gap };
 }
 
+/** @param {Korvan.Context<GridOptions>} context */
 function onRun(context) {
     return draw(context.document, new Grid(optionsOf(context)), 'Grid');
 }
 
+/** @param {Korvan.Context} context */
 function onColumns(context) {
     return draw(context.document, new Grid({ columns: 12, width: 60, gap: 20, rows: 1, height: 900 }), 'Columns');
 }

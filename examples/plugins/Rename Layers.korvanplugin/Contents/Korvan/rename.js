@@ -1,11 +1,16 @@
 const { expand } = require('./lib/pattern');
 
+/** @type {{ numbered: string, described: string }} */
 let presets;
 
 function readPresets() {
     presets = require('./presets.json');
 }
 
+/**
+ * @param {Korvan.Context} context
+ * @param {string} pattern
+ */
 function rename(context, pattern) {
     const layers = context.selection.length > 0 ? context.selection : context.document.layers();
     layers.forEach((layer, index) => {
@@ -16,11 +21,15 @@ function rename(context, pattern) {
     return layers.length;
 }
 
+/** @param {Korvan.Context} context */
 function numberLayers(context) {
     return rename(context, presets.numbered);
 }
 
-// The host may give a pattern of its own: korvan-plugins run … --context '{"pattern": "%t %n"}'
+/**
+ * The host may give a pattern of its own: korvan-plugins run … --context '{"pattern": "%t %n"}'
+ * @param {Korvan.Context<{ pattern?: string }>} context
+ */
 function renameWithPattern(context) {
     return rename(context, context.pattern ?? presets.described);
 }

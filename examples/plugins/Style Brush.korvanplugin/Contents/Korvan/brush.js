@@ -8,7 +8,7 @@ const ui = require('korvan/ui');
 let painting;
 
 async function takeStyle() {
-    const [layer] = activeDocument().selection;
+    const [layer] = activeDocument()?.selection ?? [];
     if (layer === undefined) {
         await ui.alert({ title: 'Select a layer first.', text: 'Its style becomes that of the brush.', style: 'warning' });
         return;
@@ -34,7 +34,8 @@ function paint(layer, style) {
 
 function paintSelection() {
     const style = settings.get('style', {});
-    return activeDocument().selection.filter((layer) => layer.type !== 'group' && paint(layer, style) > 0).length;
+    const selected = activeDocument()?.selection ?? [];
+    return selected.filter((layer) => layer.type !== 'group' && paint(layer, style) > 0).length;
 }
 
 function startPainting() {

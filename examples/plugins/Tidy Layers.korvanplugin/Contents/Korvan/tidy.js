@@ -1,9 +1,11 @@
 // Works on the selected layers, or on all of the document's when none is selected.
 
+/** @param {Korvan.Context} context */
 function chosenLayers(context) {
     return context.selection.length > 0 ? context.selection : context.document.allLayers();
 }
 
+/** @param {Korvan.Context} context */
 function roundFrames(context) {
     let changed = 0;
     for (const layer of chosenLayers(context)) {
@@ -18,6 +20,10 @@ function roundFrames(context) {
     return changed;
 }
 
+/**
+ * @param {Korvan.Context} context
+ * @param {(a: Korvan.Layer, b: Korvan.Layer) => number} compare
+ */
 function sort(context, compare) {
     const layers = context.document.layers();
     const sorted = [...layers].sort(compare);
@@ -26,11 +32,14 @@ function sort(context, compare) {
     return sorted.length;
 }
 
+/** @param {Korvan.Context} context */
 function sortByName(context) {
     return sort(context, (a, b) => a.name().localeCompare(b.name()));
 }
 
+/** @param {Korvan.Context} context */
 function sortBySize(context) {
+    /** @param {Korvan.Layer} layer */
     const area = (layer) => layer.frame().width * layer.frame().height;
     return sort(context, (a, b) => area(b) - area(a));
 }

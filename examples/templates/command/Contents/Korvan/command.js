@@ -1,4 +1,7 @@
-// Called when the user chooses the command. The context holds the document, the selection, and the command itself.
+/**
+ * Called when the user chooses the command. The context holds the document, the selection, and the command itself.
+ * @param {Korvan.Context} context
+ */
 function onRun(context) {
     if (!context.document) {
         console.log('There is no document.');

@@ -1,7 +1,9 @@
 // A timer keeps the command running after its handler has returned. The handlers "stop" and "Shutdown" run in the same
 // session, and find the timer here.
+/** @type {number | undefined} */
 let timer;
 
+/** @param {Korvan.ApplicationContext<{ rounds?: number, pause?: number }>} context */
 function start(context) {
     let rounds = context.rounds ?? 3;
     timer = setInterval(() => {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Export.h"
 #include "platform/MainQueue.h"
 
 #include <chrono>
@@ -11,8 +12,9 @@
 #include <mutex>
 #include <utility>
 
-/// A main queue whose time passes only when a test says so.
-class VirtualMainQueue final : public MainQueue
+/// A main queue whose time passes only when somebody says so: for tests, of hosts and of plug-ins. Main thread only,
+/// but for async().
+class KORVAN_EXPORT VirtualMainQueue final : public MainQueue
 {
 public:
     VirtualMainQueue();
@@ -22,6 +24,9 @@ public:
     std::unique_ptr<ScheduledCall> callAfter(std::chrono::milliseconds delay, std::function<void()> work) override;
     std::chrono::milliseconds now() const override { return m_now; }
 
+    /// Runs one thing: the first that was queued with async(), or else the earliest call that becomes due until then,
+    /// at its own moment. False when there is neither.
+    bool runNext(std::chrono::milliseconds until);
     /// Runs what was queued with async(), also what that queues in turn. No time passes.
     void runQueued();
     /// Runs what is queued, and what other threads queue, until the condition holds. Fails the program after a minute.
@@ -37,6 +42,7 @@ private:
     struct State;
     class Call;
 
+    bool runNextQueued();
     /// Time does not go back, and ends.
     std::chrono::milliseconds after(std::chrono::milliseconds delay) const;
 

@@ -1,4 +1,4 @@
-#include "support/VirtualMainQueue.h"
+#include "platform/VirtualMainQueue.h"
 
 #include <QtGlobal>
 
@@ -54,19 +54,37 @@ std::chrono::milliseconds VirtualMainQueue::after(std::chrono::milliseconds dela
     return m_now + std::clamp(delay, std::chrono::milliseconds(0), std::chrono::milliseconds::max() - m_now);
 }
 
+bool VirtualMainQueue::runNextQueued()
+{
+    std::function<void()> work;
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_queued.empty())
+            return false;
+        work = std::move(m_queued.front());
+        m_queued.pop_front();
+    }
+    work();
+    return true;
+}
+
+bool VirtualMainQueue::runNext(std::chrono::milliseconds until)
+{
+    if (runNextQueued())
+        return true;
+    const auto next = m_state->calls.begin();
+    if (next == m_state->calls.end() || next->first.first > until)
+        return false;
+    m_now = std::max(m_now, next->first.first);
+    const auto work = std::move(next->second);
+    m_state->calls.erase(next);
+    work();
+    return true;
+}
+
 void VirtualMainQueue::runQueued()
 {
-    for (;;) {
-        std::function<void()> work;
-        {
-            const std::lock_guard lock(m_mutex);
-            if (m_queued.empty())
-                return;
-            work = std::move(m_queued.front());
-            m_queued.pop_front();
-        }
-        work();
-    }
+    while (runNextQueued()) { }
 }
 
 void VirtualMainQueue::runUntil(const std::function<bool()> &condition)
@@ -85,15 +103,7 @@ void VirtualMainQueue::runUntil(const std::function<bool()> &condition)
 void VirtualMainQueue::advance(std::chrono::milliseconds duration)
 {
     const auto end = after(duration);
-    runQueued();
-    while (!m_state->calls.empty() && m_state->calls.begin()->first.first <= end) {
-        const auto next = m_state->calls.begin();
-        m_now = std::max(m_now, next->first.first);
-        const auto work = std::move(next->second);
-        m_state->calls.erase(next);
-        work();
-        runQueued();
-    }
+    while (runNext(end)) { }
     m_now = end;
 }
 

@@ -1,0 +1,1 @@
+module.exports = require('npm:readable-stream/lib/internal/streams/legacy.js');

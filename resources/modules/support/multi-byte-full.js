@@ -1,0 +1,1 @@
+module.exports = require('npm:@exodus/bytes/multi-byte.js');
