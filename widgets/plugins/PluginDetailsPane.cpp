@@ -4,7 +4,7 @@
 #include "localization/Localizable.h"
 #include "widgets/PluginText.h"
 #include "widgets/Symbols.h"
-#include "widgets/Tones.h"
+#include "widgets/ToneLabel.h"
 #include "widgets/plugins/CommandList.h"
 #include "widgets/plugins/PluginIcon.h"
 #include "widgets/plugins/PluginUpdateRow.h"
@@ -19,23 +19,15 @@ namespace {
 
 constexpr int iconSide = 64;
 
-QLabel *makeLabel(const char *name)
+ToneLabel *makeLabel(const char *name, std::optional<Tone> tone = std::nullopt)
 {
-    auto *const label = new QLabel;
+    auto *const label = new ToneLabel(tone);
     label->setObjectName(QString::fromLatin1(name));
-    label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
     // A single word of a thousand letters must not make the window as wide.
     label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     return label;
-}
-
-void setTone(QLabel &label, Tone tone)
-{
-    auto palette = label.palette();
-    palette.setColor(QPalette::WindowText, toneColor(tone, palette));
-    label.setPalette(palette);
 }
 
 void setTextOrHide(QLabel &label, const QString &text)
@@ -68,12 +60,12 @@ QString versionsText(const KRPluginBundle &plugin)
 PluginDetailsPane::PluginDetailsPane(QWidget *parent)
     : QWidget(parent)
     , m_area(new QScrollArea)
-    , m_hint(makeLabel("Hint"))
+    , m_hint(makeLabel("Hint", Tone::Quiet))
     , m_icon(new QLabel)
     , m_name(makeLabel("PluginName"))
-    , m_origin(makeLabel("PluginOrigin"))
-    , m_versions(makeLabel("PluginVersions"))
-    , m_warning(makeLabel("PluginWarning"))
+    , m_origin(makeLabel("PluginOrigin", Tone::Quiet))
+    , m_versions(makeLabel("PluginVersions", Tone::Quiet))
+    , m_warning(makeLabel("PluginWarning", Tone::Warning))
     , m_description(makeLabel("PluginDescription"))
     , m_update(new PluginUpdateRow)
     , m_commands(new CommandList)
@@ -173,11 +165,8 @@ void PluginDetailsPane::setPlugin(const std::shared_ptr<KRPluginBundle> &plugin,
     m_icon->setPixmap(pluginIcon(*plugin).pixmap(QSize(iconSide, iconSide), devicePixelRatioF()));
     m_name->setText(plainLine(plugin->name().value_or(QString())));
     m_origin->setText(originText(*plugin));
-    setTone(*m_origin, Tone::Quiet);
     setTextOrHide(*m_versions, versionsText(*plugin));
-    setTone(*m_versions, Tone::Quiet);
     m_warning->setVisible(compatibility == Compatibility::Incompatible);
-    setTone(*m_warning, Tone::Warning);
     setTextOrHide(*m_description, plainLines(plugin->pluginDescription().value_or(QString())).trimmed());
     const auto url = homepage(*plugin);
     m_homepage->setVisible(!url.isEmpty());

@@ -62,12 +62,11 @@ QString updateText(const PluginUpdateState &state)
 
 PluginUpdateRow::PluginUpdateRow(QWidget *parent)
     : QWidget(parent)
-    , m_text(new QLabel)
+    , m_text(new ToneLabel)
     , m_bar(new QProgressBar)
     , m_update(new QPushButton(Localizable::tr("&Update")))
     , m_cancel(new QPushButton(Localizable::tr("&Cancel")))
 {
-    m_text->setTextFormat(Qt::PlainText);
     m_text->setWordWrap(true);
     m_text->setObjectName(QStringLiteral("UpdateText"));
     m_bar->setTextVisible(false);

@@ -4,9 +4,9 @@
 
 #include <QWidget>
 
-class QLabel;
 class QProgressBar;
 class QPushButton;
+class ToneLabel;
 
 /// How far the update of one plug-in has come: a sentence, a progress bar, and what can be done about it. Hidden while
 /// there is nothing to say.
@@ -24,7 +24,7 @@ signals:
     void cancelRequested();
 
 private:
-    QLabel *m_text;
+    ToneLabel *m_text;
     QProgressBar *m_bar;
     QPushButton *m_update;
     QPushButton *m_cancel;
