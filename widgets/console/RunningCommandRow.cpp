@@ -3,7 +3,7 @@
 #include "localization/Localizable.h"
 #include "widgets/PluginText.h"
 #include "widgets/Symbols.h"
-#include "widgets/Tones.h"
+#include "widgets/ToneLabel.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -24,7 +24,7 @@ QString ageText(std::chrono::milliseconds age)
 RunningCommandRow::RunningCommandRow(const RunningCommand &command, QWidget *parent)
     : QWidget(parent)
     , m_specifier(command.specifier)
-    , m_age(new QLabel)
+    , m_age(new ToneLabel(Tone::Quiet))
 {
     constexpr qsizetype longest = 60;
     auto name = plainLine(command.name, longest);
@@ -35,9 +35,6 @@ RunningCommandRow::RunningCommandRow(const RunningCommand &command, QWidget *par
     label->setTextFormat(Qt::PlainText);
     label->setObjectName(QStringLiteral("RunningCommandName"));
     m_age->setObjectName(QStringLiteral("RunningCommandAge"));
-    auto palette = m_age->palette();
-    palette.setColor(QPalette::WindowText, toneColor(Tone::Quiet, palette));
-    m_age->setPalette(palette);
     auto *const stop = new QPushButton(symbolIcon(Symbol::Stop), Localizable::tr("Stop"));
     stop->setObjectName(QStringLiteral("StopButton"));
     stop->setAccessibleName(Localizable::tr("Stop “%1”").arg(name));

@@ -2,10 +2,9 @@
 
 #include "localization/Localizable.h"
 #include "widgets/PluginText.h"
-#include "widgets/Tones.h"
+#include "widgets/ToneLabel.h"
 
 #include <QGridLayout>
-#include <QLabel>
 #include <QLocale>
 #include <QProgressBar>
 #include <QPushButton>
@@ -90,10 +89,7 @@ void PluginUpdateRow::setState(const PluginUpdateState &state)
 {
     const bool hasFailed = state.phase == Phase::Failed;
     m_text->setText(updateText(state));
-    auto palette = this->palette();
-    palette.setColor(
-        QPalette::WindowText, hasFailed ? toneColor(Tone::Error, palette) : palette.color(QPalette::WindowText));
-    m_text->setPalette(palette);
+    m_text->setTone(hasFailed ? std::optional(Tone::Error) : std::nullopt);
     m_update->setVisible(state.phase == Phase::Available || (hasFailed && !state.version.isEmpty()));
     m_update->setText(hasFailed ? Localizable::tr("&Try Again") : Localizable::tr("&Update"));
     m_cancel->setVisible(state.phase == Phase::Downloading || state.phase == Phase::Waiting);
