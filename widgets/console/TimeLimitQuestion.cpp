@@ -5,9 +5,33 @@
 #include "widgets/PluginText.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QLocale>
 #include <QMessageBox>
 #include <QPushButton>
+
+namespace {
+
+/// Notices that the application is to end, which closes every window, the question as well.
+class QuitWatch final : public QObject
+{
+public:
+    QuitWatch() { qApp->installEventFilter(this); }
+
+    bool isEnding() const { return m_isEnding; }
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        m_isEnding = m_isEnding || event->type() == QEvent::Quit;
+        return false;
+    }
+
+private:
+    bool m_isEnding = false;
+};
+
+} // namespace
 
 TimeLimitQuestion::TimeLimitQuestion(QWidget *window)
     : m_window(window)
@@ -36,10 +60,9 @@ ScriptTimeLimitDecision TimeLimitQuestion::ask(const QString &name, double secon
     box->setEscapeButton(goOn);
     box->setWindowModality(Qt::ApplicationModal);
     showAsPlainText(*box);
-    bool isApplicationEnding = false;
-    QObject::connect(qApp, &QCoreApplication::aboutToQuit, box, [&isApplicationEnding] { isApplicationEnding = true; });
+    const QuitWatch quit;
     box->exec();
-    const bool mayGoOn = box && !isApplicationEnding && box->clickedButton() == goOn;
+    const bool mayGoOn = box && !quit.isEnding() && box->clickedButton() == goOn;
     delete box;
     return mayGoOn ? ScriptTimeLimitDecision::GoOn : ScriptTimeLimitDecision::Stop;
 }
