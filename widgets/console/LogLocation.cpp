@@ -46,8 +46,10 @@ std::optional<LogLocation> locationIn(const QString &text, const QUrl &pluginFol
     const auto folder = QFileInfo(QDir::cleanPath(pluginFolder.toLocalFile())).canonicalFilePath();
     if (folder.isEmpty())
         return std::nullopt;
-    const auto calls = QStringView(text).mid(first + 1).split(u'\n');
-    for (const auto &call : calls.first(std::min<qsizetype>(calls.size(), mostCalls))) {
+    int seen = 0;
+    for (const auto &call : QStringView(text).mid(first + 1).tokenize(u'\n')) {
+        if (++seen > mostCalls)
+            break;
         if (!call.startsWith(u"    at "))
             continue;
         const auto place = placeOf(call.mid(marker.size() - 1).trimmed());
