@@ -16,6 +16,7 @@ private slots:
 
     void whatACommandPrints();
     void errorWithItsPlace();
+    void errorOfATimer();
     void clearingOfALogLeavesTheConsole();
     void manyEntriesOfOneRun();
     void messagesOfTheFramework();
@@ -76,6 +77,18 @@ void tst_ConsoleLog::errorWithItsPlace()
     run("function onRun() {\n  nothing.there()\n}");
     QCOMPARE(m_log->entries().rowCount(), 1);
     QCOMPARE(entry(0).level, LogLevel::Error);
+    QCOMPARE(entry(0).file.fileName(), u"script.js"_s);
+    QCOMPARE(entry(0).line, 2);
+}
+
+/// Which comes without its command.
+void tst_ConsoleLog::errorOfATimer()
+{
+    run("function onRun() { setTimeout(() => {\n  nothing.there() }, 5) }");
+    m_environment->queue.advance(std::chrono::milliseconds(100));
+    QCOMPARE(m_log->entries().rowCount(), 1);
+    QCOMPARE(entry(0).level, LogLevel::Error);
+    QCOMPARE(entry(0).pluginIdentifier, u"com.example.a"_s);
     QCOMPARE(entry(0).file.fileName(), u"script.js"_s);
     QCOMPARE(entry(0).line, 2);
 }

@@ -175,7 +175,6 @@ void tst_PluginFileInstaller::nothingEscapes_data()
         return ZipBuilder({{folder + "manifest.json", manifest}, part}).bytes();
     };
     QTest::newRow("a path upwards") << with({"../../../outside", "x"});
-    QTest::newRow("a path from the root") << with({"/tmp/outside", "x"});
     QTest::newRow("a link outside") << with({folder + "link.js", "/etc/passwd", ZipPart::link});
     QTest::newRow("a link upwards") << with({folder + "link", "../../../..", ZipPart::link});
     QTest::newRow("a link to nowhere") << with({folder + "link", "nowhere", ZipPart::link});

@@ -50,6 +50,7 @@ private:
 
 void tst_PluginListModel::init()
 {
+    QLocale::setDefault(QLocale(QLocale::English)); // whatever language this machine speaks
     setUp();
     m_updates = std::make_unique<PluginUpdatesController>(*m_manager);
     m_model = std::make_unique<PluginListModel>(*m_manager, m_updates.get());

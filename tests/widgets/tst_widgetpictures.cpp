@@ -90,7 +90,12 @@ void tst_WidgetPictures::init()
     QFETCH(QPalette, palette);
     QApplication::setStyle(u"Fusion"_s);
     QApplication::setPalette(palette);
-    copyFolder(u"" KORVAN_SOURCE_DIR "/examples/plugins"_s, pluginsFolder());
+    const auto examples = u"" KORVAN_SOURCE_DIR "/examples/plugins/"_s;
+    for (const auto &name : {u"Tidy Layers"_s, u"Card Deck"_s, u"Bracket Notes"_s, u"Broken Script"_s,
+             u"Colour Palette"_s, u"Grid Generator"_s, u"Lorem Text"_s}) {
+        const auto folder = name + u".korvanplugin"_s;
+        copyFolder(examples + folder, pluginsFolder() + u'/' + folder);
+    }
     m_state->setIncompatiblePluginVersions(IncompatibleVersions{{u"com.example.bracket-notes"_s, u"99"_s}});
     addFeed(u"Tidy Layers"_s, u"/tidy.json"_s);
     addFeed(u"Card Deck"_s, u"/cards.json"_s);
@@ -149,7 +154,9 @@ void tst_WidgetPictures::pluginsWindow()
                 200, R"({"version": "2.1", "downloadURL": ")" + m_server->url(u"/archive.zip"_s).toEncoded() + "\"}"));
     m_server->setAnswer("/archive.zip",
         Answer::bytes("HTTP/1.1 200 OK\r\nContent-Length: 3400000\r\n\r\n")
-            .thenBytes(QByteArray(2'100'000, 'x'))
+            .thenBytes(QByteArray(700'000, 'x'))
+            .thenWaitForRelease()
+            .thenBytes(QByteArray(1'400'000, 'x'))
             .thenStall());
     const auto log = std::make_shared<ConsoleLog>();
     m_manager->setLogAction(log);
@@ -160,12 +167,16 @@ void tst_WidgetPictures::pluginsWindow()
         .script(u"sync.js"_s, "function onRun() { setInterval(() => {}, 60000) }");
     m_manager->reloadPlugins();
     PluginsWindow window(*m_manager);
+    window.resize(920, 640);
     window.show();
     window.checkForUpdates();
     auto &updates = window.updates();
     waitUntil([&] { return !updates.isChecking(); });
     run(u"com.example.sync"_s, u"run"_s);
     updates.update(u"com.example.tidy-layers"_s);
+    waitUntil([&] { return updates.state(u"com.example.tidy-layers"_s).bytesReceived == 700'000; });
+    m_environment->queue.advance(std::chrono::milliseconds(900));
+    m_server->release();
     waitUntil([&] { return updates.state(u"com.example.tidy-layers"_s).bytesReceived == 2'100'000; });
     window.selectPlugin(u"com.example.tidy-layers"_s);
     const auto picture = pictureOf(window);

@@ -47,11 +47,17 @@ ConsoleLog::~ConsoleLog() = default;
 
 void ConsoleLog::log(const QVariantMap &entry, const QString &from)
 {
+    logFromCommand(entry, from, commandOf(entry));
+}
+
+void ConsoleLog::logFromCommand(
+    const QVariantMap &entry, const QString &from, const std::shared_ptr<KRPluginCommand> &command)
+{
     LogEntry kept;
     kept.time = QDateTime::currentDateTime();
     kept.level = levelOf(entry.value(QStringLiteral("level")).toString());
     kept.text = entry.value(QStringLiteral("stringValue")).toString();
-    if (const auto command = commandOf(entry))
+    if (command)
         takeOrigin(kept, *command);
     if (kept.pluginName.isEmpty())
         kept.pluginName = kept.pluginIdentifier.isEmpty() ? Localizable::tr("Application") : kept.pluginIdentifier;

@@ -32,6 +32,8 @@ public:
     const QHash<QString, QString> &plugins() const { return m_plugins; }
 
     void log(const QVariantMap &entry, const QString &from) override;
+    void logFromCommand(
+        const QVariantMap &entry, const QString &from, const std::shared_ptr<KRPluginCommand> &command) override;
     /// Of a command that has logged more than 10,000 entries since it was begun, the latest ones.
     QString logStringFor(const QString &sender) override;
     /// Every run of a command begins with this; what earlier runs have logged stays in the console.

@@ -168,7 +168,7 @@ QWidget *ConsoleWindow::makeContent(KRPluginManager *manager)
     if (manager)
         splitter->addWidget(new RunningCommandsPanel(*manager));
     splitter->setStretchFactor(0, 1);
-    splitter->setSizes({400, 110, 90});
+    splitter->setSizes({400, 90, 80});
     splitter->setCollapsible(0, false);
     return splitter;
 }

@@ -37,7 +37,7 @@ LogDelegate::LogDelegate(QObject *parent)
 
 void LogDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
-    constexpr int padding = 8;
+    constexpr int padding = 5; // as the styles' headers
     painter->save();
     paintBackground(*painter, option, index);
     auto font = option.font;

@@ -16,9 +16,10 @@ namespace {
 constexpr int mostCommands = 500;
 constexpr int mostVisibleRows = 9;
 
-QTreeWidgetItem *itemFor(const KRPluginCommand &command)
+QTreeWidgetItem *itemFor(const KRPluginCommand &command, int height)
 {
     auto *const item = new QTreeWidgetItem;
+    item->setSizeHint(0, QSize(0, height));
     const auto name = plainLine(command.name().value_or(QString()));
     item->setText(0, name.isEmpty() ? plainLine(command.identifier().value_or(QString())) : name);
     item->setText(1, keySequenceOf(command.menuItemWithAction(nullptr)).toString(QKeySequence::NativeText));
@@ -49,17 +50,18 @@ CommandList::CommandList(QWidget *parent)
 
 void CommandList::setPlugin(const KRPluginBundle *bundle)
 {
+    constexpr int spacing = 8;
+    const int rowHeight = m_tree->fontMetrics().height() + spacing;
     m_tree->clear();
     if (bundle) {
         for (const auto &[identifier, command] : bundle->commands()) {
             if (m_tree->topLevelItemCount() == mostCommands)
                 break;
-            m_tree->addTopLevelItem(itemFor(*command));
+            m_tree->addTopLevelItem(itemFor(*command, rowHeight));
         }
     }
     const int rows = m_tree->topLevelItemCount();
     setVisible(rows > 0);
-    const int rowHeight = std::max(m_tree->sizeHintForRow(0), m_tree->fontMetrics().height());
     m_tree->setFixedHeight(m_tree->header()->sizeHint().height() + rowHeight * std::min(rows, mostVisibleRows)
         + 2 * m_tree->frameWidth() + 2);
 }

@@ -23,6 +23,12 @@ struct PluginFileInstaller::Candidate
 
 namespace {
 
+/// For the user.
+QString fileName(const QString &path)
+{
+    return plainLine(QFileInfo(QDir::cleanPath(path)).fileName());
+}
+
 QString stagingFolder()
 {
     const auto folder = LTAppEnvironment::current().applicationSupportDirectory(
@@ -79,7 +85,7 @@ void PluginFileInstaller::install(const QString &path)
     if (!m_manager)
         return;
     if (isInstalled(path, m_manager->plugins())) {
-        fail(path, Localizable::tr("“%1” is installed already.").arg(plainLine(QFileInfo(path).fileName())));
+        fail(path, Localizable::tr("“%1” is installed already.").arg(fileName(path)));
         return;
     }
     QThreadPool::globalInstance()->start([self = QPointer(this), path, parent = stagingFolder()] {
@@ -117,7 +123,7 @@ void PluginFileInstaller::staged(const QString &path, const Result<std::shared_p
 
 Result<std::shared_ptr<KRPluginBundle>> PluginFileInstaller::read(const StagedPlugin &staged, const QString &path) const
 {
-    const auto name = plainLine(QFileInfo(path).fileName());
+    const auto name = fileName(path);
     const auto url = m_manager->firstPluginBundleFoundInFolder(QUrl::fromLocalFile(staged.folder() + u'/'));
     if (url.isEmpty())
         return pluginFileError(Localizable::tr("There is no plug-in in “%1”.").arg(name));

@@ -1,6 +1,7 @@
 #include "widgets/plugins/PluginIcon.h"
 
 #include "bundles/KRPluginBundle.h"
+#include "platform/LTAppEnvironment.h"
 #include "widgets/Symbols.h"
 
 #include <QGuiApplication>
@@ -33,8 +34,8 @@ QPixmap drawnIcon(const QString &identifier, qreal ratio)
 QIcon pluginIcon(const KRPluginBundle &bundle)
 {
     const auto ratio = qGuiApp->devicePixelRatio();
-    const auto image = bundle.alertIcon(ratio);
-    if (image.isNull())
-        return QIcon(drawnIcon(bundle.identifier().value_or(QString()), ratio));
-    return QIcon(QPixmap::fromImage(image));
+    const bool hasPicture = !bundle.icon().isNull()
+        || !LTAppEnvironment::current().imageNamed(QStringLiteral("img-plugin-thumbnail-alert-112")).isNull();
+    return hasPicture ? QIcon(QPixmap::fromImage(bundle.alertIcon(ratio)))
+                      : QIcon(drawnIcon(bundle.identifier().value_or(QString()), ratio));
 }

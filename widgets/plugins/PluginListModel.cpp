@@ -116,7 +116,8 @@ void PluginListModel::tellChanged(const QString &identifier)
 
 std::shared_ptr<KRPluginBundle> PluginListModel::plugin(const QModelIndex &index) const
 {
-    return checkIndex(index, CheckIndexOption::IndexIsValid) ? m_rows[std::size_t(index.row())].bundle : nullptr;
+    const bool isRow = index.model() == this && index.row() < int(m_rows.size());
+    return isRow ? m_rows[std::size_t(index.row())].bundle : nullptr;
 }
 
 QModelIndex PluginListModel::indexOf(const QString &identifier) const

@@ -22,16 +22,23 @@ QString size(double bytes)
 
 QString downloadText(const PluginUpdateState &state)
 {
-    const auto received = size(double(state.bytesReceived));
     if (state.bytesReceived <= 0)
         return Localizable::tr("Downloading…");
+    const auto received = size(double(state.bytesReceived));
     if (state.bytesExpected < 0) {
-        //: %1 is what has arrived, %2 what arrives in a second; both with their unit.
-        return Localizable::tr("%1 downloaded, %2 per second").arg(received, size(state.bytesPerSecond));
+        //: %1 is what has arrived, with its unit.
+        return Localizable::tr("%1 downloaded").arg(received);
     }
-    //: %1 is what has arrived, %2 the whole, %3 what arrives in a second; all with their unit.
-    return Localizable::tr("%1 of %2 downloaded, %3 per second")
-        .arg(received, size(double(state.bytesExpected)), size(state.bytesPerSecond));
+    //: %1 is what has arrived, %2 the whole; both with their unit.
+    return Localizable::tr("%1 of %2 downloaded").arg(received, size(double(state.bytesExpected)));
+}
+
+QString withSpeed(const QString &text, double bytesPerSecond)
+{
+    if (bytesPerSecond <= 0)
+        return text;
+    //: %1 says what has arrived, %2 what arrives in a second, with its unit.
+    return Localizable::tr("%1, %2 per second").arg(text, size(bytesPerSecond));
 }
 
 } // namespace
@@ -48,7 +55,7 @@ QString updateText(const PluginUpdateState &state)
     case Phase::Waiting:
         return Localizable::tr("Waits for other downloads.");
     case Phase::Downloading:
-        return downloadText(state);
+        return withSpeed(downloadText(state), state.bytesPerSecond);
     case Phase::Installing:
         return Localizable::tr("Installing…");
     case Phase::Failed:

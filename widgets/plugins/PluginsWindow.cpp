@@ -323,6 +323,7 @@ void PluginsWindow::selectPlugin(const QString &identifier)
     if (!m_search->mapFromSource(row).isValid())
         m_searchField->clear();
     m_list->setCurrentIndex(m_search->mapFromSource(row));
+    m_list->scrollTo(m_list->currentIndex());
 }
 
 void PluginsWindow::editSelected()

@@ -486,16 +486,6 @@
         <translation>Wird geladen …</translation>
     </message>
     <message>
-        <source>%1 downloaded, %2 per second</source>
-        <extracomment>%1 is what has arrived, %2 what arrives in a second; both with their unit.</extracomment>
-        <translation>%1 geladen, %2 pro Sekunde</translation>
-    </message>
-    <message>
-        <source>%1 of %2 downloaded, %3 per second</source>
-        <extracomment>%1 is what has arrived, %2 the whole, %3 what arrives in a second; all with their unit.</extracomment>
-        <translation>%1 von %2 geladen, %3 pro Sekunde</translation>
-    </message>
-    <message>
         <source>Looking for an update…</source>
         <translation>Ein Update wird gesucht …</translation>
     </message>
@@ -558,6 +548,21 @@
     <message>
         <source>Enable A&amp;gain</source>
         <translation>&amp;Wieder aktivieren</translation>
+    </message>
+    <message>
+        <source>%1 downloaded</source>
+        <extracomment>%1 is what has arrived, with its unit.</extracomment>
+        <translation>%1 geladen</translation>
+    </message>
+    <message>
+        <source>%1 of %2 downloaded</source>
+        <extracomment>%1 is what has arrived, %2 the whole; both with their unit.</extracomment>
+        <translation>%1 von %2 geladen</translation>
+    </message>
+    <message>
+        <source>%1, %2 per second</source>
+        <extracomment>%1 says what has arrived, %2 what arrives in a second, with its unit.</extracomment>
+        <translation>%1, %2 pro Sekunde</translation>
     </message>
 </context>
 </TS>

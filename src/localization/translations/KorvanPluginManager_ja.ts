@@ -486,16 +486,6 @@
         <translation>ダウンロード中…</translation>
     </message>
     <message>
-        <source>%1 downloaded, %2 per second</source>
-        <extracomment>%1 is what has arrived, %2 what arrives in a second; both with their unit.</extracomment>
-        <translation>%1をダウンロード済み、毎秒%2</translation>
-    </message>
-    <message>
-        <source>%1 of %2 downloaded, %3 per second</source>
-        <extracomment>%1 is what has arrived, %2 the whole, %3 what arrives in a second; all with their unit.</extracomment>
-        <translation>%2中%1をダウンロード済み、毎秒%3</translation>
-    </message>
-    <message>
         <source>Looking for an update…</source>
         <translation>アップデートを探しています…</translation>
     </message>
@@ -558,6 +548,21 @@
     <message>
         <source>Enable A&amp;gain</source>
         <translation>再び有効にする(&amp;G)</translation>
+    </message>
+    <message>
+        <source>%1 downloaded</source>
+        <extracomment>%1 is what has arrived, with its unit.</extracomment>
+        <translation>%1をダウンロード済み</translation>
+    </message>
+    <message>
+        <source>%1 of %2 downloaded</source>
+        <extracomment>%1 is what has arrived, %2 the whole; both with their unit.</extracomment>
+        <translation>%2中%1をダウンロード済み</translation>
+    </message>
+    <message>
+        <source>%1, %2 per second</source>
+        <extracomment>%1 says what has arrived, %2 what arrives in a second, with its unit.</extracomment>
+        <translation>%1、毎秒%2</translation>
     </message>
 </context>
 </TS>

@@ -486,16 +486,6 @@
         <translation>正在下载…</translation>
     </message>
     <message>
-        <source>%1 downloaded, %2 per second</source>
-        <extracomment>%1 is what has arrived, %2 what arrives in a second; both with their unit.</extracomment>
-        <translation>已下载 %1，每秒 %2</translation>
-    </message>
-    <message>
-        <source>%1 of %2 downloaded, %3 per second</source>
-        <extracomment>%1 is what has arrived, %2 the whole, %3 what arrives in a second; all with their unit.</extracomment>
-        <translation>已下载 %1（共 %2），每秒 %3</translation>
-    </message>
-    <message>
         <source>Looking for an update…</source>
         <translation>正在查找更新…</translation>
     </message>
@@ -558,6 +548,21 @@
     <message>
         <source>Enable A&amp;gain</source>
         <translation>重新启用(&amp;G)</translation>
+    </message>
+    <message>
+        <source>%1 downloaded</source>
+        <extracomment>%1 is what has arrived, with its unit.</extracomment>
+        <translation>已下载 %1</translation>
+    </message>
+    <message>
+        <source>%1 of %2 downloaded</source>
+        <extracomment>%1 is what has arrived, %2 the whole; both with their unit.</extracomment>
+        <translation>已下载 %1（共 %2）</translation>
+    </message>
+    <message>
+        <source>%1, %2 per second</source>
+        <extracomment>%1 says what has arrived, %2 what arrives in a second, with its unit.</extracomment>
+        <translation>%1，每秒 %2</translation>
     </message>
 </context>
 </TS>
