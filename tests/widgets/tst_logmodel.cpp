@@ -158,7 +158,7 @@ void tst_LogModel::whatIsShown()
     const auto shown = [this](int column) { return m_model->index(0, column).data().toString(); };
     QCOMPARE(shown(LogModel::TimeColumn), u"03:04:05.006"_s);
     QCOMPARE(shown(LogModel::PluginColumn), u"Tidy"_s);
-    QCOMPARE(shown(LogModel::MessageColumn), u"first second"_s);
+    QCOMPARE(shown(LogModel::MessageColumn), u"first …"_s);
     QCOMPARE(shown(LogModel::PlaceColumn), u"tidy.js:12"_s);
     const auto message = m_model->index(0, LogModel::MessageColumn);
     QCOMPARE(message.data(Qt::AccessibleTextRole).toString(), u"Error: first second"_s);

@@ -8,6 +8,14 @@
 
 namespace {
 
+/// What fits a row: the rest of a stack, say, is for whoever shows the whole entry.
+QString firstLine(const QString &text)
+{
+    const auto trimmed = QStringView(text).trimmed();
+    const auto end = trimmed.indexOf(u'\n');
+    return end < 0 ? plainLine(trimmed.toString()) : plainLine(trimmed.left(end).toString()) + QStringLiteral(" …");
+}
+
 QString placeText(const LogEntry &entry)
 {
     return entry.line > 0
@@ -112,7 +120,7 @@ QString LogModel::text(const LogEntry &entry, int column) const
     case PluginColumn:
         return plainLine(entry.pluginName);
     case MessageColumn:
-        return plainLine(entry.text);
+        return firstLine(entry.text);
     default:
         return placeText(entry);
     }

@@ -82,6 +82,7 @@ QRect drawBadges(QPainter &painter, const QRect &line, const QList<Badge> &badge
     const RowLayout &layout)
 {
     constexpr int padding = 7;
+    const bool isSelected = option.state.testFlag(QStyle::State_Selected);
     auto left = line;
     painter.setFont(smallFont(option));
     const QFontMetrics metrics(painter.font());
@@ -94,7 +95,7 @@ QRect drawBadges(QPainter &painter, const QRect &line, const QList<Badge> &badge
             left.right() - width + 1, left.center().y() - metrics.height() / 2, width, metrics.height() + 1);
         const auto tone = toneOf(*badge);
         painter.setPen(Qt::NoPen);
-        painter.setBrush(toneBackground(tone, option.palette));
+        painter.setBrush(isSelected ? option.palette.color(QPalette::Base) : toneBackground(tone, option.palette));
         painter.drawRoundedRect(layout.placed(pill), pill.height() / 2.0, pill.height() / 2.0);
         painter.setPen(toneColor(tone, option.palette));
         painter.drawText(layout.placed(pill), Qt::AlignCenter | Qt::TextSingleLine, text);
@@ -118,18 +119,20 @@ QString secondLine(const QModelIndex &index)
     return parts.join(QStringLiteral("  ·  "));
 }
 
-void drawProgress(QPainter &painter, const QRect &row, const QVariant &progress, const QPalette &palette)
+/// A line under the row's texts.
+void drawProgress(QPainter &painter, const QRect &text, const QVariant &progress, const QPalette &palette)
 {
     if (!progress.isValid())
         return;
     constexpr int height = 3;
-    const QRectF track(row.left(), row.bottom() - height + 1, row.width(), height);
+    const QRectF track(text.left(), text.bottom() - height - 3, text.width(), height);
     const auto share = progress.toDouble();
     painter.setPen(Qt::NoPen);
-    painter.setBrush(toneBackground(Tone::Accent, palette));
-    painter.drawRect(track);
+    painter.setBrush(palette.color(QPalette::Base));
+    painter.drawRoundedRect(track, height / 2.0, height / 2.0);
     painter.setBrush(toneColor(Tone::Accent, palette));
-    painter.drawRect(QRectF(track.topLeft(), QSizeF(track.width() * (share < 0 ? 1 : share), height)));
+    painter.drawRoundedRect(
+        QRectF(track.topLeft(), QSizeF(track.width() * (share < 0 ? 1 : share), height)), height / 2.0, height / 2.0);
 }
 
 bool isSwitchedOn(const QModelIndex &index)
@@ -221,7 +224,7 @@ void PluginListDelegate::paint(QPainter *painter, const QStyleOptionViewItem &op
     painter->setOpacity(1);
     drawTexts(*painter, option, layout, index);
     drawSwitch(*painter, layout.toggle, isOn ? SwitchState::On : SwitchState::Off, option.palette);
-    drawProgress(*painter, option.rect, index.data(PluginListModel::ProgressRole), option.palette);
+    drawProgress(*painter, layout.placed(layout.text), index.data(PluginListModel::ProgressRole), option.palette);
     drawFocus(*painter, option);
     painter->restore();
 }
