@@ -63,6 +63,7 @@ set(korvan_public_headers
     platform/script/ScriptActivity.h
     platform/script/ScriptCall.h
     platform/script/ScriptChecker.h
+    platform/script/ScriptCallTrace.h
     platform/script/ScriptClass.h
     platform/script/ScriptCoreModules.h
     platform/script/ScriptDictionary.h
@@ -71,6 +72,7 @@ set(korvan_public_headers
     platform/script/ScriptHost.h
     platform/script/ScriptObject.h
     platform/script/ScriptOutline.h
+    platform/script/ScriptProfiler.h
     platform/script/ScriptSignature.h
     platform/script/ScriptValue.h
     platform/script/SourceOffset.h

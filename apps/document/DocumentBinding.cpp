@@ -1,6 +1,7 @@
 // What scripts may call on a document.
 
 #include "document/Document.h"
+#include "document/LayerChecks.h"
 
 #include "platform/script/ScriptClass.h"
 #include "platform/script/ScriptException.h"
@@ -31,13 +32,22 @@ QVariantList selectionOf(Document &document)
 void setSelectionOf(Document &document, const QVariantList &layers)
 {
     QList<LayerPointer> selection;
-    for (const auto &layer : layers)
-        selection.append(std::dynamic_pointer_cast<Layer>(layer.value<ScriptObjectPointer>()));
+    for (const auto &value : layers) {
+        const auto layer = std::dynamic_pointer_cast<Layer>(value.value<ScriptObjectPointer>());
+        if (!layer) {
+            throw ScriptException(QStringLiteral("Argument 1 of setSelection has to hold layers only, but its element "
+                                                 "%1 is none. Layers are what layers(), allLayers() and "
+                                                 "layerWithID(id) answer.")
+                                      .arg(selection.size()));
+        }
+        selection.append(layer);
+    }
     document.setSelection(selection);
 }
 
 LayerPointer addLayerWithValues(Document &document, const QVariantMap &values)
 {
+    checkNewLayer(values);
     auto layer = std::make_shared<Layer>(values);
     document.addLayer(layer, nullptr);
     return layer;
@@ -45,6 +55,8 @@ LayerPointer addLayerWithValues(Document &document, const QVariantMap &values)
 
 LayerPointer insertLayerWithValues(Document &document, const QVariantMap &values, const LayerPointer &parent, int index)
 {
+    checkNewLayer(values);
+    checkParent(parent);
     auto layer = std::make_shared<Layer>(values);
     if (!document.insertLayer(layer, parent, index))
         throw ScriptException(QStringLiteral("The group for the new layer is in no document or another one."));

@@ -1,9 +1,9 @@
 #include "document/DocumentFile.h"
 
+#include "platform/AtomicFile.h"
 #include "platform/JSONText.h"
 
 #include <QFile>
-#include <QSaveFile>
 #include <QSet>
 
 namespace {
@@ -140,9 +140,8 @@ QByteArray jsonFromDocument(const Document &document)
 
 std::optional<KRError> writeDocument(const Document &document, const QString &path)
 {
-    QSaveFile file(path);
-    file.setDirectWriteFallback(false);
-    if (file.open(QIODevice::WriteOnly) && file.write(jsonFromDocument(document)) >= 0 && file.commit())
+    const auto error = replaceFileAtomically(QFile::encodeName(path), jsonFromDocument(document));
+    if (!error)
         return std::nullopt;
-    return fileError(QStringLiteral("Cannot write the document \"%1\": %2").arg(path, file.errorString()));
+    return fileError(QStringLiteral("Cannot write the document \"%1\": %2").arg(path, error->localizedDescription));
 }

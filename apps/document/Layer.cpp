@@ -1,10 +1,10 @@
 #include "document/Layer.h"
 
 #include "document/Document.h"
+#include "document/LayerChecks.h"
 #include "platform/script/ScriptClass.h"
 #include "platform/script/ScriptException.h"
 
-#include <initializer_list>
 #include <utility>
 
 namespace {
@@ -72,12 +72,9 @@ QVariantMap Layer::frame() const
 
 void Layer::setFrame(const QVariantMap &frame)
 {
+    checkFrame(frame);
     auto changed = m_values.value(frameKey).toMap();
-    for (auto entry = frame.begin(); entry != frame.end(); ++entry) {
-        if (!entry->canConvert<double>() || entry->typeId() == QMetaType::QString)
-            throw ScriptException(QStringLiteral("The frame's \"%1\" has to be a number.").arg(entry.key()));
-        changed.insert(entry.key(), entry.value());
-    }
+    changed.insert(frame);
     setDictionary(frameKey, changed);
 }
 
@@ -88,6 +85,7 @@ QVariantMap Layer::style() const
 
 void Layer::setStyle(const QVariantMap &style)
 {
+    checkStyle(style);
     setDictionary(styleKey, style);
 }
 
@@ -206,6 +204,8 @@ QVariantList layersOf(Layer &layer)
 
 LayerPointer addLayer(Layer &parent, const QVariantMap &values)
 {
+    checkNewLayer(values);
+    checkParent(pointerTo(parent));
     auto layer = std::make_shared<Layer>(values);
     documentOf(parent)->addLayer(layer, pointerTo(parent));
     return layer;
@@ -223,6 +223,7 @@ void moveToIndex(Layer &layer, int index)
 
 void moveTo(Layer &layer, const LayerPointer &parent, int index)
 {
+    checkParent(parent);
     const auto document = documentOf(layer);
     if (!document->moveLayer(pointerTo(layer), parent, index)) {
         throw ScriptException(QStringLiteral("The layer \"%1\" cannot be moved there: the place is inside it, or in no "

@@ -46,8 +46,16 @@ ExitCode createNewPlugin(const GlobalOptions &options, const CreateOptions &crea
     const auto folderName = folderNameForPlugin(name);
     if (!folderName)
         return fail({{}, 0, QStringLiteral("\"%1\" cannot be the name of a plug-in.").arg(create.name)}, output);
-    const NewPlugin plugin{name, create.identifier.value_or(identifierForPlugin(name)),
-        environment.bundleShortVersion().section(u'.', 0, 0), create.templateName};
+    const auto identifier = create.identifier ? create.identifier : identifierForPlugin(name);
+    if (!identifier) {
+        return fail({{}, 0,
+                        QStringLiteral("The name \"%1\" has no letters for an identifier. Give one with --identifier, "
+                                       "for example com.example.my-plugin.")
+                            .arg(name)},
+            output);
+    }
+    const NewPlugin plugin{
+        name, *identifier, environment.bundleShortVersion().section(u'.', 0, 0), create.templateName};
     if (plugin.identifier.isEmpty())
         return fail({{}, 0, QStringLiteral("The identifier is empty.")}, output);
     const auto path = folderForNewPlugins(options) + u'/' + *folderName;

@@ -21,6 +21,8 @@ public:
     QString logStringFor(const QString &sender) override;
     void clearLogFor(const QString &sender) override;
 
+    /// Keeps an entry that nobody has logged, among the others but in nobody's text.
+    void add(const QVariantMap &entry) { m_entries.append(entry); }
     /// Since the last call, whoever logged.
     QList<QVariantMap> takeEntries();
 

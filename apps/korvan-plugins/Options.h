@@ -40,6 +40,10 @@ struct RunOptions
     QVariantMap context;
     double waitSeconds = 60;
     std::optional<QString> dumpDocumentFile;
+    /// Where to write where the scripts have spent their time.
+    std::optional<QString> profileFile;
+    /// Whether to tell each call of the scripts into the application.
+    bool trace = false;
 };
 
 struct SupplyOptions

@@ -65,10 +65,13 @@ std::optional<QString> folderNameForPlugin(const QString &name)
     return folder.isEmpty() ? std::nullopt : std::optional(folder + extension);
 }
 
-QString identifierForPlugin(const QString &name)
+std::optional<QString> identifierForPlugin(const QString &name)
 {
     QString words;
-    for (const auto character : name.toLower()) {
+    const auto characters = name.toLower().normalized(QString::NormalizationForm_D);
+    for (const auto character : characters) {
+        if (character.isMark())
+            continue; // an accent of the letter before it
         const bool isUsable = (character >= u'a' && character <= u'z') || (character >= u'0' && character <= u'9');
         if (isUsable)
             words += character;
@@ -77,7 +80,7 @@ QString identifierForPlugin(const QString &name)
     }
     while (words.endsWith(u'-'))
         words.chop(1);
-    return QStringLiteral("com.example.") + (words.isEmpty() ? QStringLiteral("plugin") : words);
+    return words.isEmpty() ? std::nullopt : std::optional(QStringLiteral("com.example.") + words);
 }
 
 std::optional<KRError> createPlugin(const NewPlugin &plugin, const QString &path)

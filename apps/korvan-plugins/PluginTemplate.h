@@ -22,8 +22,9 @@ struct NewPlugin
 /// nothing of the name is left.
 std::optional<QString> folderNameForPlugin(const QString &name);
 
-/// An identifier for a plug-in of that name: "com.example." and the name's letters and digits.
-QString identifierForPlugin(const QString &name);
+/// An identifier for a plug-in of that name: "com.example." and the name's letters, without their accents, and digits.
+/// Nil when the name has none that identifiers can hold: two such plug-ins would hide each other.
+std::optional<QString> identifierForPlugin(const QString &name);
 
 /// Makes the bundle at `path`, with what an editor needs to complete scripts, complete or not at all. What is there
 /// already stays as it is, and is an error.

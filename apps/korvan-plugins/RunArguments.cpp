@@ -38,6 +38,9 @@ void RunArguments::addTo(CLI::App &app, const AddCommand &addCommand, const Glob
         ->check(CLI::Range(0.0, 1e6));
     m_run->add_option("--dump-document", m_dumpDocumentFile, "Where to write the document afterwards")
         ->type_name("FILE");
+    m_run->add_option("--profile", m_profileFile, "Where to write a profile (.cpuprofile) of the scripts' time")
+        ->type_name("FILE");
+    m_run->add_flag("--trace", m_trace, "Show each call of the scripts into the application, with its time");
 }
 
 void RunArguments::read()
@@ -58,5 +61,7 @@ RunOptions RunArguments::runOptions() const
     options.context = readContext(m_context);
     options.waitSeconds = m_waitSeconds;
     options.dumpDocumentFile = textIfGiven(*m_run, "--dump-document", m_dumpDocumentFile);
+    options.profileFile = textIfGiven(*m_run, "--profile", m_profileFile);
+    options.trace = m_trace;
     return options;
 }

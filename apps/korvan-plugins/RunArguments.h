@@ -32,5 +32,7 @@ private:
     std::string m_documentFile;
     std::string m_context;
     std::string m_dumpDocumentFile;
+    std::string m_profileFile;
     double m_waitSeconds = 60;
+    bool m_trace = false;
 };

@@ -1,13 +1,19 @@
 #include "Commands.h"
 
+#include "CallTracer.h"
 #include "CommandRunner.h"
 #include "DocumentContext.h"
+#include "OutputFiles.h"
 #include "PluginSession.h"
 #include "commands/KRPluginStandaloneScript.h"
 #include "document/DocumentFile.h"
+#include "platform/AtomicFile.h"
+#include "platform/script/ScriptProfiler.h"
 #include "platform/script/ValueText.h"
+#include "validation/Suggestion.h"
 
 #include <QDateTime>
+#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -62,7 +68,8 @@ class Run
 {
 public:
     Run(const GlobalOptions &global, const RunOptions &options, Output &output)
-        : m_options(options)
+        : m_global(global)
+        , m_options(options)
         , m_output(output)
         , m_session(global)
         , m_log(std::make_shared<LogCollector>([this](const QVariantMap &entry, const QString &) { showEntry(entry); }))
@@ -72,10 +79,11 @@ public:
 
     ExitCode perform()
     {
-        if (!findCommand() || !loadDocument())
+        if (!findCommand() || !loadDocument() || !checkOutputs())
             return ExitCode::Failed;
+        const auto profiler = startProfiler();
         const auto results = runHandlers();
-        const bool isSaved = saveDocument();
+        const bool isSaved = saveDocument() && saveProfile(profiler.get());
         if (isSaved)
             show(results);
         const bool hasErrors =
@@ -92,8 +100,31 @@ private:
         if (specifier)
             m_command = m_session.manager().commandWithSpecifier(*specifier);
         else
-            m_output.error(QStringLiteral("There is no command \"%1\".").arg(*m_options.specifier));
+            m_output.error(QStringLiteral("There is no command \"%1\".").arg(*m_options.specifier) + knownCommands());
         return m_command != nullptr;
+    }
+
+    /// What the user may have meant.
+    QString knownCommands()
+    {
+        for (const auto &folder : m_global.folders.value_or(QStringList())) {
+            if (!QFileInfo(folder).isDir())
+                return QStringLiteral(" The folder \"%1\" does not exist.").arg(folder);
+        }
+        QStringList commands;
+        const auto plugins = m_session.manager().plugins();
+        for (auto plugin = plugins.begin(); plugin != plugins.end(); ++plugin) {
+            for (const auto &[identifier, command] : plugin.value()->commands())
+                commands.append(plugin.key() + u'/' + identifier);
+        }
+        if (const auto nearest = nearestName(*m_options.specifier, commands); !nearest.isEmpty())
+            return QStringLiteral(" Did you mean \"%1\"?").arg(nearest);
+        if (commands.isEmpty())
+            return QStringLiteral(" No plug-in here has any.");
+        constexpr qsizetype most = 10;
+        const auto shown = commands.mid(0, most).join(QStringLiteral(", "));
+        return QStringLiteral(" There are: %1%2.")
+            .arg(shown, commands.size() > most ? QStringLiteral(", …") : QString());
     }
 
     bool loadStandaloneScript()
@@ -124,13 +155,71 @@ private:
         return m_document != nullptr;
     }
 
+    /// Before anything runs: its result would be lost, or something else.
+    bool checkOutputs()
+    {
+        const auto error = errorOfOutputs();
+        if (error)
+            m_output.error(*error);
+        return !error;
+    }
+
+    std::optional<KRError> errorOfOutputs() const
+    {
+        QList<NamedFile> files;
+        if (m_options.standaloneFile)
+            files.append({QStringLiteral("--standalone"), *m_options.standaloneFile});
+        if (m_options.dumpDocumentFile && m_document) {
+            const NamedFile dump{QStringLiteral("--dump-document"), *m_options.dumpDocumentFile};
+            if (auto error = clashOfOutput(dump, files))
+                return error;
+            if (auto error = refusalToWrite(QStringLiteral("document"), dump.path))
+                return error;
+            files.append(dump); // which may be the document that is read
+        }
+        if (m_options.documentFile)
+            files.append({QStringLiteral("--document"), *m_options.documentFile});
+        if (!m_options.profileFile)
+            return std::nullopt;
+        const NamedFile profile{QStringLiteral("--profile"), *m_options.profileFile};
+        if (auto error = clashOfOutput(profile, files))
+            return error;
+        return refusalToWrite(QStringLiteral("profile"), profile.path);
+    }
+
     QVariantMap context() const
     {
         return m_document ? contextWithDocument(m_options.context, m_document) : m_options.context;
     }
 
+    /// Null when no profile is wanted, or there cannot be one.
+    std::unique_ptr<ScriptProfiler> startProfiler() const
+    {
+        if (!m_options.profileFile)
+            return nullptr;
+        auto profiler = ScriptProfiler::start();
+        if (!profiler)
+            printToStandardError(
+                QStringLiteral("korvan-plugins: The script engine of this computer has no profiler, so "
+                               "that no profile is written."));
+        return profiler;
+    }
+
+    bool saveProfile(ScriptProfiler *profiler)
+    {
+        if (!profiler)
+            return true;
+        const auto &path = *m_options.profileFile;
+        const auto error = replaceFileAtomically(QFile::encodeName(path), profiler->profile());
+        if (error)
+            m_output.error(
+                QStringLiteral("Cannot write the profile \"%1\": %2").arg(path, error->localizedDescription));
+        return !error;
+    }
+
     QList<CommandResult> runHandlers()
     {
+        const auto tracer = m_options.trace ? std::make_unique<CallTracer>(m_output, *m_log) : nullptr;
         CommandRunner runner(m_session.manager(), *m_log, m_command);
         for (const auto &key : m_options.handlers)
             runner.run(key, context());
@@ -177,6 +266,7 @@ private:
         m_output.document({{QStringLiteral("runs"), runs}});
     }
 
+    const GlobalOptions &m_global;
     const RunOptions &m_options;
     Output &m_output;
     PluginSession m_session;

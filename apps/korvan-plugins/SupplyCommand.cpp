@@ -1,6 +1,7 @@
 #include "Commands.h"
 
 #include "LogCollector.h"
+#include "OutputFiles.h"
 #include "PluginSession.h"
 #include "TextTable.h"
 #include "Waiting.h"
@@ -52,7 +53,7 @@ public:
         if (!m_options.plugin)
             return list();
         const auto supplier = findSupplier();
-        if (!supplier || !loadDocument())
+        if (!supplier || !loadDocument() || !checkOutput())
             return ExitCode::Failed;
         const bool isDone = putIntoLayers(*supplier) && saveDocument();
         return isDone && !m_hasErrors ? ExitCode::Done : ExitCode::Failed;
@@ -64,7 +65,8 @@ private:
     void noteEntry(const QVariantMap &entry)
     {
         m_hasErrors = m_hasErrors || entry.value(QStringLiteral("level")).toString() == u"error";
-        printToStandardError(entry.value(QStringLiteral("stringValue")).toString());
+        m_latestText = entry.value(QStringLiteral("stringValue")).toString();
+        printToStandardError(m_latestText);
     }
 
     /// Runs what plug-ins with data do when the application starts, and waits for those that take their time.
@@ -148,7 +150,9 @@ private:
         QStringList names;
         for (const auto &supplier : std::as_const(suppliers))
             names.append(QStringLiteral("\"%1\"").arg(supplier.identifier));
-        if (suppliers.isEmpty())
+        if (!manager().plugins().contains(*m_options.plugin))
+            m_output.error(QStringLiteral("There is no plug-in \"%1\".").arg(*m_options.plugin));
+        else if (suppliers.isEmpty())
             m_output.error(QStringLiteral("The plug-in \"%1\" supplies no such data.").arg(*m_options.plugin));
         else
             m_output.error(QStringLiteral("The plug-in \"%1\" has several suppliers. Name one of them: %2.")
@@ -168,6 +172,16 @@ private:
         else
             m_output.error(document.error());
         return m_document != nullptr;
+    }
+
+    bool checkOutput()
+    {
+        if (!m_options.dumpDocumentFile)
+            return true;
+        const auto error = refusalToWrite(QStringLiteral("document"), *m_options.dumpDocumentFile);
+        if (error)
+            m_output.error(*error);
+        return !error;
     }
 
     /// The selected layers of the kind, or all of them where none is selected.
@@ -196,7 +210,9 @@ private:
         }
         const auto &values = **answer;
         if (!values) {
-            m_output.error(values.error());
+            const bool isShownAlready = values.error().localizedDescription == m_latestText; // as its log
+            if (m_output.isJSON() || !isShownAlready)
+                m_output.error(values.error());
             return false;
         }
         apply(supplier, layers, values.value());
@@ -210,7 +226,8 @@ private:
         for (qsizetype i = 0; i < std::min(layers.size(), values.size()); ++i) {
             const auto &layer = layers.at(i);
             const auto &value = values.at(i);
-            if (!value)
+            const bool isRemoved = !layer->document(); // while the plug-in was asked
+            if (!value || isRemoved)
                 continue;
             if (supplier.kind == DataSupplier::Kind::Text)
                 layer->setText(value);
@@ -240,6 +257,7 @@ private:
     const SupplyOptions &m_options;
     Output &m_output;
     bool m_hasErrors = false;
+    QString m_latestText;
     PluginSession m_session;
     std::shared_ptr<LogCollector> m_log;
     std::shared_ptr<Document> m_document;

@@ -1,5 +1,6 @@
 #include "TerminalPresenter.h"
 
+#include "NumberAnswer.h"
 #include "Output.h"
 
 #include <algorithm>
@@ -18,9 +19,12 @@ QStringList headLines(const UserMessage &message)
     return lines;
 }
 
-/// By its number from 1, or by its text.
+/// By its text, by its number from 1, or by its text in other cases: a list may hold numbers, and texts that differ in
+/// their cases only.
 std::optional<int> indexOf(const QString &answer, const QStringList &texts)
 {
+    if (const auto index = texts.indexOf(answer); index >= 0)
+        return int(index);
     bool isNumber = false;
     const int number = answer.toInt(&isNumber);
     if (isNumber && number >= 1 && number <= texts.size())
@@ -35,8 +39,10 @@ std::optional<int> indexOf(const QString &answer, const QStringList &texts)
 class ProgressLines final : public ProgressPresentation
 {
 public:
-    explicit ProgressLines(const ProgressTask &task)
+    /// `interruption` ends with it.
+    ProgressLines(const ProgressTask &task, std::shared_ptr<void> interruption)
         : m_head(headLines(task).first())
+        , m_interruption(std::move(interruption))
     { }
 
     void setText(const QString &text) override
@@ -68,6 +74,7 @@ private:
     }
 
     QString m_head;
+    std::shared_ptr<void> m_interruption;
     QString m_text;
     int m_tenths = -1;
 };
@@ -227,25 +234,30 @@ UserPresenter::PresentationPointer TerminalPresenter::askNumber(const NumberProm
         const auto text = line.trimmed();
         bool isNumber = text.isEmpty();
         const double number = isNumber ? prompt.value : text.toDouble(&isNumber);
-        const bool isAccepted =
-            isNumber && std::isfinite(number) && number >= prompt.minimum && number <= prompt.maximum;
-        if (isAccepted)
-            answered(number);
-        else if (isNumber)
-            printToStandardError(QStringLiteral("The number has to be at least %1 and at most %2.")
-                                     .arg(prompt.minimum, 0, 'g', 15)
-                                     .arg(prompt.maximum, 0, 'g', 15));
+        const auto refusal =
+            isNumber ? refusalOfNumber(prompt, number) : QStringLiteral("\"%1\" is no number.").arg(text);
+        if (refusal)
+            printToStandardError(*refusal);
         else
-            printToStandardError(QStringLiteral("\"%1\" is no number.").arg(text));
-        return isAccepted;
+            answered(number);
+        return !refusal;
     };
     return add(std::make_shared<Prompt>(Prompt{lines, accept, [answered] { answered(std::nullopt); }}));
 }
 
 std::unique_ptr<ProgressPresentation> TerminalPresenter::showProgress(
-    const ProgressTask &task, std::function<void()> /*cancelled*/)
+    const ProgressTask &task, std::function<void()> cancelled)
 {
-    auto lines = std::make_unique<ProgressLines>(task);
+    std::shared_ptr<void> interruption;
+    if (task.cancelling == ProgressTask::Cancelling::Offered) {
+        auto interruptions = m_interruptions.lock();
+        if (!interruptions)
+            m_interruptions = interruptions = std::make_shared<Interruptions>();
+        interruption = Interruptions::add(interruptions, [cancelled = std::move(cancelled)] {
+            printToStandardError(QStringLiteral("Asked to stop. Press Ctrl-C again to end at once."));
+            cancelled();
+        });
+    }
     printToStandardError(headLines(task).join(u'\n'));
-    return lines;
+    return std::make_unique<ProgressLines>(task, std::move(interruption));
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "InputLines.h"
+#include "Interruptions.h"
 #include "platform/UserPresenter.h"
 
 #include <deque>
@@ -21,7 +22,7 @@ public:
     PresentationPointer askText(const TextPrompt &prompt, Callback<QString> answered) override;
     PresentationPointer askNumber(const NumberPrompt &prompt, Callback<double> answered) override;
     PresentationPointer askChoice(const ChoicePrompt &prompt, Callback<int> answered) override;
-    /// Prints a line for each new text and each tenth of the way.
+    /// Prints a line for each new text and each tenth of the way. Ctrl-C asks to cancel; a second one ends the program.
     std::unique_ptr<ProgressPresentation> showProgress(
         const ProgressTask &task, std::function<void()> cancelled) override;
 
@@ -35,4 +36,6 @@ private:
 
     /// Shared with the presentations, which may outlive this object.
     std::shared_ptr<Queue> m_queue;
+    /// Kept by the progresses that can be cancelled.
+    std::weak_ptr<Interruptions> m_interruptions;
 };

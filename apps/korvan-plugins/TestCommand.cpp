@@ -79,6 +79,24 @@ void performAll(const TestSettings &settings, const LoadedFile &loaded, const Se
     }
 }
 
+bool hasTests(const LoadedFile &loaded)
+{
+    return !loaded.tests.isEmpty() || loaded.failure.has_value();
+}
+
+/// Why nothing was run, when nothing was; empty otherwise.
+QString reasonForNone(const std::vector<LoadedFile> &loaded, const Selection &selection, const QString &filter)
+{
+    if (std::none_of(loaded.begin(), loaded.end(), hasTests))
+        return QStringLiteral("There are no tests in the files: it('title', () => { … }) makes one.");
+    const bool hasMeant = std::any_of(loaded.begin(), loaded.end(), [&selection](const auto &file) {
+        return file.failure || std::any_of(file.tests.begin(), file.tests.end(), [&selection](const auto &description) {
+            return selection.isMeant(description);
+        });
+    });
+    return hasMeant ? QString() : QStringLiteral("No test has \"%1\" in its title.").arg(filter);
+}
+
 } // namespace
 
 ExitCode testPlugins(const GlobalOptions &options, const TestOptions &test, Output &output)
@@ -105,5 +123,7 @@ ExitCode testPlugins(const GlobalOptions &options, const TestOptions &test, Outp
     for (const auto &file : loaded)
         performAll(settings, file, selection, report);
     report.finish();
+    if (const auto reason = reasonForNone(loaded, selection, test.filter); !reason.isEmpty())
+        output.line(reason);
     return report.isGood() ? ExitCode::Done : ExitCode::Failed;
 }

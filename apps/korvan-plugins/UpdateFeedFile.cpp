@@ -1,10 +1,11 @@
 #include "UpdateFeedFile.h"
 
+#include "platform/AtomicFile.h"
 #include "platform/JSONText.h"
 #include "platform/OrderedDictionary.h"
 
+#include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QXmlStreamWriter>
 
 namespace {
@@ -55,8 +56,8 @@ std::optional<UpdateFeedFormat> updateFeedFormat(const QString &file)
 std::optional<KRError> writeUpdateFeed(const OfferedVersion &version, UpdateFeedFormat format, const QString &file)
 {
     const auto text = format == UpdateFeedFormat::JSON ? jsonFeed(version) : appcast(version);
-    QSaveFile target(file);
-    if (target.open(QIODevice::WriteOnly) && target.write(text) == text.size() && target.commit())
+    const auto error = replaceFileAtomically(QFile::encodeName(file), text);
+    if (!error)
         return std::nullopt;
-    return KRError{{}, 0, QStringLiteral("%1 cannot be written: %2.").arg(file, target.errorString())};
+    return KRError{{}, 0, QStringLiteral("%1 cannot be written: %2.").arg(file, error->localizedDescription)};
 }

@@ -6,6 +6,7 @@
 
 const host = require('host:data-supplier');
 const { describe, checkKeys, checkText, checkFunction } = require('./support/describe.js');
+const { checkImagePlace } = require('./support/image-place.js');
 
 const KINDS = ['text', 'image'];
 
@@ -17,32 +18,30 @@ function textOf(value, where) {
     }
 }
 
-function imageOf(value, where) {
-    if (typeof value !== 'string')
-        throw new TypeError(`${where} is ${describe(value)}, but has to be the path or URL of an image.`);
-    if (!/^(?:\/|file:|https?:|data:image\/)/.test(value)) {
-        throw new TypeError(`${where} is ${describe(value)}, but has to be a whole path or a URL. Files of the plug-in `
-            + "are at `${__dirname}/…`.");
+// What is told of an error, which may be anything that was thrown.
+function textOfError(error) {
+    try {
+        return error instanceof Error ? `${error.name}: ${error.message}` : String(error);
+    } catch {
+        return 'it has thrown something that is no error and has no text.';
     }
-    return value;
 }
 
-/** One value, or null, for each layer, from what a supplier has answered. */
-function valuesFor(layers, answer, kind, name) {
-    const convert = kind === 'text' ? textOf : imageOf;
+/** One value, or null, for each layer, from what a supplier has answered. The host names it before what is wrong. */
+function valuesFor(layers, answer, kind) {
+    const convert = kind === 'text' ? textOf : checkImagePlace;
     const named = (value, what) => (value === null || value === undefined ? null
-        : convert(value, `The ${what} that the supplier "${name}" has answered`));
+        : convert(value, `The ${what} that it has answered`));
     if (Array.isArray(answer)) {
         if (answer.length > layers.length) {
-            throw new RangeError(
-                `The supplier "${name}" has answered ${answer.length} values for ${layers.length} layers.`);
+            throw new RangeError(`It has answered ${answer.length} values for ${layers.length} layers.`);
         }
         return layers.map((_, index) => named(answer[index], `value ${index}`));
     }
     const entries = answer instanceof Map ? [...answer]
         : typeof answer === 'object' && answer !== null ? Object.entries(answer) : undefined;
     if (entries === undefined) {
-        throw new TypeError(`The supplier "${name}" has to answer an array with a value for each layer, or an object `
+        throw new TypeError(`It has to answer an array with a value for each layer, or an object `
             + `with values under the layers' ids, but has answered ${describe(answer)}.`);
     }
     const byID = new Map(entries.map(([key, value]) => [typeof key === 'string' ? key : key?.id, value]));
@@ -66,9 +65,9 @@ function register(options) {
         try {
             const { from } = require('korvan/dom');
             const layers = Object.freeze(objects.map(from));
-            answer(valuesFor(layers, await supply({ layers, count: layers.length }), kind, name), null);
+            answer(valuesFor(layers, await supply({ layers, count: layers.length }), kind), null);
         } catch (error) {
-            answer(null, error instanceof Error ? `${error.name}: ${error.message}` : String(error));
+            answer(null, textOfError(error));
         }
     });
 }

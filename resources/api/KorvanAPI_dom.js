@@ -6,10 +6,14 @@
 'use strict';
 
 const host = require('host:documents');
-const { describe, article, suggestion, checkKeys, checkText, checkNumber } = require('./support/describe.js');
+const { describe, shortened, article, suggestion, checkKeys, checkText, checkNumber } = require('./support/describe.js');
+const { checkImagePlace } = require('./support/image-place.js');
 const { compileSelector } = require('./support/selector.js');
 const { LayerTable } = require('./support/layer-table.js');
 const { liveView } = require('./support/live-view.js');
+const { inspectable, inspectableAs } = require('../modules/support/inspectable.js');
+const named = require('../modules/support/names.js');
+const { refuseUnknownNames } = require('./support/strict.js');
 
 const FRAME_KEYS = ['x', 'y', 'width', 'height'];
 const CREATE_KEYS = ['type', 'name', 'frame', 'style', 'text', 'image', 'children', 'index'];
@@ -59,13 +63,39 @@ function checkLayer(value, what) {
 
 // Finding -----------------------------------------------------------------------------------------------------------
 
-/** The layers in a document or group that a selector or a function means, at most so many. */
+// The layers in a document or group that a selector or a function means, at most so many. A removed group is in no
+// document.
 function layersMeant(root, document, selector, most, caller) {
     if (typeof selector === 'function')
         return layersThat(selector, root, most);
-    const { keys, rowsIn } = compileSelector(checkText(selector, `What ${caller} looks for, a selector or a function,`));
-    const table = new LayerTable(host, root.hostObject, document.hostObject, keys);
+    if (typeof selector !== 'string')
+        throw new TypeError(`${caller} takes a selector or a function, but was given ${describe(selector)}.`);
+    const { id, keys, types, rowsIn } = compileSelector(selector);
+    checkTypes(document, types, selector);
+    if (id !== undefined && document)
+        return layersOfID(root, document, id);
+    const table = new LayerTable(host, root.hostObject, document?.hostObject, keys);
     return wrapAll(host.layersAt(rowsIn(table, table.first, most)));
+}
+
+// Without a look at all layers.
+function layersOfID(root, document, id) {
+    const layer = document.layerWithID(id);
+    if (layer === null)
+        return [];
+    let around = layer.group;
+    while (root !== document && around !== root && around !== null)
+        around = around.group;
+    return around === null && root !== document ? [] : [layer];
+}
+
+function checkTypes(document, asked, selector) {
+    const types = asked.length > 0 ? document?.hostObject.layerTypes?.() : undefined;
+    const unknown = types === undefined ? undefined : asked.find((type) => !types.includes(type));
+    if (unknown !== undefined) {
+        throw new TypeError(`The selector "${shortened(selector, 100)}" asks for the type "${unknown}", which no layer has.`
+            + `${suggestion(unknown, types)} There are: ${types.join(', ')}.`);
+    }
 }
 
 function layersThat(isMeant, root, most) {
@@ -112,6 +142,8 @@ function checkStyleValue(key, value) {
         throw new TypeError(`The style's "${key}" has to be a text, a number or a boolean, but is ${describe(value)}. `
             + 'Delete the key to take it out of the style.');
     }
+    if (key === 'opacity' && !(typeof value === 'number' && value >= 0 && value <= 1))
+        throw new RangeError(`The style's "opacity" has to be a number from 0 to 1, but is ${describe(value)}.`);
 }
 
 function checkFrame(frame) {
@@ -155,13 +187,15 @@ function checkValues(document, values) {
         throw new TypeError(`The children of a new group have to be an array, but are ${describe(children)}.`);
     if (children.length > 0 && type !== 'group')
         throw new TypeError(`Only groups have children; this is ${article(type)} layer.`);
-    return { checked, children: children.map((child) => checkValues(document, child)) };
+    return { checked, children: Array.from(children, (child) => checkValues(document, child)) };
 }
 
 function checkContent(type, key, value) {
     if (type !== key)
         throw new TypeError(`Only ${key} layers have ${article(key)}; this is ${article(type)} layer.`);
-    return value === null && key === 'image' ? null : checkText(value, `The ${key} of a layer`);
+    if (key === 'text')
+        return checkText(value, 'The text of a layer');
+    return value === null ? null : checkImagePlace(value, 'The image of a layer');
 }
 
 function createIn(document, group, values) {
@@ -231,6 +265,11 @@ class Document {
 
 // Layers --------------------------------------------------------------------------------------------------------------
 
+function errorOfRemoved(name) {
+    return new Error(`The layer${name} was removed from its document. Ask isRemoved before using a layer that was `
+        + 'kept, or look for it again with find().');
+}
+
 class Layer {
     #object;
     #frame;
@@ -298,7 +337,7 @@ class Layer {
         const document = this.#ask((object) => object.document());
         return document ? wrap(document) : null;
     }
-    get index() { return this.parent === null ? -1 : this.parent.children.indexOf(this); }
+    get index() { return this.parent?.hostObject.layers().indexOf(this.#object) ?? -1; }
     get isRemoved() {
         try {
             return !this.#object.document();
@@ -307,11 +346,12 @@ class Layer {
         }
     }
 
-    get isSelected() { return this.document?.selection.includes(this) ?? false; }
+    get isSelected() { return this.document?.hostObject.selection().includes(this.#object) ?? false; }
     set isSelected(selected) {
-        this.#attached();
-        const others = this.document.selection.filter((layer) => layer !== this);
-        this.document.selection = selected ? [...others, this] : others;
+        const object = this.#attached();
+        const document = object.document();
+        const others = document.selection().filter((other) => other !== object);
+        document.setSelection(selected ? [...others, object] : others);
     }
 
     create(values) {
@@ -333,6 +373,8 @@ class Layer {
         if (target === undefined)
             throw new TypeError(`A layer moves into a group or its document, but was given ${describe(parent)}.`);
         const at = checkIndex(index);
+        if (target instanceof Layer)
+            target.#attached();
         if (target instanceof Document ? target !== this.document : target.document !== this.document)
             throw new Error(`${this} cannot be moved to another document. Create a layer there instead.`);
         if (target instanceof Document) {
@@ -376,7 +418,7 @@ class Layer {
             return question(this.#object);
         } catch (error) {
             if (this.isRemoved)
-                throw Layer.#removed('');
+                throw errorOfRemoved('');
             throw error;
         }
     }
@@ -390,14 +432,9 @@ class Layer {
             } catch {
                 // it has gone with the layer
             }
-            throw Layer.#removed(name);
+            throw errorOfRemoved(name);
         }
         return this.#object;
-    }
-
-    static #removed(name) {
-        return new Error(`The layer${name} was removed from its document. Ask isRemoved before using a layer that was `
-            + 'kept, or look for it again with find().');
     }
 
     #checkGroup(caller) {
@@ -408,9 +445,15 @@ class Layer {
     }
 }
 
+inspectable(Document, ['name', 'children']);
+inspectableAs(Layer, (layer, inspect) => inspect(layer.isRemoved ? { isRemoved: true } : layer.toJSON()));
+
+const advice = ' Values of your own are kept with of() of "korvan/settings".';
+refuseUnknownNames(Document, 'document', advice);
+refuseUnknownNames(Layer, 'layer', advice);
+
 module.exports = {
-    Document,
-    Layer,
+    ...named({ Document, Layer }),
 
     /** All open documents. */
     documents: () => wrapFrozen(host.documents()),

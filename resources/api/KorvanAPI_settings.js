@@ -5,24 +5,56 @@
 const host = require('host:settings');
 const { describe, checkText } = require('./support/describe.js');
 
+function wordsFor(instance) {
+    if (instance instanceof Date)
+        return 'a Date (keep its toISOString())';
+    return instance instanceof Promise ? describe(instance) : 'an instance of a class';
+}
+
+// As deep as values go to the application.
+const DEEPEST_NESTING = 499;
+
+const isPlain = (object) => [Object.prototype, null].includes(Object.getPrototypeOf(object));
+
 /** Says where in a value something is that JSON cannot hold; undefined when there is nothing. */
 function findInvalid(value, path, outer) {
     switch (typeof value) {
-    case 'string': case 'boolean': return undefined;
+    case 'string': return value.isWellFormed() ? undefined : `${path} has half of a character in it`;
+    case 'boolean': return undefined;
     case 'number': return Number.isFinite(value) ? undefined : `${path} is ${value}`;
-    case 'object': break;
+    case 'object': return value === null ? undefined : findInvalidPart(value, path, outer);
     default: return `${path} is ${describe(value)}`;
     }
-    if (value === null)
-        return undefined;
-    if (outer.includes(value))
+}
+
+// `outer` are the objects around this one.
+function findInvalidPart(object, path, outer) {
+    if (outer.has(object))
         return `${path} is inside itself`;
-    const prototype = Object.getPrototypeOf(value);
-    if (!Array.isArray(value) && prototype !== Object.prototype && prototype !== null)
-        return `${path} is ${value instanceof Date ? 'a Date (keep its toISOString())' : 'an instance of a class'}`;
-    for (const key of Object.keys(value)) {
-        const part = Array.isArray(value) ? `${path}[${key}]` : `${path}.${key}`;
-        const invalid = findInvalid(value[key], part, [...outer, value]);
+    if (outer.size >= DEEPEST_NESTING)
+        return `it is nested more than ${DEEPEST_NESTING} levels deep`;
+    if (!Array.isArray(object) && !isPlain(object))
+        return `${path} is ${wordsFor(object)}`;
+    outer.add(object);
+    const invalid = Array.isArray(object) ? findInvalidElement(object, path, outer) : findInvalidMember(object, path, outer);
+    outer.delete(object);
+    return invalid;
+}
+
+function findInvalidElement(array, path, outer) {
+    for (let i = 0; i < array.length; ++i) {
+        const part = `${path}[${i}]`;
+        const invalid = i in array ? findInvalid(array[i], part, outer) : `${part} is a gap in the array`;
+        if (invalid !== undefined)
+            return invalid;
+    }
+    return undefined;
+}
+
+function findInvalidMember(object, path, outer) {
+    for (const key of Object.keys(object)) {
+        const invalid = key.isWellFormed() ? findInvalid(object[key], `${path}.${key}`, outer)
+            : `a key in ${path} has half of a character in it`;
         if (invalid !== undefined)
             return invalid;
     }
@@ -32,13 +64,15 @@ function findInvalid(value, path, outer) {
 function checkKey(key) {
     if (checkText(key, 'The key of a setting') === '')
         throw new TypeError('The key of a setting cannot be empty.');
+    if (!key.isWellFormed())
+        throw new TypeError('The key of a setting has half of a character in it.');
     return key;
 }
 
 function checkValue(key, value) {
     if (value === undefined)
         throw new TypeError(`The setting "${key}" cannot be undefined. Use delete('${key}') to remove it.`);
-    const invalid = findInvalid(value, key, []);
+    const invalid = findInvalid(value, key, new Set());
     if (invalid !== undefined) {
         throw new TypeError(`The setting "${key}" cannot be kept: ${invalid}. Settings are texts, numbers, booleans, `
             + 'null, and arrays and plain objects of them.');
@@ -67,8 +101,11 @@ class Settings {
 
     /** Sets all values of an object at once. */
     update(values) {
-        if (typeof values !== 'object' || values === null || Array.isArray(values))
-            throw new TypeError(`update() takes an object with the new values, but was given ${describe(values)}.`);
+        if (typeof values !== 'object' || values === null || !isPlain(values)) {
+            const given = typeof values !== 'object' || values === null || Array.isArray(values) ? describe(values)
+                : wordsFor(values);
+            throw new TypeError(`update() takes a plain object with the new values, but was given ${given}.`);
+        }
         for (const key of Object.keys(values))
             checkValue(checkKey(key), values[key]);
         this.#write(values);
@@ -101,5 +138,9 @@ settings.of = function of(owner) {
             host.setValueOn(object, key, changes[key]);
     });
 };
+
+// Scripts take functions out of modules: const { get, set } = require('korvan/settings').
+for (const name of ['get', 'has', 'set', 'update', 'delete', 'clear', 'keys', 'all'])
+    Object.defineProperty(settings, name, { value: settings[name].bind(settings) });
 
 module.exports = settings;

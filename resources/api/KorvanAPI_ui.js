@@ -5,6 +5,8 @@
 
 const host = require('host:user-interface');
 const { describe, checkKeys, checkText, checkNumber, checkFunction } = require('./support/describe.js');
+const { inspectable } = require('../modules/support/inspectable.js');
+const { refuseUnknownNames } = require('./support/strict.js');
 
 const STYLES = ['information', 'warning', 'critical'];
 
@@ -18,9 +20,9 @@ function optionsOf(options, keys, caller) {
 
 function checkTexts(texts, what) {
     if (!Array.isArray(texts) || texts.length === 0)
-        throw new TypeError(`${what} have to be an array with at least one text, but are ${describe(texts)}.`);
-    texts.forEach((text) => checkText(text, `Each of ${what.toLowerCase()}`));
-    return texts;
+        throw new TypeError(`${what} have to be an array with at least one text, but are ${
+            Array.isArray(texts) ? 'an empty one' : describe(texts)}.`);
+    return Array.from(texts, (text) => checkText(text, `Each of ${what.toLowerCase()}`));
 }
 
 function checkOneOf(value, texts, what) {
@@ -33,6 +35,9 @@ function answerOf(ask, convert = (answer) => answer) {
     return new Promise((resolve) => { ask((answer) => resolve(answer === null ? null : convert(answer))); });
 }
 
+// Who has it may make the objects of this module.
+const maker = Symbol('maker');
+
 /** Something that takes a while, as the user sees it. */
 class Progress {
     #presentation;
@@ -42,7 +47,9 @@ class Progress {
     #isCancelled = false;
     #onCancel = null;
 
-    constructor(options) {
+    constructor(key, options) {
+        if (key !== maker)
+            throw new TypeError('A script cannot make a progress with new. Use progress() or withProgress().');
         const { total = 0, text, cancellable = true, ...rest } = options;
         this.#total = total;
         this.#text = text;
@@ -87,11 +94,14 @@ class Progress {
     get [Symbol.toStringTag]() { return 'Progress'; }
 }
 
+inspectable(Progress, ['text', 'value', 'total', 'isCancelled']);
+refuseUnknownNames(Progress, 'progress');
+
 function progress(options) {
     const given = optionsOf(options, ['total', 'cancellable'], 'progress()');
     if (given.total !== undefined)
         checkNumber(given.total, 'The total of progress()');
-    return new Progress(given);
+    return new Progress(maker, given);
 }
 
 module.exports = {
@@ -127,7 +137,12 @@ module.exports = {
             checkNumber(number, `The ${key} of askNumber()`);
         if (minimum > maximum)
             throw new RangeError(`The minimum of askNumber() (${minimum}) is above its maximum (${maximum}).`);
-        const bounded = Math.min(Math.max(value, minimum), maximum);
+        if (!(Number.isInteger(decimals) && decimals >= 0 && decimals <= 15)) {
+            throw new RangeError(
+                `The decimals of askNumber() have to be a whole number from 0 to 15, but are ${decimals}.`);
+        }
+        const rounded = Math.abs(value) < 1e12 ? Number(value.toFixed(decimals)) : value;
+        const bounded = Math.min(Math.max(rounded, minimum), maximum);
         return answerOf((done) => host.askNumber({ ...given, value: bounded, minimum, maximum, decimals }, done));
     },
 

@@ -1,5 +1,6 @@
 const named = require('./support/names');
 const { checkType } = require('./support/arguments');
+const { coded } = require('./support/codes');
 const buffer = require('npm:buffer');
 const { Buffer } = buffer;
 
@@ -49,7 +50,8 @@ function checkPlace(value, name) {
         throw Object.assign(error, { code: 'ERR_OUT_OF_RANGE' });
     }
 }
-for (const name of Object.keys(Buffer.prototype).filter((key) => /^(?:read|write)(?:Big)?(?:U?[iI]nt|Float|Double)/.test(key))) {
+const isNumeric = (name) => /^(?:read|write)(?:Big)?(?:U?[iI]nt|Float|Double)/.test(name);
+for (const name of Object.keys(Buffer.prototype).filter(isNumeric)) {
     const original = Buffer.prototype[name];
     const places = name.startsWith('read') ? 0 : 1; // before them is the value
     Buffer.prototype[name] = function (...values) {
@@ -60,6 +62,11 @@ for (const name of Object.keys(Buffer.prototype).filter((key) => /^(?:read|write
 }
 for (const name of ['readBigUInt64LE', 'readBigUInt64BE', 'writeBigUInt64LE', 'writeBigUInt64BE'])
     Buffer.prototype[name.replace('UInt', 'Uint')] = Buffer.prototype[name];
+
+// The package's errors have no codes.
+coded(Buffer, ['alloc', 'allocUnsafe', 'allocUnsafeSlow', 'byteLength', 'compare', 'concat', 'from']);
+coded(Buffer.prototype, ['compare', 'equals', 'fill', 'toString', ...Object.keys(Buffer.prototype).filter(isNumeric)]);
+coded(Buffer.prototype, ['swap16', 'swap32', 'swap64'], { RangeError: 'ERR_INVALID_BUFFER_SIZE' });
 
 const constants = { MAX_LENGTH: buffer.kMaxLength, MAX_STRING_LENGTH: 0x3fffffff };
 

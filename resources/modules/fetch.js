@@ -1,6 +1,8 @@
 // fetch over the application's own transfers. Bodies are held in memory: texts, bytes and URLSearchParams, no streams.
 const named = require('./support/names');
 const { Headers, Request, Response, received, takeBody, headersOf, fieldsOfServer } = require('./support/messages');
+const { inspectable, inspectableAs } = require('./support/inspectable');
+const dataOf = require('./support/data-url');
 const service = require('host:fetch');
 
 function failure(url, reason) {
@@ -10,7 +12,7 @@ function failure(url, reason) {
 function responseFrom(answer, request) {
     const isWithoutBody = [204, 205, 304].includes(answer.status) || request.method === 'HEAD';
     const response = new Response(isWithoutBody ? null : answer.body,
-        { status: answer.status, headers: fieldsOfServer(answer.headers) });
+        { status: answer.status, statusText: answer.statusText, headers: fieldsOfServer(answer.headers) });
     return received(response, answer.url, answer.url !== request.url.replace(/#.*$/, ''));
 }
 
@@ -23,6 +25,16 @@ function answered(request, reason, answer) {
     if (reason !== null)
         throw failure(request.url, reason);
     return responseFrom(answer, request);
+}
+
+// Without asking anybody.
+function responseOfData(request) {
+    const data = dataOf(request.url);
+    if (data === undefined)
+        throw failure(request.url.slice(0, 100), 'What follows "data:" is wrong.');
+    const response = new Response(request.method === 'HEAD' ? null : data.bytes,
+        { status: 200, statusText: 'OK', headers: { 'content-type': data.type } });
+    return received(response, request.url.replace(/#.*$/s, ''), false);
 }
 
 function send(request, resolve, reject) {
@@ -49,6 +61,10 @@ function fetch(input, options) {
     return new Promise((resolve, reject) => {
         const request = new Request(input, options);
         request.signal.throwIfAborted();
+        if (request.url.startsWith('data:')) {
+            resolve(responseOfData(request));
+            return;
+        }
         try {
             send(request, resolve, reject);
         } catch (error) {
@@ -56,5 +72,9 @@ function fetch(input, options) {
         }
     });
 }
+
+inspectableAs(Headers, (headers, inspect) => inspect(Object.fromEntries(headers)));
+inspectable(Request, ['method', 'url', 'headers', 'redirect', 'bodyUsed']);
+inspectable(Response, ['status', 'statusText', 'headers', 'redirected', 'url', 'bodyUsed']);
 
 module.exports = named({ fetch, Headers, Request, Response });

@@ -1,4 +1,5 @@
 const path = require('npm:path-browserify');
+const { coded } = require('./support/codes');
 const { format } = path;
 
 // What node's "path" has learnt since the package was written.
@@ -8,5 +9,7 @@ path.format = function (parts) {
     return format(parts);
 };
 path.toNamespacedPath = (name) => name;
+
+coded(path, ['basename', 'dirname', 'extname', 'format', 'isAbsolute', 'join', 'normalize', 'parse', 'relative', 'resolve']);
 
 module.exports = path;

@@ -1,4 +1,5 @@
 const { parse, stringify } = require('npm:fast-querystring');
+const { coded } = require('./support/codes');
 const general = require('npm:querystring');
 
 // One package is as node is, but knows no separators other than "&" and "="; another knows those.
@@ -22,8 +23,11 @@ function unescape(text) {
     }
 }
 
+const escaping = { escape: (text) => encodeURIComponent(text) };
+coded(escaping, ['escape'], { TypeError: undefined });
+
 module.exports = {
     parse: parseQuery, decode: parseQuery,
     stringify: stringifyQuery, encode: stringifyQuery,
-    escape: (text) => encodeURIComponent(text), unescape,
+    escape: escaping.escape, unescape,
 };

@@ -4,6 +4,7 @@
 
 const service = require('host:testing');
 const { expect, assert } = require('npm:chai');
+const { checkKeys, suggestion } = require('../api/support/describe');
 const { structuredPatch } = require('npm:diff');
 
 // Registering -------------------------------------------------------------------------------------------------------
@@ -43,6 +44,8 @@ function addTest(mode, title, body) {
     checkTitle(title, 'it');
     if (body !== undefined)
         checkBody(body, 'it');
+    if (/^(?:async\s+)?(?:function\b[^(]*)?\(?\s*done\b/.test(String(body)))
+        throw new TypeError('Tests have no done(): the function of it() returns a promise, or is async.');
     tests.push({ title, body, suite, mode: body === undefined ? 'skip' : mode, place: new Error(title) });
 }
 
@@ -97,12 +100,24 @@ function textOf(value) {
     return require('util').inspect(value, { depth: 12, sorted: true, compact: false, maxArrayLength: 1000 });
 }
 
+// Finding all differences takes long when there are many.
+const MOST_EDITS = 400;
+
+function firstDifferenceOf(expected, actual) {
+    const line = expected.findIndex((text, i) => text !== actual[i]);
+    const lines = (sign, texts) => texts.slice(line, line + 3).map((text) => sign + text);
+    return [...lines('-', expected), ...lines('+', actual), '  ...'].join('\n');
+}
+
 // What was expected and what came instead, line by line; null when the error does not say.
 function differenceOf(error) {
     if (typeof error !== 'object' || error === null || !('actual' in error && 'expected' in error))
         return null;
     const [expected, actual] = [error.expected, error.actual].map((value) => textOf(value) + '\n');
-    const { hunks } = structuredPatch('', '', expected, actual, '', '', { context: 3 });
+    const patch = structuredPatch('', '', expected, actual, '', '', { context: 3, maxEditLength: MOST_EDITS });
+    if (patch === undefined)
+        return firstDifferenceOf(expected.split('\n'), actual.split('\n'));
+    const { hunks } = patch;
     return hunks.length === 0 ? null : hunks.map(({ lines }) => lines.join('\n')).join('\n  ...\n');
 }
 
@@ -136,7 +151,7 @@ async function runTest(test, context) {
         await attempt(hook);
     if (failures.length > 0) {
         service.failed(differenceOf(failures[0]));
-        throw failures[0];
+        throw failures[0] ?? Object.assign(test.place, { message: `The test has thrown ${failures[0]}.` });
     }
 }
 
@@ -153,12 +168,15 @@ async function perform(context, require) {
     if (test === undefined)
         throw new Error('The file has other tests each time it is loaded.');
     await runTest(test, context);
+    await new Promise((resolve) => { service.afterwards(resolve); });
     service.passed();
 }
 
 // The host ----------------------------------------------------------------------------------------------------------
 
-function runCommand(identifier, { handler = 'run', context = {} } = {}) {
+function runCommand(identifier, options = {}) {
+    checkKeys(options, ['handler', 'context'], 'runCommand()');
+    const { handler = 'run', context = {} } = options;
     return new Promise((resolve, reject) => {
         const caller = new Error();
         service.runCommand(String(identifier), String(handler), context, (reason, result) => {
@@ -167,6 +185,32 @@ function runCommand(identifier, { handler = 'run', context = {} } = {}) {
             caller.message = reason;
             reject(caller);
         });
+    });
+}
+
+// As the application does when it starts.
+async function registerSuppliers() {
+    for (const identifier of service.startupCommands())
+        await runCommand(identifier, { handler: 'Startup' });
+}
+
+async function supplyData(supplier, layers) {
+    const caller = new Error();
+    const { activeDocument, from } = require('korvan/dom');
+    const objects = (layers ?? activeDocument().layers).map((layer) => from(layer).hostObject);
+    if (service.suppliers().length === 0)
+        await registerSuppliers();
+    return new Promise((resolve, reject) => {
+        const fail = (reason) => {
+            caller.message = reason;
+            reject(caller);
+        };
+        try {
+            service.supplyData(String(supplier), objects,
+                (reason, values) => (reason === null ? resolve(values) : fail(reason)));
+        } catch (error) {
+            fail(error.message);
+        }
     });
 }
 
@@ -181,11 +225,17 @@ const clock = {
 
 const user = {
     answer(...answers) { service.answer(answers); },
+    cancelProgress() {
+        if (!service.cancelProgress())
+            throw new Error('There is no progress that the user could cancel.');
+    },
     get shown() { return service.shown(); },
 };
 
 const network = {
-    answer(url, { status = 200, headers = {}, body = '', error = null } = {}) {
+    answer(url, options = {}) {
+        checkKeys(options, ['status', 'headers', 'body', 'error'], 'network.answer()');
+        const { status = 200, headers = {}, body = '', error = null } = options;
         const isText = typeof body === 'string';
         const fields = isText ? headers : { 'content-type': 'application/json', ...headers };
         service.answerRequest(String(url), {
@@ -195,13 +245,29 @@ const network = {
     get requests() { return service.requests(); },
 };
 
+function openValues(document) {
+    service.openDocument(JSON.stringify(document));
+    const { activeDocument } = require('korvan/dom');
+    checkTypes(document.layers ?? [], activeDocument().hostObject.layerTypes());
+}
+
+function checkTypes(layers, types) {
+    for (const { type, layers: inside } of layers) {
+        if (type !== undefined && !types.includes(type)) {
+            throw new TypeError(`openDocument() knows no type "${type}" of layers.${suggestion(type, types)} `
+                + `There are: ${types.join(', ')}.`);
+        }
+        checkTypes(inside ?? [], types);
+    }
+}
+
 module.exports = {
-    ...globals, perform, runCommand, clock, user, network,
+    ...globals, perform, runCommand, supplyData, clock, user, network,
     openDocument: (document = {}) => {
         if (typeof document === 'string')
             service.openDocumentFile(document);
         else
-            service.openDocument(JSON.stringify(document));
+            openValues(document);
     },
     snapshot: () => JSON.parse(service.snapshot()),
     undo: () => service.undo(),

@@ -1,4 +1,5 @@
 // Node's "util". What it consists of is loaded when it is first asked for: most scripts want one function of it.
+const { checkType } = require('./support/arguments');
 const lazily = require('./support/lazily');
 
 const custom = Symbol.for('nodejs.util.promisify.custom');
@@ -16,7 +17,8 @@ const load = {
 };
 
 function promisify(original) {
-    const own = typeof original === 'function' ? original[custom] : undefined;
+    checkType(original, 'original', 'function');
+    const own = original[custom];
     return typeof own === 'function' ? own : require('./util-full').promisify(original);
 }
 promisify.custom = custom;

@@ -118,6 +118,11 @@ declare module 'korvan/testing' {
 
     /** Runs a command of the plug-in in a session of its own. Rejects when the command throws. */
     export function runCommand(identifier: string, options?: { handler?: string; context?: object }): Promise<Finished>;
+    /**
+     * Asks a supplier of the plug-in, by its id or name, for values for layers (all of the document without them): a text
+     * or null for each. Runs the plug-in's handlers for "Startup" first, unless they have run. Rejects when it fails.
+     */
+    export function supplyData(supplier: string, layers?: readonly object[]): Promise<(string | null)[]>;
     /** Makes a document from its values, or from a JSON file beside the test, the open one. */
     export function openDocument(document?: object | string): void;
     /** The document as plain values. */
@@ -137,6 +142,8 @@ declare module 'korvan/testing' {
     export const user: {
         /** Answers for the next questions: a button's or choice's text, a text, a number, null to close it. */
         answer(...answers: (string | number | null)[]): void;
+        /** Asks to stop what shows a progress. */
+        cancelProgress(): void;
         /** What the user has seen. */
         readonly shown: any[];
     };

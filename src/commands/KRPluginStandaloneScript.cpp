@@ -26,6 +26,12 @@ const auto functionTemplate = QStringLiteral("          var %1 = function(contex
                                              "          };\n"
                                              "          ");
 
+/// What a template has behind the text that takes a place in it.
+int charactersBehind(const QString &place, const QString &text)
+{
+    return int(text.size() - text.indexOf(place) - place.size());
+}
+
 } // namespace
 
 KRPluginStandaloneScript::KRPluginStandaloneScript(const QByteArray &path)
@@ -56,7 +62,9 @@ QByteArray KRPluginStandaloneScript::scriptBytes() const
 
 SourceOffset KRPluginStandaloneScript::sourceOffset() const
 {
-    return {6, 25};
+    static const int trailing =
+        charactersBehind(QStringLiteral("%1"), bodyTemplate) + charactersBehind(QStringLiteral("%2"), functionTemplate);
+    return {6, 25, trailing};
 }
 
 QString KRPluginStandaloneScript::handler() const

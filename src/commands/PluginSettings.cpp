@@ -3,6 +3,7 @@
 #include "platform/AtomicFile.h"
 #include "platform/FileReading.h"
 #include "platform/FileURL.h"
+#include "platform/FolderLock.h"
 #include "platform/JSONText.h"
 #include "platform/JSONValidity.h"
 #include "platform/LTAppEnvironment.h"
@@ -10,6 +11,8 @@
 #include <QCryptographicHash>
 
 #include <cerrno>
+#include <chrono>
+#include <filesystem>
 #include <unistd.h>
 
 namespace {
@@ -34,6 +37,44 @@ std::optional<QVariantMap> readValues(const QByteArray &path, const QString &ide
     if (root.value(identifierKey) != identifier || values.typeId() != QMetaType::QVariantMap)
         return std::nullopt;
     return values.toMap();
+}
+
+KRError writingError(const QByteArray &path, const QString &reason)
+{
+    return settingsError(
+        QStringLiteral("The settings cannot be written to \"%1\": %2").arg(QString::fromUtf8(path), reason));
+}
+
+/// Keeps other processes from changing settings between what is read and what is written.
+Result<FolderLock> lockFolderOf(const QByteArray &path)
+{
+    constexpr std::chrono::seconds longestWait(5); // one change takes milliseconds
+    const auto folder = pathWithoutLastComponent(path);
+    std::error_code ignored; // locking the folder tells it better
+    std::filesystem::create_directories(folder.toStdString(), ignored);
+    auto lock = FolderLock::lock(folder, longestWait);
+    if (lock)
+        return lock;
+    if (lock.error().code == EWOULDBLOCK) {
+        return writingError(path,
+            QStringLiteral("another process has been changing settings there for too long. Try again, or end that "
+                           "process."));
+    }
+    return writingError(path, lock.error().localizedDescription);
+}
+
+/// Says where it is from now on: its plug-in goes on without what it kept.
+std::optional<KRError> putAsideUnreadableFile(const QByteArray &path)
+{
+    const auto kept = keepUnreadableFile(path);
+    if (!kept)
+        return writingError(path, kept.error().localizedDescription);
+    if (!kept.value().isEmpty()) {
+        LTAppEnvironment::current().systemLog(
+            QStringLiteral("The settings file \"%1\" cannot be read and is kept as \"%2\".")
+                .arg(QString::fromUtf8(path), QString::fromUtf8(kept.value())));
+    }
+    return std::nullopt;
 }
 
 } // namespace
@@ -75,6 +116,15 @@ void PluginSettings::refresh()
     m_values = values.value_or(QVariantMap());
 }
 
+std::optional<KRError> PluginSettings::refusalToKeep(const QString &key, const QVariant &value)
+{
+    if (isValidJSONValue(value) && isValidJSONText(key))
+        return std::nullopt;
+    return settingsError(QStringLiteral("The setting \"%1\" cannot be kept: settings are texts, numbers, "
+                                        "booleans, null, and arrays and plain objects of them.")
+                             .arg(key));
+}
+
 QVariantMap PluginSettings::values()
 {
     refresh();
@@ -85,6 +135,9 @@ std::optional<KRError> PluginSettings::setValues(const QVariantMap &changes)
 {
     if (m_path.isEmpty())
         return settingsError(QStringLiteral("This application keeps no settings: it has no folder for them."));
+    const auto lock = lockFolderOf(m_path);
+    if (!lock)
+        return lock.error();
     refresh();
     auto values = m_values;
     for (auto change = changes.begin(); change != changes.end(); ++change) {
@@ -92,11 +145,8 @@ std::optional<KRError> PluginSettings::setValues(const QVariantMap &changes)
             values.remove(change.key());
             continue;
         }
-        if (!isValidJSONValue(*change) || !isValidJSONText(change.key())) {
-            return settingsError(QStringLiteral("The setting \"%1\" cannot be kept: settings are texts, numbers, "
-                                                "booleans, null, and arrays and plain objects of them.")
-                                     .arg(change.key()));
-        }
+        if (auto refusal = refusalToKeep(change.key(), *change))
+            return refusal;
         values.insert(change.key(), *change);
     }
     if (values == m_values)
@@ -106,15 +156,15 @@ std::optional<KRError> PluginSettings::setValues(const QVariantMap &changes)
     if (bytes.size() > largestSize) {
         return settingsError(
             QStringLiteral("The settings of a plug-in hold at most %1 bytes as JSON, which these would exceed. Keep "
-                           "larger things in files, and their paths in the settings.")
+                           "less of them: take out what is not needed any more, or what can be made anew.")
                 .arg(largestSize));
     }
     if (m_isUnreadable) {
-        if (const auto error = keepUnreadableFile(m_path))
+        if (const auto error = putAsideUnreadableFile(m_path))
             return error;
     }
-    if (const auto error = writeFileAtomically(m_path, bytes))
-        return error;
+    if (const auto error = replaceFileAtomically(m_path, bytes))
+        return writingError(m_path, error->localizedDescription);
     m_values = values;
     m_isUnreadable = false;
     m_source = identityOfFile(m_path);
@@ -123,13 +173,20 @@ std::optional<KRError> PluginSettings::setValues(const QVariantMap &changes)
 
 std::optional<KRError> PluginSettings::clear()
 {
+    if (!identityOfFile(m_path)) { // nor perhaps a folder to lock
+        refresh();
+        return std::nullopt;
+    }
+    const auto lock = lockFolderOf(m_path);
+    if (!lock)
+        return lock.error();
     refresh();
     if (m_isUnreadable) {
-        if (const auto error = keepUnreadableFile(m_path))
+        if (const auto error = putAsideUnreadableFile(m_path))
             return error;
     }
     if (m_source && ::unlink(m_path.constData()) != 0 && errno != ENOENT)
-        return systemError(errno);
+        return writingError(m_path, systemError(errno).localizedDescription);
     m_values.clear();
     m_source.reset();
     m_isUnreadable = false;

@@ -30,6 +30,9 @@ public:
     /// Removes all values, and the file.
     [[nodiscard]] std::optional<KRError> clear();
 
+    /// Why that cannot be kept, be it here or on a layer; nil when it can.
+    static std::optional<KRError> refusalToKeep(const QString &key, const QVariant &value);
+
     /// The file of a plug-in of that identifier, whatever its characters: what people can read of it, and what tells it
     /// from all others. Empty when the application has no support folder.
     static QByteArray fileFor(const QString &pluginIdentifier);

@@ -9,11 +9,12 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
 
-KRError writingError(const QSaveFile &file)
+KRError writingError(const QFileDevice &file)
 {
     return {QStringLiteral("posix"), 0, file.errorString()};
 }
@@ -37,14 +38,36 @@ bool areSameFile(const QByteArray &first, const QByteArray &second)
     return std::filesystem::equivalent(first.toStdString(), second.toStdString(), ignored);
 }
 
+bool isDevice(const QByteArray &path)
+{
+    struct stat status
+    { };
+    return ::stat(path.constData(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
+}
+
+/// A pipe that nobody reads is an error, not a wait.
+std::optional<KRError> writeToDevice(const QByteArray &path, const QByteArray &bytes)
+{
+    const int descriptor = ::open(path.constData(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0)
+        return systemError(errno);
+    ::fcntl(descriptor, F_SETFL, ::fcntl(descriptor, F_GETFL) & ~O_NONBLOCK);
+    QFile file;
+    if (!file.open(descriptor, QIODevice::WriteOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle)) {
+        ::close(descriptor);
+        return writingError(file);
+    }
+    return file.write(bytes) == bytes.size() ? std::nullopt : std::optional(writingError(file));
+}
+
 } // namespace
 
-std::optional<KRError> writeFileAtomically(const QByteArray &path, const QByteArray &bytes)
+std::optional<KRError> replaceFileAtomically(const QByteArray &path, const QByteArray &bytes)
 {
     if (path.isEmpty() || path.contains('\0'))
         return systemError(EINVAL);
-    std::error_code ignored; // opening the file tells it better
-    std::filesystem::create_directories(pathWithoutLastComponent(path).toStdString(), ignored);
+    if (isDevice(path))
+        return writeToDevice(path, bytes);
     QSaveFile file(QFile::decodeName(path));
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush())
         return writingError(file);
@@ -57,15 +80,26 @@ std::optional<KRError> writeFileAtomically(const QByteArray &path, const QByteAr
     return file.commit() ? std::nullopt : std::optional(writingError(file));
 }
 
-std::optional<KRError> keepUnreadableFile(const QByteArray &path)
+std::optional<KRError> writeFileAtomically(const QByteArray &path, const QByteArray &bytes)
+{
+    if (!path.contains('\0')) {
+        std::error_code ignored; // opening the file tells it better
+        std::filesystem::create_directories(pathWithoutLastComponent(path).toStdString(), ignored);
+    }
+    return replaceFileAtomically(path, bytes);
+}
+
+Result<QByteArray> keepUnreadableFile(const QByteArray &path)
 {
     constexpr int mostNames = 1000;
     auto name = path + ".unreadable";
     for (int number = 2; number <= mostNames; ++number) {
         const int failure = giveSecondName(path, name);
         const bool isKeptAlready = failure == EEXIST && areSameFile(path, name); // by a change that failed then
-        if (failure == 0 || failure == ENOENT || isKeptAlready)
-            return std::nullopt;
+        if (failure == ENOENT)
+            return QByteArray();
+        if (failure == 0 || isKeptAlready)
+            return name;
         if (failure != EEXIST)
             return systemError(failure);
         name = path + ".unreadable-" + QByteArray::number(number);

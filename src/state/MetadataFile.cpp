@@ -15,8 +15,8 @@ std::optional<KRError> writeMetadata(const QByteArray &path, const PluginMetadat
 {
     const bool isKnown = metadata.source && metadata.source == identityOfFile(path);
     if (!isKnown && !readMetadata(path)) {
-        if (const auto error = keepUnreadableFile(path))
-            return error;
+        if (const auto kept = keepUnreadableFile(path); !kept)
+            return kept.error();
     }
     return writeFileAtomically(path, metadata.dictionary.toXML());
 }

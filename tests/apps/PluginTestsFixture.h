@@ -43,12 +43,15 @@ protected:
     // The plug-in
 
     inline static const QByteArray manifest =
-        R"({"name": "Words", "identifier": "com.example.words", "version": "1.0", "commands": [
+        R"({"name": "Words", "identifier": "com.example.words", "version": "1.0", "suppliesData": true, "commands": [
     {"identifier": "throw", "name": "Throw", "script": "script.js", "handler": "onThrow"},
     {"identifier": "late", "name": "Late", "script": "script.js", "handler": "onLate"},
     {"identifier": "loop", "name": "Loop", "script": "script.js", "handler": "onLoop"},
     {"identifier": "ask", "name": "Ask", "script": "script.js", "handler": "onAsk"},
     {"identifier": "fetch", "name": "Fetch", "script": "script.js", "handler": "onFetch"},
+    {"identifier": "pause", "name": "Pause", "script": "script.js", "handler": "onPause"},
+    {"identifier": "data", "name": "Data", "script": "script.js",
+        "handlers": {"run": "onExport", "actions": {"Startup": "onStartup"}}},
     {"identifier": "undefined", "name": "Undefined", "script": "script.js", "handler": "onNothing"},
     {"identifier": "tick", "name": "Tick", "script": "script.js", "handler": "onTick"},
     {"identifier": "remember", "name": "Remember", "script": "script.js", "handler": "onRemember"},
@@ -68,6 +71,24 @@ async function onFetch() {
     const response = await fetch('https://api.example.com/words');
     return (await response.json()).words;
 }
+async function onPause() {
+    await require('korvan/ui').withProgress('Pause', (progress) => progress.pause());
+    await new Promise((resolve) => setTimeout(resolve, 10));
+}
+async function onStartup() {
+    await null;
+    const { register } = require('korvan/data-supplier');
+    register({ name: 'Cities', kind: 'text', supply: ({ layers }) => layers.map((layer) => 'near ' + layer.name) });
+    register({ name: 'Broken', kind: 'text', supply: () => 5 });
+}
+async function onExport() {
+    const ui = require('korvan/ui');
+    return ui.withProgress('Export', async (progress) => {
+        while (!progress.isCancelled)
+            await new Promise((resolve) => setTimeout(resolve, 10));
+        return 'cancelled';
+    });
+}
 function onTick() { setInterval(() => console.log('tick'), 60000); }
 function onRemember() {
     const settings = require('korvan/settings');
@@ -83,7 +104,7 @@ function onOther() { return 'other'; }
 )";
 
     /// What the tests use of the module.
-    inline static const QByteArray head =
-        "const { runCommand, clock, user, network, log, clearLog, openDocument, snapshot, undo, redo, undoText } "
-        "= require('korvan/testing'); ";
+    inline static const QByteArray head = "const { runCommand, supplyData, clock, user, network, log, clearLog, "
+                                          "openDocument, snapshot, undo, redo, undoText } "
+                                          "= require('korvan/testing'); ";
 };

@@ -32,6 +32,7 @@ private slots:
     void returnValueIsWhatJSONCanHold();
     void longestPluginIdentifierWins();
     void standaloneScriptHasTheDocumentAtHand();
+    void standaloneErrorsHaveTheAuthorsLines_data();
     void standaloneErrorsHaveTheAuthorsLines();
     void everyExampleMistakeIsReported_data();
     void everyExampleMistakeIsReported();
@@ -72,8 +73,15 @@ void tst_CommandLine::exitCodes_data()
     QTest::newRow("no plug-ins") << QStringList{u"list"_s} << 0 << QString();
     QTest::newRow("unknown plug-in") << QStringList{u"info"_s, u"none"_s} << 1
                                      << u"korvan-plugins: There is no plug-in \"none\"."_s;
-    QTest::newRow("unknown command of a plug-in")
-        << QStringList{u"run"_s, u"none/run"_s} << 1 << u"korvan-plugins: There is no command \"none/run\"."_s;
+    QTest::newRow("unknown command of a plug-in") << QStringList{u"run"_s,
+        u"none/run"_s} << 1 << u"korvan-plugins: There is no command \"none/run\". No plug-in here has any."_s;
+    QTest::newRow("a misspelt command")
+        << QStringList{u"--folder"_s, examples + u"/plugins"_s, u"run"_s, u"com.example.card-deck/mak"_s} << 1
+        << u"korvan-plugins: There is no command \"com.example.card-deck/mak\". Did you mean "
+           "\"com.example.card-deck/make\"?"_s;
+    QTest::newRow("a command in a folder that is not there")
+        << QStringList{u"--folder"_s, u"nosuch"_s, u"run"_s, u"none/run"_s} << 1
+        << u"korvan-plugins: There is no command \"none/run\". The folder \"nosuch\" does not exist."_s;
     QTest::newRow("missing standalone script") << QStringList{u"run"_s, u"--standalone"_s,
         u"none.js"_s} << 1 << u"korvan-plugins: Cannot read the script \"none.js\": No such file or directory"_s;
 }
@@ -336,12 +344,24 @@ void tst_CommandLine::standaloneScriptHasTheDocumentAtHand()
     QCOMPARE(finished.json().value(u"returnValue"_s).toString(), u"count layers.v1"_s);
 }
 
+void tst_CommandLine::standaloneErrorsHaveTheAuthorsLines_data()
+{
+    QTest::addColumn<QByteArray>("script");
+    QTest::addColumn<QString>("place");
+    QTest::newRow("thrown") << QByteArray("var x = 1;\nx.none.more;\n") << u"bad.js:2:"_s;
+    QTest::newRow("a bracket too many") << QByteArray("print(1);\n  print(2));\n") << u"bad.js:2:11"_s;
+    QTest::newRow("a bracket too few, one line") << QByteArray("if (true) { print(1)") << u"bad.js:1:20"_s;
+    QTest::newRow("a bracket too few, several lines") << QByteArray("if (true) {\n  print(1)\n\n") << u"bad.js:2:10"_s;
+}
+
 void tst_CommandLine::standaloneErrorsHaveTheAuthorsLines()
 {
-    writeFile(m_folder->filePath(u"bad.js"_s), "var x = 1;\nx.none.more;\n");
+    QFETCH(QByteArray, script);
+    QFETCH(QString, place);
+    writeFile(m_folder->filePath(u"bad.js"_s), script);
     const auto finished = run({u"run"_s, u"--standalone"_s, u"bad.js"_s, u"--json"_s});
     QCOMPARE(finished.exitCode, 1);
-    QVERIFY2(finished.json().value(u"logString"_s).toString().contains(u"bad.js:2:"_s), finished.output.constData());
+    QVERIFY2(finished.json().value(u"logString"_s).toString().contains(place), finished.output.constData());
 }
 
 void tst_CommandLine::everyExampleMistakeIsReported_data()

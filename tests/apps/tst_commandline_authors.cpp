@@ -32,6 +32,8 @@ private slots:
     void suppliersOfTheTemplate();
     void names_data();
     void names();
+    void namesWithoutLettersForAnIdentifier_data();
+    void namesWithoutLettersForAnIdentifier();
     void nothingIsOverwritten();
     void hintForTheShell();
     void usualFolder();
@@ -127,7 +129,7 @@ void tst_CommandLine_Authors::names_data()
     QTest::newRow("with the extension") << u"Tidy.korvanplugin"_s << u"Tidy"_s << u"com.example.tidy"_s;
     QTest::newRow("quotation marks and braces")
         << u"a \"b\" {{identifier}}"_s << u"a \"b\" {{identifier}}"_s << u"com.example.a-b-identifier"_s;
-    QTest::newRow("no letters of ours") << u"整理"_s << u"整理"_s << u"com.example.plugin"_s;
+    QTest::newRow("accents") << u"Ünï Café"_s << u"Ünï Café"_s << u"com.example.uni-cafe"_s;
     QTest::newRow("a line end") << u"a\nb"_s << u"a-b"_s << u"com.example.a-b"_s;
     QTest::newRow("too long for a file") << QString(500, u'x') << QString(200, u'x')
                                          << u"com.example."_s + QString(500, u'x');
@@ -150,6 +152,26 @@ void tst_CommandLine_Authors::names()
     const auto plugin = runHere({u"list"_s}).json()[u"plugins"_s].toArray()[0].toObject();
     QTEST(plugin[u"identifier"_s].toString(), "identifier");
     QCOMPARE(plugin[u"name"_s].toString(), name == u"Tidy.korvanplugin"_s ? u"Tidy"_s : name);
+}
+
+void tst_CommandLine_Authors::namesWithoutLettersForAnIdentifier_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("another script") << u"整理"_s;
+    QTest::newRow("signs only") << u"*!"_s;
+}
+
+void tst_CommandLine_Authors::namesWithoutLettersForAnIdentifier()
+{
+    QFETCH(QString, name);
+    const auto created = runHere({u"create"_s, name});
+    QCOMPARE(created.exitCode, 1);
+    QCOMPARE(created.json()[u"error"_s].toObject()[u"message"_s].toString(),
+        u"The name \"%1\" has no letters for an identifier. Give one with --identifier, for example "
+        "com.example.my-plugin."_s.arg(name));
+    QCOMPARE(installed(), QStringList());
+    QCOMPARE(runHere({u"create"_s, name, u"--identifier"_s, u"com.x.a"_s}).exitCode, 0);
+    QCOMPARE(installed(), QStringList{name + u".korvanplugin"_s});
 }
 
 void tst_CommandLine_Authors::nothingIsOverwritten()

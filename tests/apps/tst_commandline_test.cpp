@@ -58,6 +58,21 @@ void tst_CommandLine_Test::passing_data()
     QTest::newRow("a command that stays running")
         << QByteArray("expect((await runCommand('tick')).isRunning).to.equal(true); await clock.advance(120000);"
                       "expect(log().length).to.equal(2); clearLog(); expect(log()).to.deep.equal([]);");
+    QTest::newRow("a command that has waited is not running any more")
+        << QByteArray("user.answer('Ada', 'No', 3); network.answer('https://api.example.com/words', { body: {} });"
+                      "for (const id of ['ask', 'fetch', 'pause'])"
+                      "expect((await runCommand(id)).isRunning, id).to.equal(false);");
+    QTest::newRow("a user who cancels") << QByteArray(
+        "const run = runCommand('data'); await clock.advance(100); user.cancelProgress();"
+        "expect((await run).returnValue).to.equal('cancelled');");
+    QTest::newRow("a supplier of data") << QByteArray(
+        "openDocument({ layers: [{ type: 'text', name: 'A' }, { type: 'text', name: 'B' }] });"
+        "expect(await supplyData('Cities')).to.deep.equal(['near A', 'near B']);"
+        "const [layer] = require('korvan/dom').activeDocument().layers;"
+        "expect(await supplyData('Cities', [layer])).to.deep.equal(['near A']);");
+    QTest::newRow("a timer that is left behind") << QByteArray("setInterval(() => { throw new Error('late'); }, 10);");
+    QTest::newRow("a rejection that is handled later")
+        << QByteArray("const promise = Promise.reject(new Error('r')); promise.catch(() => {});");
     QTest::newRow("an error that the test expects")
         << QByteArray("const error = await runCommand('throw').catch((reason) => reason);"
                       "expect(error.message).to.contain('null is not an object');");
@@ -92,9 +107,21 @@ void tst_CommandLine_Test::failing_data()
     QTest::newRow("an error in a timer") << QByteArray("setTimeout(() => {\n  null.x; }, 5); await clock.advance(9);")
                                          << u"TypeError: null is not an object (evaluating 'null.x')"_s
                                          << u"tests/a.test.js:2:7"_s;
+    QTest::newRow("a rejection that nobody awaits")
+        << QByteArray("\n  Promise.reject(new Error('r'));") << u"Error: r"_s << u"tests/a.test.js:2:27"_s;
+    QTest::newRow("an assertion after a command that nobody awaits")
+        << QByteArray("runCommand('add').then(() => {\n  expect(1).to.equal(2); });")
+        << u"AssertionError: expected 1 to equal 2"_s << u"tests/a.test.js:2:21"_s;
+    QTest::newRow("an assertion after questions that nobody awaits")
+        << QByteArray("user.answer('Ada', 'No', 3); runCommand('ask').then(() => {\n  expect(1).to.equal(2); });")
+        << u"AssertionError: expected 1 to equal 2"_s << u"tests/a.test.js:2:21"_s;
+    QTest::newRow("a command that throws and that nobody awaits")
+        << QByteArray("\n  runCommand('throw');")
+        << u"Error: The command \"throw\" has failed: TypeError: null is not an object (evaluating 'null.x')"_s
+        << u"tests/a.test.js:2:13"_s;
     QTest::newRow("an unknown command")
         << QByteArray("\n  await runCommand('x');")
-        << u"Error: The plug-in has no command \"x\". It has: throw, late, loop, ask, fetch, undefined, tick, remember, add."_s
+        << u"Error: The plug-in has no command \"x\". It has: throw, late, loop, ask, fetch, pause, data, undefined, tick, remember, add."_s
         << u"tests/a.test.js:2:19"_s;
     QTest::newRow("an unknown handler")
         << QByteArray("\n  await runCommand('add', { handler: 'x' });")
@@ -116,15 +143,58 @@ void tst_CommandLine_Test::failing_data()
         << QByteArray("user.answer('Ada'); await runCommand('ask');")
         << u"Error: \"Sure?\" was asked, and the test has no answer for it. Say user.answer(…) before."_s
         << placeOfTest;
-    QTest::newRow("an answer that does not fit") << QByteArray("user.answer('Ada', 'Maybe'); await runCommand('ask');")
-                                                 << u"Error: \"Sure?\" cannot be answered with Maybe."_s << placeOfTest;
-    QTest::newRow("a number out of bounds") << QByteArray("user.answer('Ada', 'No', 0); await runCommand('ask');")
-                                            << u"Error: \"Count\" cannot be answered with 0."_s << placeOfTest;
+    QTest::newRow("an answer that does not fit")
+        << QByteArray("user.answer('Ada', 'Maybe'); await runCommand('ask');")
+        << u"Error: \"Sure?\" cannot be answered with Maybe. It needs one of these texts: \"Yes\", \"No\"."_s
+        << placeOfTest;
+    QTest::newRow("a number out of bounds")
+        << QByteArray("user.answer('Ada', 'No', 0); await runCommand('ask');")
+        << u"Error: \"Count\" cannot be answered with 0. The number has to be at least 1 and at most 1000000000000."_s
+        << placeOfTest;
+    QTest::newRow("a user who cancels nothing")
+        << QByteArray("\n  user.cancelProgress();") << u"Error: There is no progress that the user could cancel."_s
+        << u"tests/a.test.js:2:22"_s;
+    QTest::newRow("an unknown supplier")
+        << QByteArray("\n  await supplyData('Towns');")
+        << u"Error: The plug-in has no data supplier \"Towns\". It has: \"Cities\", \"Broken\"."_s
+        << u"tests/a.test.js:2:19"_s;
+    QTest::newRow("a supplier that fails")
+        << QByteArray("\n  await supplyData('Broken');")
+        << u"Error: The data supplier \"Broken\" has failed: TypeError: It has to answer an array"_s
+        << u"tests/a.test.js:2:19"_s;
+    QTest::newRow("a text for a number")
+        << QByteArray("user.answer('Ada', 'No', '3'); await runCommand('ask');")
+        << u"Error: \"Count\" cannot be answered with 3. It needs a number, and this is a text."_s << placeOfTest;
+    QTest::newRow("a broken number for a whole one")
+        << QByteArray("user.answer('Ada', 'No', 1.5); await runCommand('ask');")
+        << u"Error: \"Count\" cannot be answered with 1.5. The number has to be a whole number."_s << placeOfTest;
     QTest::newRow("a promise that does not settle")
         << QByteArray("await new Promise(() => {});")
         << u"Error: The test waits for something that does not come, not within an hour of its clock."_s << placeOfTest;
     QTest::newRow("a document that is none")
         << QByteArray("\n  openDocument('x.json');") << u"Error: "_s << u"tests/a.test.js:2:15"_s;
+    QTest::newRow("an error in a listener")
+        << QByteArray("const t = new EventTarget(); t.addEventListener('a', () => {\n  throw new Error('x'); }); "
+                      "t.dispatchEvent(new Event('a'));")
+        << u"Error: x"_s << u"tests/a.test.js:2:18"_s;
+    QTest::newRow("nothing that is thrown")
+        << QByteArray("throw undefined;") << u"Error: The test has thrown undefined."_s << placeOfTest;
+    QTest::newRow("a misspelt option of a command")
+        << QByteArray("\n  await runCommand('add', { handlr: 'other' });")
+        << u"TypeError: runCommand() knows no option \"handlr\". Did you mean \"handler\"? It knows: handler, context."_s
+        << u"tests/a.test.js:2:19"_s;
+    QTest::newRow("a misspelt option of an answer")
+        << QByteArray("\n  network.answer('https://a.example/', { state: 404 });")
+        << u"TypeError: network.answer() knows no option \"state\". Did you mean \"status\"? It knows: status, headers, body, error."_s
+        << u"tests/a.test.js:2:17"_s;
+    QTest::newRow("a document with an unknown type of layers")
+        << QByteArray("\n  openDocument({ layers: [{ type: 'group', layers: [{ type: 'txt' }] }] });")
+        << u"TypeError: openDocument() knows no type \"txt\" of layers. Did you mean \"text\"? There are: group, rectangle, oval, text, image."_s
+        << u"tests/a.test.js:2:15"_s;
+    QTest::newRow("long arrays that have nothing in common")
+        << QByteArray("const make = (from) => Array.from({ length: 3000 }, (_, i) => i + from);\n  "
+                      "expect(make(0)).to.deep.equal(make(5000));")
+        << u"AssertionError: expected"_s << u"tests/a.test.js:2:32"_s;
     QTest::newRow("a test in a test")
         << QByteArray("\n  it('b', () => {});")
         << u"Error: it() is called while the test's file is loaded, not in a test and not later."_s

@@ -17,8 +17,12 @@ private slots:
     void documents();
     void files();
     void fileOutsideOfPlugins();
+    void pluginThatCannotBeRead();
+    void generatedTests();
     void nothingToTest_data();
     void nothingToTest();
+    void nothingIsExplained_data();
+    void nothingIsExplained();
     void forPeople();
     void examplesPass_data();
     void examplesPass();
@@ -30,6 +34,7 @@ void tst_CommandLine_Test_Files::fileThatCannotBeLoaded_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QString>("message");
+    const auto noDone = u"TypeError: Tests have no done(): the function of it() returns a promise, or is async."_s;
     QTest::newRow("no JavaScript") << QByteArray("it('a', () => {}); )") << u"SyntaxError: Unexpected token ')'"_s;
     QTest::newRow("an error") << QByteArray("it('a', () => {}); null.x;")
                               << u"TypeError: null is not an object (evaluating 'null.x')"_s;
@@ -38,6 +43,8 @@ void tst_CommandLine_Test_Files::fileThatCannotBeLoaded_data()
     QTest::newRow("an async group")
         << QByteArray("describe('a', async () => {});")
         << u"TypeError: The function of describe() must not be async: it only says which tests there are."_s;
+    QTest::newRow("a test with done") << QByteArray("it('a', function (done) { done(); });") << noDone;
+    QTest::newRow("an async test with done") << QByteArray("it('a', async done => done());") << noDone;
     QTest::newRow("a loop")
         << QByteArray("for (;;);")
         << u"The script of the command \"com.example.words/tests/a.test.js\" was stopped: it ran for more than 0.2 seconds."_s;
@@ -133,6 +140,27 @@ void tst_CommandLine_Test_Files::fileOutsideOfPlugins()
         u"Error: The test's file is in no plug-in, so that it has no commands."_s);
 }
 
+void tst_CommandLine_Test_Files::pluginThatCannotBeRead()
+{
+    testFile(u"a.test.js"_s, "it('a', () => {});");
+    writeFile(bundle() + u"/Contents/Korvan/manifest.json"_s, "no JSON");
+    const auto finished = test();
+    QCOMPARE(finished.exitCode, 1);
+    QCOMPARE(result(finished)[u"error"_s].toObject()[u"message"_s].toString(),
+        u"The plug-in \"%1\" cannot be read."_s.arg(QFileInfo(bundle()).canonicalFilePath()));
+}
+
+void tst_CommandLine_Test_Files::generatedTests()
+{
+    const QByteArray map = R"({"version": 3, "sources": ["../src/a.test.ts"], "names": [], "mappings": "AAAA;AAIE"})";
+    testFile(u"a.test.js"_s,
+        "it('a', () => {\n  null.x; });\n//# sourceMappingURL=data:application/json;base64," + map.toBase64());
+    const auto error = result(test())[u"error"_s].toObject();
+    QCOMPARE(error[u"file"_s], QJsonValue(u"src/a.test.ts"_s));
+    QCOMPARE(error[u"line"_s], QJsonValue(5));
+    QCOMPARE(error[u"column"_s], QJsonValue(3));
+}
+
 void tst_CommandLine_Test_Files::nothingToTest_data()
 {
     QTest::addColumn<QStringList>("arguments");
@@ -150,6 +178,27 @@ void tst_CommandLine_Test_Files::nothingToTest()
     const auto finished = run(QStringList{u"test"_s, u"--json"_s} + arguments);
     QCOMPARE(finished.exitCode, exitCode);
     QCOMPARE(finished.json().contains(u"error"_s), exitCode == 1);
+}
+
+void tst_CommandLine_Test_Files::nothingIsExplained_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("an empty file") << QByteArray()
+                                   << u"There are no tests in the files: it('title', () => { … }) makes one.\n"_s;
+    QTest::newRow("no such title") << QByteArray("it('a', () => {});") << u"No test has \"zzz\" in its title.\n"_s;
+    QTest::newRow("a file that cannot be loaded says why itself") << QByteArray("null.x;") << QString();
+    QTest::newRow("a test that is skipped") << QByteArray("it.skip('zzz', () => {});") << QString();
+}
+
+void tst_CommandLine_Test_Files::nothingIsExplained()
+{
+    QFETCH(const QByteArray, content);
+    QFETCH(const QString, reason);
+    testFile(u"a.test.js"_s, content);
+    const auto finished = run({u"test"_s, bundle(), u"--filter"_s, u"zzz"_s});
+    QCOMPARE(finished.exitCode, 1);
+    QCOMPARE(QString::fromUtf8(finished.output).section(u"passed, "_s, 1).section(u'\n', 1), reason);
 }
 
 void tst_CommandLine_Test_Files::forPeople()

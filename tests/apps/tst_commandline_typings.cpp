@@ -113,7 +113,8 @@ void tst_CommandLine_Typings::testsFindWhatTheirTypingsSay()
     writeFile(path(u"tests/names.test.js"_s), R"(
         const testing = require('korvan/testing');
         const names = /** @type {const} */ (['afterEach', 'assert', 'beforeEach', 'clearLog', 'clock', 'describe', 'expect',
-            'it', 'log', 'network', 'openDocument', 'redo', 'runCommand', 'snapshot', 'test', 'undo', 'undoText', 'user']);
+            'it', 'log', 'network', 'openDocument', 'redo', 'runCommand', 'snapshot',
+            'supplyData', 'test', 'undo', 'undoText', 'user']);
         /** @type {(keyof typeof testing)[]} */
         const inTypings = [...names];
         /** @type {Record<Exclude<keyof typeof testing, typeof names[number]>, never>} */

@@ -67,6 +67,10 @@ void tst_CommandLine_Validate_Files::modules_data()
         << QStringList();
     QTest::newRow("of the application") << "require('korvan/dom'); require('util'); require('node:path')"_ba
                                         << QStringList();
+    QTest::newRow("for data, which the manifest does not speak of")
+        << "const { register } =\n  require( 'korvan/data-supplier' )"_ba
+        << reported(u"warning script.js:2:3"_s,
+               u"Hosts ask no plug-in for data whose manifest does not say “\"suppliesData\": true”."_s);
     QTest::newRow("missing") << "// require('./nothing')\nconst {a} = require('./gone')"_ba
                              << reported(u"error script.js:2:21"_s, gone);
     QTest::newRow("missing where it may not be reached")

@@ -55,6 +55,8 @@ private slots:
     void duplicatesOfCrowdedGroupsAreWhole();
     void scriptsWorkOnTheDocument();
     void scriptsAreToldWhatIsWrong();
+    void wrongValuesOfScriptsChangeNothing_data();
+    void wrongValuesOfScriptsChangeNothing();
 };
 
 void tst_Document::everyKeySurvivesALoadAndSave()
@@ -284,6 +286,59 @@ void tst_Document::scriptsAreToldWhatIsWrong()
         u"Argument 1 of setFrame has to be a plain object."_s, u"Argument 1 of setSelection has to be an array."_s,
         u"The layer \"A\" is in no document any more."_s, u"The layer \"A\" is in no document any more."_s};
     QCOMPARE(printed->values, expected);
+}
+
+void tst_Document::wrongValuesOfScriptsChangeNothing_data()
+{
+    QTest::addColumn<QString>("source");
+    QTest::addColumn<QString>("message");
+
+    const auto types = u"A new layer needs a type, one of: group, rectangle, oval, text, image."_s;
+    const auto noGroup = u"The layer \"T\" is no group and cannot hold layers. Take a group, or the top level of the "
+                         "document."_s;
+    const auto noLayer = u"Argument 1 of setSelection has to hold layers only, but its element %1 is none. Layers are "
+                         "what layers(), allLayers() and layerWithID(id) answer."_s;
+    QTest::newRow("a new layer without values") << u"doc.addLayer({})"_s << types;
+    QTest::newRow("a new layer of an unknown type") << u"doc.addLayer({type: 'weird'})"_s << types;
+    QTest::newRow("a new layer of a type that is no text") << u"doc.insertLayer({type: ['text']}, null, 0)"_s << types;
+    QTest::newRow("a new layer in a group, without a type") << u"doc.layerWithID('g').addLayer({name: 'A'})"_s << types;
+    QTest::newRow("a name that is no text")
+        << u"doc.addLayer({type: 'oval', name: 5})"_s << u"The name of a new layer has to be a text."_s;
+    QTest::newRow("a frame that is no object")
+        << u"doc.addLayer({type: 'oval', frame: 5})"_s << u"The frame of a new layer has to be a plain object."_s;
+    QTest::newRow("a new layer with half a frame")
+        << u"doc.addLayer({type: 'oval', frame: {x: NaN}})"_s << u"The frame's \"x\" has to be a number."_s;
+    QTest::newRow("a new layer in a text") << u"doc.layerWithID('t').addLayer({type: 'oval'})"_s << noGroup;
+    QTest::newRow("a new layer at a place in a text")
+        << u"doc.insertLayer({type: 'oval'}, doc.layerWithID('t'), 0)"_s << noGroup;
+    QTest::newRow("moved into a text") << u"doc.layerWithID('a').moveTo(doc.layerWithID('t'), 0)"_s << noGroup;
+    QTest::newRow("no number") << u"doc.layerWithID('a').setFrame({y: 5, x: NaN})"_s
+                               << u"The frame's \"x\" has to be a number."_s;
+    QTest::newRow("an endless frame") << u"doc.layerWithID('a').setFrame({width: Infinity})"_s
+                                      << u"The frame's \"width\" has to be a number."_s;
+    QTest::newRow("a boolean") << u"doc.layerWithID('a').setFrame({x: true})"_s
+                               << u"The frame's \"x\" has to be a number."_s;
+    QTest::newRow("a size below 0") << u"doc.layerWithID('a').setFrame({width: -3})"_s
+                                    << u"The frame's \"width\" cannot be less than 0."_s;
+    QTest::newRow("a key that frames do not have")
+        << u"doc.layerWithID('a').setFrame({with: 10})"_s << u"A frame has no \"with\". It has: x, y, width, height."_s;
+    QTest::newRow("a style that cannot be saved")
+        << u"doc.layerWithID('a').setStyle({opacity: NaN})"_s
+        << u"The style's \"opacity\" is a number that no document can hold."_s;
+    QTest::newRow("a selection of numbers") << u"doc.setSelection([1, {}])"_s << noLayer.arg(0);
+    QTest::newRow("a selection with something else")
+        << u"doc.setSelection([doc.layerWithID('a'), doc])"_s << noLayer.arg(1);
+}
+
+void tst_Document::wrongValuesOfScriptsChangeNothing()
+{
+    QFETCH(QString, source);
+    QFETCH(QString, message);
+
+    const auto document = sampleDocument();
+    const auto printed = runScript(document, u"try { %1 } catch (error) { print(error.message) }"_s.arg(source));
+    QCOMPARE(printed->values, QVariantList{message});
+    QCOMPARE(jsonFromDocument(*document), jsonFromDocument(*sampleDocument()));
 }
 
 QTEST_GUILESS_MAIN(tst_Document)

@@ -252,7 +252,7 @@ void tst_DocumentHistory::observersHearOfEachChangeAtOnce()
         doc.layerWithID('a').setName('New');
         doc.layerWithID('b').moveTo(doc.layerWithID('g'), 0);
         doc.layerWithID('b').moveTo(doc.layerWithID('g'), 0);
-        doc.addLayer({name: 'Added'});
+        doc.addLayer({name: 'Added', type: 'oval'});
         doc.layerWithID('t').remove();
         doc.setSelection([]);
         doc.setName('Named');

@@ -1,5 +1,7 @@
 #include "commands/PluginSettings.h"
 
+#include "platform/FolderLock.h"
+#include "support/ForkedProcess.h"
 #include "support/PathFiles.h"
 #include "support/TestEnvironment.h"
 
@@ -53,6 +55,8 @@ private slots:
     void unreadableFilesAreKeptAside_data();
     void unreadableFilesAreKeptAside();
     void twoProcessesKeepBothChanges();
+    void processesAtTheSameTimeKeepAllChanges();
+    void aLockThatIsHeldIsReported();
     void aFileThatCannotBeWrittenIsReported();
     void theSameValueIsNotWrittenAgain();
 
@@ -208,6 +212,7 @@ void tst_PluginSettings::unreadableFilesAreKeptAside()
     const auto path = QString::fromUtf8(PluginSettings::fileFor(plugin));
     write(path, content);
 
+    m_environment.systemLogLines.clear();
     PluginSettings settings(plugin);
     QCOMPARE(settings.values(), QVariantMap());
     QCOMPARE(filesIn(folder(m_environment)).size(), 1);
@@ -218,6 +223,8 @@ void tst_PluginSettings::unreadableFilesAreKeptAside()
     QCOMPARE(kept.readAll(), content);
     QCOMPARE(settings.setValues({{u"a"_s, 2LL}}), std::nullopt);
     QCOMPARE(filesIn(folder(m_environment)).size(), 2);
+    QCOMPARE(m_environment.systemLogLines,
+        QStringList(u"The settings file \"%1\" cannot be read and is kept as \"%1.unreadable\"."_s.arg(path)));
 }
 
 void tst_PluginSettings::twoProcessesKeepBothChanges()
@@ -232,12 +239,49 @@ void tst_PluginSettings::twoProcessesKeepBothChanges()
     QCOMPARE(other.values(), expected);
 }
 
+void tst_PluginSettings::processesAtTheSameTimeKeepAllChanges()
+{
+    constexpr int count = 60;
+    const auto setKeys = [](const QString &prefix) {
+        PluginSettings settings(plugin);
+        for (int number = 0; number < count; ++number) {
+            if (settings.setValues({{prefix + QString::number(number), 1LL}}))
+                qFatal("a setting was refused");
+        }
+    };
+    ForkedProcess one([&] { setKeys(u"one"_s); });
+    ForkedProcess other([&] { setKeys(u"other"_s); });
+    QCOMPARE(one.wait(), 0);
+    QCOMPARE(other.wait(), 0);
+    QCOMPARE(PluginSettings(plugin).values().size(), 2 * count);
+    QCOMPARE(filesIn(folder(m_environment)).size(), 1);
+}
+
+void tst_PluginSettings::aLockThatIsHeldIsReported()
+{
+    QCOMPARE(PluginSettings(plugin).setValues({{u"a"_s, 1LL}}), std::nullopt);
+    {
+        const auto lock = FolderLock::lock(folder(m_environment).toUtf8(), std::chrono::seconds(0));
+        QVERIFY(lock);
+        const auto error = PluginSettings(plugin).setValues({{u"a"_s, 2LL}});
+        QVERIFY(error);
+        QCOMPARE(error->localizedDescription,
+            u"The settings cannot be written to \"%1\": another process has been changing settings there for too "
+            "long. Try again, or end that process."_s.arg(QString::fromUtf8(PluginSettings::fileFor(plugin))));
+        QCOMPARE(PluginSettings(plugin).values(), QVariantMap({{u"a"_s, 1LL}}));
+    }
+    QCOMPARE(PluginSettings(plugin).setValues({{u"a"_s, 2LL}}), std::nullopt);
+}
+
 void tst_PluginSettings::aFileThatCannotBeWrittenIsReported()
 {
     write(m_environment.applicationSupportFolder().toLocalFile() + u"PluginSettings"_s, "a file");
     PluginSettings settings(plugin);
     const auto error = settings.setValues({{u"a"_s, 1LL}});
-    QVERIFY(error && !error->localizedDescription.isEmpty());
+    QVERIFY(error);
+    QCOMPARE(error->localizedDescription,
+        u"The settings cannot be written to \"%1\": Not a directory"_s.arg(
+            QString::fromUtf8(PluginSettings::fileFor(plugin))));
     QCOMPARE(settings.values(), QVariantMap());
     QVERIFY(QFile::remove(m_environment.applicationSupportFolder().toLocalFile() + u"PluginSettings"_s));
 }

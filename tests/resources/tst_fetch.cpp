@@ -38,6 +38,9 @@ void tst_Fetch::answers_data()
         << u"fetch(BASE + '/bytes').then((r) => r.arrayBuffer()).then((b) => new Uint8Array(b).join())"_s
         << u"0,255,10"_s;
     QTest::newRow("status") << u"fetch(BASE + '/missing').then((r) => [r.status, r.ok])"_s << u"404,false"_s;
+    QTest::newRow("text of the status") << u"fetch(BASE + '/gone').then((r) => r.statusText)"_s << u"No Longer Here"_s;
+    QTest::newRow("no text of the status")
+        << u"fetch(BASE + '/brief').then((r) => [r.status, r.statusText === ''])"_s << u"200,true"_s;
     QTest::newRow("URL") << u"fetch(BASE + '/text').then((r) => r.url === BASE + '/text' && !r.redirected)"_s
                          << u"true"_s;
     QTest::newRow("headers")
@@ -63,6 +66,8 @@ void tst_Fetch::answers()
         "/json", Answer::response(200, R"({"a": [1, 2]})", {{"Set-Cookie", "a=1, b"}, {"Set-Cookie", "c=2"}}));
     m_server->setAnswer("/bytes", Answer::response(200, "\0\xFF\n"_ba));
     m_server->setAnswer("/empty", Answer::response(200));
+    m_server->setAnswer("/gone", Answer::bytes("HTTP/1.1 410 No Longer Here\r\nContent-Length: 0\r\n\r\n"));
+    m_server->setAnswer("/brief", Answer::bytes("HTTP/1.1 200\r\nContent-Length: 0\r\n\r\n"));
     m_server->setAnswer("/none", Answer::bytes("HTTP/1.1 204 No Content\r\n\r\n"));
     QFETCH(QString, expression);
     QTEST(result(expression), "value");

@@ -40,6 +40,7 @@ private slots:
     void abortInTheMiddleOfTheBody();
     void abortTwiceAndTooLate();
     void timeout();
+    void aTimeoutKeepsNoSession();
     void nothingComesAfterTheSession_data();
     void nothingComesAfterTheSession();
     void functionsOfASessionThatHasGone();
@@ -230,6 +231,13 @@ void tst_Fetch_Hostile::timeout()
     m_environment->queue.advance(std::chrono::milliseconds(1));
     QCOMPARE(promise.settledValue(), QVariant(u"TimeoutError: The operation was aborted due to timeout"_s));
     m_server->waitForHangUps(1);
+}
+
+void tst_Fetch_Hostile::aTimeoutKeepsNoSession()
+{
+    m_server->setAnswer("/", Answer::response(200, "a"));
+    QCOMPARE(result(u"fetch(BASE + '/', { signal: AbortSignal.timeout(5000) }).then((r) => r.text())"_s), u"a"_s);
+    QVERIFY(!m_command->stayRunning());
 }
 
 void tst_Fetch_Hostile::nothingComesAfterTheSession_data()

@@ -2,6 +2,7 @@
 
 #include "ModuleFixture.h"
 #include "commands/services/LayerRows.h"
+#include "platform/script/ScriptClass.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -54,6 +55,8 @@ private slots:
     void layers();
     void aSelectorInsideAGroup_data();
     void aSelectorInsideAGroup();
+    void aRemovedGroup();
+    void groupsInGroups();
     void nothingIsKept();
 
 private:
@@ -147,6 +150,44 @@ void tst_LayerRows::aSelectorInsideAGroup()
                          "print(group.findAll(context.selector).map((layer) => layer.id).join(''));"
                          "print(group.find(context.selector)?.id ?? '');"),
         (QStringList{expected, expected.left(1)}));
+}
+
+void tst_LayerRows::aRemovedGroup()
+{
+    ModuleFixture fixture;
+    fixture.setDocument(sample);
+    QCOMPARE(fixture.run("const group = require('korvan/dom').activeDocument().layerWithID('g'); group.remove();"
+                         "for (const selector of ['*', 'group text', ':selected', (layer) => layer.type === 'oval'])"
+                         "    print(group.findAll(selector).map((layer) => layer.id).join(''));"),
+        (QStringList{u"htb"_s, u"t"_s, u""_s, u"b"_s}));
+}
+
+void tst_LayerRows::groupsInGroups()
+{
+    class Nested final : public ScriptObject
+    {
+    public:
+        explicit Nested(int depth)
+            : m_depth(depth)
+        { }
+        QVariantList layers() const
+        {
+            if (m_depth == 0)
+                return {};
+            return {QVariant::fromValue(ScriptObjectPointer(std::make_shared<Nested>(m_depth - 1)))};
+        }
+        const ScriptClass &scriptClass() const override
+        {
+            static constexpr ScriptOperation operations[] = {
+                scriptOperation<&Nested::layers>("layers", "(): Nested[]")};
+            static constexpr ScriptClass description{"Nested", operations};
+            return description;
+        }
+
+    private:
+        int m_depth;
+    };
+    QCOMPARE(LayerRows(std::make_shared<Nested>(200'000)).layers().size(), 200'000);
 }
 
 void tst_LayerRows::nothingIsKept()

@@ -104,22 +104,25 @@ void tst_Module_DataSupplier::values_data()
         u"/a.png https://example.com/b.png data:image/png;base64,AA=="_s);
     row("an image that is no path", "image", "() => ['a.png']",
         failed
-            + u"TypeError: The value 0 that the supplier \"Cities\" has answered is the text \"a.png\", but has to be "
+            + u"TypeError: The value 0 that it has answered is the text \"a.png\", but has to be "
               u"a "
-              "whole path or a URL. Files of the plug-in are at `${__dirname}/…`."_s);
+              "whole path or a URL. That of an image in the plug-in's Resources is "
+              "context.plugin.urlForResourceNamed('NAME')."_s);
     row("too many", "text", "() => ['x', 'y', 'z', 'more']",
-        failed + u"RangeError: The supplier \"Cities\" has answered 4 values for 3 layers."_s);
+        failed + u"RangeError: It has answered 4 values for 3 layers."_s);
     row("no values", "text", "() => 5",
         failed
-            + u"TypeError: The supplier \"Cities\" has to answer an array with a value for each layer, or an object "
+            + u"TypeError: It has to answer an array with a value for each layer, or an object "
               u"with "
               "values under the layers' ids, but has answered the number 5."_s);
     row("a value that is no text", "text", "() => ['x', {}]",
         failed
-            + u"TypeError: The value 1 that the supplier \"Cities\" has answered is an object, but has to be a text or "
+            + u"TypeError: The value 1 that it has answered is an object, but has to be a text or "
               u"a "
               "number."_s);
     row("thrown", "text", "() => { throw new Error('no network'); }", failed + u"Error: no network"_s);
+    row("thrown without a text", "text", "() => { throw { toString() { throw new Error('no'); } }; }",
+        failed + u"it has thrown something that is no error and has no text."_s);
     row("rejected", "text", "() => Promise.reject('no network')", failed + u"no network"_s);
 }
 

@@ -162,6 +162,18 @@ void tst_Module_Dom::objects_data()
                                                          "byID('g').findAll((l) => l.type === 'group').length, "
                                                          "document.find(() => false))")
                                            << u"r 1 null"_s;
+    QTest::newRow("find does not try every way through nested groups") << QByteArray(
+        "let at = document; for (let i = 0; i < 60; ++i) at = at.create({ type: 'group' }); "
+        "show(document.find('oval ' + 'group '.repeat(30) + 'text'), "
+        "document.find('group '.repeat(60)) === at)") << u"null true"_s;
+    QTest::newRow("an id is looked for where it is asked") << QByteArray(
+        "show(byID('g').find('#r') === byID('r'), byID('h').find('#t'), byID('g').find('#g'), "
+        "document.findAll('#none').length)") << u"true null null 0"_s;
+    QTest::newRow("inspected")
+        << QByteArray("const { inspect } = require('util'); show(inspect(byID('r'), { breakLength: Infinity })); "
+                      "show(inspect(document, { depth: 0 }));")
+        << u"Layer { id: 'r', type: 'rectangle', name: '007', frame: { height: 0, width: 7, x: 0, y: 0 }, style: {} }\n"
+           "Document { name: 'Sample', children: [Array] }"_s;
     QTest::newRow("iterating") << QByteArray(
         "let n = ''; for (const l of document) n += l.id; for (const l of byID('g')) n += l.id; "
         "show(n)") << u"agthriothri"_s;
@@ -170,6 +182,8 @@ void tst_Module_Dom::objects_data()
         "Object.isFrozen(all))") << u"3 true"_s;
     QTest::newRow("the document's name") << QByteArray("document.name = 'New'; show(context.document.name())")
                                          << u"New"_s;
+    QTest::newRow("symbols are taken") << QByteArray("const key = Symbol(); byID('a')[key] = 5; show(byID('a')[key])")
+                                       << u"5"_s;
     QTest::newRow("all open documents") << QByteArray("show(dom.documents().length, dom.documents()[0] === document)")
                                         << u"1 true"_s;
 }
@@ -216,7 +230,7 @@ void tst_Module_Dom::selectors_data()
     QTest::newRow("inside") << u"#g rectangle"_s << u"r"_s;
     QTest::newRow("inside, tried again further out") << u"#g > group *"_s << u"r i"_s;
     QTest::newRow("several") << u"oval, text, #t"_s << u"t o"_s;
-    QTest::newRow("nothing") << u"star"_s << u""_s;
+    QTest::newRow("nothing") << u"oval[name=Star]"_s << u""_s;
 }
 
 void tst_Module_Dom::selectors()
@@ -250,6 +264,29 @@ void tst_Module_Dom::errors_data()
         u"TypeError: The style's \"fill\" has to be a text, a number or a boolean, but is nothing (undefined). Delete "
         u"the "
         "key to take it out of the style."_s);
+    row("an opacity", "attempt(() => { byID('a').style.opacity = 5; })",
+        u"RangeError: The style's \"opacity\" has to be a number from 0 to 1, but is the number 5."_s);
+    row("a name that layers do not have", "attempt(() => { byID('a').nme = 5; })",
+        u"TypeError: A layer has no \"nme\". Did you mean \"name\"? What can be assigned to: name, frame, style, text, "
+        "image, isSelected. Values of your own are kept with of() of \"korvan/settings\"."_s);
+    row("a name that documents do not have", "attempt(() => { document.title = 'A'; })",
+        u"TypeError: A document has no \"title\". What can be assigned to: name, selection. Values of your own are "
+        u"kept "
+        "with of() of \"korvan/settings\"."_s);
+    row("a read-only property", "attempt(() => { byID('a').id = 'x'; })",
+        u"TypeError: The \"id\" of a layer cannot be assigned to. What can be: name, frame, style, text, image, "
+        "isSelected."_s);
+    row("the beginning of a part of a frame", "attempt(() => { byID('a').frame.w = 3; })",
+        u"TypeError: A frame has no \"w\". Did you mean \"width\"? It has: x, y, width, height."_s);
+    row("a letter that begins nothing", "attempt(() => { byID('a').frame.q = 3; })",
+        u"TypeError: A frame has no \"q\". It has: x, y, width, height."_s);
+    row("a type that no layer has", "attempt(() => document.find('#g > Text[name=Title]'))",
+        u"TypeError: The selector \"#g > Text[name=Title]\" asks for the type \"Text\", which no layer has. Did you "
+        u"mean "
+        "\"text\"? There are: group, rectangle, oval, text, image."_s);
+    row("a value of two words", "attempt(() => document.find('[name=Far Hill]'))",
+        u"SyntaxError: The selector \"[name=Far Hill]\" is wrong at character 11 (\"Hill]\"): \"]\" or quotes around a "
+        "value of several words was expected. Selectors look like text[name=\"Title\"], group > rectangle or #id."_s);
     row("no such part of a frame", "attempt(() => { byID('a').frame.widht = 3; })",
         u"TypeError: A frame has no \"widht\". Did you mean \"width\"? It has: x, y, width, height."_s);
     row("a frame's value", "attempt(() => { byID('a').frame.x = NaN; })",
@@ -283,7 +320,20 @@ void tst_Module_Dom::errors_data()
     row("selecting no array", "attempt(() => { document.selection = byID('a'); })",
         u"TypeError: The selection has to be an array of layers, but is an object."_s);
     row("looking for nothing", "attempt(() => document.find())",
-        u"TypeError: What find() looks for, a selector or a function, has to be a text, but is nothing (undefined)."_s);
+        u"TypeError: find() takes a selector or a function, but was given nothing (undefined)."_s);
+    row("moved into a removed group", "const g = byID('g'); g.remove(); attempt(() => byID('a').moveTo(g))",
+        u"Error: The layer \"Group\" was removed from its document. Ask isRemoved before using a layer that was kept, "
+        u"or "
+        "look for it again with find()."_s);
+    row("gaps among children", "attempt(() => document.create({ type: 'group', children: [, { type: 'text' }] }))",
+        u"TypeError: create() takes an object with its options, but was given nothing (undefined)."_s);
+    row("an image that is nowhere", "attempt(() => document.create({ type: 'image', image: 'pic.png' }))",
+        u"TypeError: The image of a layer is the text \"pic.png\", but has to be a whole path or a URL. That of an "
+        u"image "
+        "in the plug-in's Resources is context.plugin.urlForResourceNamed('NAME')."_s);
+    row("a long selector is cut off", "attempt(() => document.find('a'.repeat(100000) + '!'))",
+        u"SyntaxError: The selector \"%1…\" is wrong at character 100001 (\"!\"): \">\", \",\", a step or the end was "
+        "expected. Selectors look like text[name=\"Title\"], group > rectangle or #id."_s.arg(QString(100, u'a')));
     row("an unfinished selector", "attempt(() => document.find('text[name='))",
         u"SyntaxError: The selector \"text[name=\" is wrong at its end: a value was expected. Selectors look like "
         "text[name=\"Title\"], group > rectangle or #id."_s);

@@ -57,6 +57,10 @@ void tst_Module_Settings::calls_data()
     const auto row = [](const char *tag, const char *statements, const QString &expected) {
         QTest::newRow(tag) << QByteArray(statements) << expected;
     };
+    const auto kinds = u"Settings are texts, numbers, booleans, null, and arrays and plain objects of them."_s;
+    const auto notUpdated = u"TypeError: update() takes a plain object with the new values, but was given %1.\n"_s;
+    const auto updating =
+        notUpdated.arg(u"an instance of a class"_s).repeated(2) + notUpdated.arg(u"an array"_s) + u"[]"_s;
     row("nothing",
         "show(settings.get('a')); show(settings.get('a', 7)); show(settings.has('a')); show(settings.keys())",
         u"undefined\n7\nfalse\n[]"_s);
@@ -92,14 +96,14 @@ void tst_Module_Settings::calls_data()
         u"TypeError: The setting \"a\" cannot be kept: a is an instance of a class. Settings are texts, numbers, "
         "booleans, null, and arrays and plain objects of them."_s);
     row("a promise", "attempt(() => settings.set('a', Promise.resolve(1)))",
-        u"TypeError: The setting \"a\" cannot be kept: a is an instance of a class. Settings are texts, numbers, "
+        u"TypeError: The setting \"a\" cannot be kept: a is a promise (await it first). Settings are texts, numbers, "
         "booleans, null, and arrays and plain objects of them."_s);
     row("no key", "attempt(() => settings.get()); attempt(() => settings.set('', 1))",
         u"TypeError: The key of a setting has to be a text, but is nothing (undefined).\n"
         "TypeError: The key of a setting cannot be empty."_s);
     row("too much", "attempt(() => settings.set('a', 'x'.repeat(1100000)))",
-        u"Error: The settings of a plug-in hold at most 1048576 bytes as JSON, which these would exceed. Keep larger "
-        "things in files, and their paths in the settings."_s);
+        u"Error: The settings of a plug-in hold at most 1048576 bytes as JSON, which these would exceed. Keep less of "
+        "them: take out what is not needed any more, or what can be made anew."_s);
     row("on a layer",
         "const on = settings.of(context.selection[0]); on.set('a', 1); show(on.get('a')); show(on.all()); "
         "show(settings.all()); show(settings.of(require('korvan/dom').from(context.selection[0])).get('a'))",
@@ -108,6 +112,31 @@ void tst_Module_Settings::calls_data()
         "const on = settings.of(context.document); on.update({ a: 1, b: 2 }); on.delete('a'); show(on.all()); "
         "on.clear(); show(context.document.userInfo())",
         u"{\"b\":2}\nnull"_s);
+    row("what JSON would change, on a layer too",
+        "const keep = (v) => { for (const s of [settings, settings.of(context.selection[0])]) { "
+        "try { s.set('a', v); show('kept'); } catch (e) { show(e.message.startsWith('The setting \"a\"')); } "
+        "show(s.keys()); } }; keep('\\ud800'); keep([1, , 2])",
+        u"true\n[]\ntrue\n[]\ntrue\n[]\ntrue\n[]"_s);
+    row("says what JSON would change",
+        "for (const v of ['\\ud800', [1, , 2], { '\\ud800': 1 }]) attempt(() => settings.set('a', v)); "
+        "attempt(() => settings.set('\\ud800', 1))",
+        u"TypeError: The setting \"a\" cannot be kept: a has half of a character in it. "_s + kinds
+            + u"\nTypeError: The setting \"a\" cannot be kept: a[1] is a gap in the array. "_s + kinds
+            + u"\nTypeError: The setting \"a\" cannot be kept: a key in a has half of a character in it. "_s + kinds
+            + u"\nTypeError: The key of a setting has half of a character in it."_s);
+    row("as deep as JSON goes, and deeper",
+        "const nested = (n) => { let v = 1; while (n-- > 0) v = [v]; return v; }; settings.set('a', nested(499)); "
+        "attempt(() => settings.set('b', nested(100000))); show(settings.keys())",
+        u"TypeError: The setting \"b\" cannot be kept: it is nested more than 499 levels deep. "_s + kinds
+            + u"\n[\"a\"]"_s);
+    row("functions taken out of the module",
+        "const { get, set, has, all } = settings; set('a', 1); show([get('a'), has('a'), all()])",
+        u"[1,true,{\"a\":1}]"_s);
+    row("what is no plain object, on a layer too",
+        "for (const s of [settings, settings.of(context.selection[0])]) { attempt(() => s.update(new Map([['a', "
+        "1]]))); "
+        "attempt(() => s.update(new (class A { b = 1; }))); attempt(() => s.update([1])); show(s.keys()); }",
+        QStringList{updating, updating}.join(u'\n'));
     row("on nothing", "attempt(() => settings.of('a')); attempt(() => settings.of(null))",
         u"TypeError: of() takes a layer or a document, but was given the text \"a\".\n"
         "TypeError: of() takes a layer or a document, but was given null."_s);

@@ -32,6 +32,7 @@ private slots:
     void tooManyAtOnce();
     void withoutAUser();
     void progressTells();
+    void progressTakesNoUnknownNames();
     void progressIsCancelled();
     void progressEndsWithItsWork();
     void progressEndsWithTheSession();
@@ -113,7 +114,7 @@ void tst_Module_UI::errors_data()
         u"buttons, "
         "defaultButton."_s);
     row("no buttons", "ui.alert({ title: 'A', buttons: [] })",
-        u"TypeError: The buttons have to be an array with at least one text, but are an array."_s);
+        u"TypeError: The buttons have to be an array with at least one text, but are an empty one."_s);
     row("a style", "ui.alert({ title: 'A', style: 'red' })",
         u"TypeError: The style of an alert has to be one of information, warning, critical, but is the text \"red\"."_s);
     row("a default that is no button", "ui.alert({ title: 'A', buttons: ['B'], defaultButton: 'C' })",
@@ -122,10 +123,16 @@ void tst_Module_UI::errors_data()
         u"RangeError: The minimum of askNumber() (2) is above its maximum (1)."_s);
     row("no number", "ui.askNumber({ title: 'A', value: '1' })",
         u"TypeError: The value of askNumber() has to be a number, but is the text \"1\"."_s);
+    row("decimals", "ui.askNumber({ title: 'A', decimals: 1.5 })",
+        u"RangeError: The decimals of askNumber() have to be a whole number from 0 to 15, but are 1.5."_s);
     row("no choices", "ui.askChoice('A')",
         u"TypeError: The choices have to be an array with at least one text, but are nothing (undefined)."_s);
     row("a choice that is no text", "ui.askChoice({ title: 'A', choices: [1] })",
         u"TypeError: Each of the choices has to be a text, but is the number 1."_s);
+    row("a gap among buttons", "ui.alert({ title: 'A', buttons: ['B', , 'C'] })",
+        u"TypeError: Each of the buttons has to be a text, but is nothing (undefined)."_s);
+    row("new", "new ui.Progress({ title: 'A', total: 'x' })",
+        u"TypeError: A script cannot make a progress with new. Use progress() or withProgress()."_s);
     row("no message", "ui.message(5)", u"TypeError: A message has to be a text, but is the number 5."_s);
 }
 
@@ -196,6 +203,16 @@ void tst_Module_UI::progressTells()
         QStringList({u"message [Tidy]  / Begins"_s, u"progress [Tidy] Export / First (cancel)"_s, u"progress 0.25"_s,
             u"progress text Second"_s, u"progress ends"_s}));
     QVERIFY(!m_fixture->isRunning());
+}
+
+void tst_Module_UI::progressTakesNoUnknownNames()
+{
+    QCOMPARE(m_fixture->run(prologue
+                 + "const progress = ui.progress('A'); attempt(() => { progress.val = 5; }); "
+                   "attempt(() => { progress.total = 5; }); progress.finish()"),
+        QStringList({u"TypeError: A progress has no \"val\". Did you mean \"value\"? What can be assigned to: value, "
+                     "text, onCancel."_s,
+            u"TypeError: The \"total\" of a progress cannot be assigned to. What can be: value, text, onCancel."_s}));
 }
 
 void tst_Module_UI::progressIsCancelled()

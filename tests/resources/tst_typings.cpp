@@ -1,12 +1,13 @@
 // The typings say what is there: compared with what scripts find, and with what a compiler makes of scripts.
 
+#include "platform/FileReading.h"
 #include "platform/JSONText.h"
 #include "resources/ModuleFixture.h"
 #include "support/Guides.h"
+#include "support/servers/ChildProcess.h"
 
 #include <QDir>
 #include <QDirIterator>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -22,10 +23,10 @@ const auto typings = sources + u"/resources/typings"_s;
 /// What the program prints, errors too.
 QByteArray outputOf(const QString &program, const QStringList &arguments)
 {
-    QProcess process;
-    process.setProcessChannelMode(QProcess::MergedChannels);
-    process.start(program, arguments);
-    return process.waitForFinished(-1) ? process.readAll() : process.errorString().toUtf8();
+    const QTemporaryDir folder;
+    const auto output = folder.filePath(u"output"_s);
+    ChildProcess({program, arguments, folder.path(), output, {}}).waitForEnd();
+    return readFile(output.toUtf8(), 1024 * 1024).value();
 }
 
 /// What the compiler says of the files, with the options of an author's editor.

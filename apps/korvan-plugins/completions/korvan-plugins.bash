@@ -13,7 +13,7 @@ _korvan_plugins() {
         mapfile -t COMPREPLY < <(compgen -d -- "$current")
         return
         ;;
-    --defaults | --standalone | --document | --dump-document | --output | --feed)
+    --defaults | --standalone | --document | --dump-document | --output | --feed | --profile)
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
         return
         ;;
@@ -28,7 +28,7 @@ _korvan_plugins() {
     --identifier | --url | --default | --host-version | --blocklist-url | --handler | --context | --wait | --filter | --limit) return ;;
     esac
     case $command in
-    run) options+=' --standalone --handler --document --context --wait --dump-document' ;;
+    run) options+=' --standalone --handler --document --context --wait --dump-document --profile --trace' ;;
     supply) options+=' --document --wait --dump-document' ;;
     create) options+=' --identifier --template' ;;
     test) options+=' --document --filter --limit' ;;

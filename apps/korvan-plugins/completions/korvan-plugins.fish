@@ -62,3 +62,5 @@ complete -c korvan-plugins -n $run -l document -r -d 'Document to work on'
 complete -c korvan-plugins -n $run -l context -x -d 'Further keys of the context'
 complete -c korvan-plugins -n $run -l wait -x -d 'Longest wait for a command that stays running'
 complete -c korvan-plugins -n $run -l dump-document -r -d 'Where to write the document afterwards'
+complete -c korvan-plugins -n $run -l profile -r -d "Where to write a profile of the scripts' time"
+complete -c korvan-plugins -n $run -l trace -d 'Show each call of the scripts into the application'

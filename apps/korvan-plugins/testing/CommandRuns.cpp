@@ -58,6 +58,51 @@ void CommandRuns::run(
     });
 }
 
+QStringList CommandRuns::identifiersWithHandler(const QString &handler) const
+{
+    QStringList identifiers;
+    for (const auto &[identifier, command] : m_bundle ? m_bundle->commands() : CommandTable()) {
+        if (command->handlers().contains(handler))
+            identifiers.append(identifier);
+    }
+    return identifiers;
+}
+
+QList<DataSupplier> CommandRuns::suppliers() const
+{
+    const bool isAsked = m_bundle && m_bundle->suppliesData();
+    return isAsked ? m_manager.dataSuppliers()->suppliers() : QList<DataSupplier>();
+}
+
+void CommandRuns::supply(const QString &supplier, const QVariantList &layers, const ScriptValue &done) const
+{
+    QStringList names;
+    const auto known = suppliers();
+    const auto found = std::find_if(known.begin(), known.end(), [&](const DataSupplier &each) {
+        names.append(QStringLiteral("\"%1\"").arg(each.identifier));
+        return each.identifier == supplier || each.name == supplier;
+    });
+    if (found == known.end()) {
+        throw ScriptException(names.isEmpty()
+                ? QStringLiteral(
+                    "The plug-in supplies no data. Its manifest needs \"suppliesData\": true and a command "
+                    "with a handler for the action \"Startup\", which registers what there is.")
+                : QStringLiteral("The plug-in has no data supplier \"%1\". It has: %2.")
+                      .arg(supplier, names.join(QStringLiteral(", "))));
+    }
+    DataSuppliers::Layers objects;
+    for (const auto &layer : layers)
+        objects.append(layer.value<ScriptObjectPointer>());
+    m_manager.dataSuppliers()->supply(*found, objects, [done](const Result<DataSuppliers::Values> &values) {
+        QVariantList texts;
+        if (!values)
+            return done.call({values.error().localizedDescription, texts});
+        for (const auto &value : values.value())
+            texts.append(value ? QVariant(*value) : QVariant::fromValue(nullptr));
+        return done.call({QVariant::fromValue(nullptr), texts});
+    });
+}
+
 bool CommandRuns::take(const QVariantMap &entry, const QString &identifier)
 {
     const auto awaited = std::find_if(m_started.begin(), m_started.end(),
@@ -107,6 +152,12 @@ void CommandRuns::callBack(const Started &run)
         QVariantMap{
             {QStringLiteral("returnValue"), value},
             {QStringLiteral("log"), run.log},
-            {QStringLiteral("isRunning"), m_manager.isCommandRunning(run.command->commandSpecifier())},
+            {QStringLiteral("isRunning"), isRunning(run)},
         }});
+}
+
+/// The manager only looks now and then whether a command has ended.
+bool CommandRuns::isRunning(const Started &run) const
+{
+    return m_manager.isCommandRunning(run.command->commandSpecifier()) && run.command->stayRunning();
 }

@@ -20,6 +20,15 @@ public:
     /// Throws a ScriptException when there is no such handler.
     void run(const QString &identifier, const QString &handler, const QVariantMap &context, const ScriptValue &done);
 
+    /// The commands that have such a handler.
+    QStringList identifiersWithHandler(const QString &handler) const;
+    /// What the plug-in's running commands offer to put into layers.
+    QList<DataSupplier> suppliers() const;
+    /// Asks a supplier, by its identifier or its name, for values for layers. `done` is called with why there are none
+    /// (null when there are), and with a list of a text or null for each layer. Throws a ScriptException when there is
+    /// no such supplier.
+    void supply(const QString &supplier, const QVariantList &layers, const ScriptValue &done) const;
+
     /// Takes an entry that one of the commands has logged. False for an uncaught error that comes when none of its runs
     /// is awaited.
     bool take(const QVariantMap &entry, const QString &identifier);
@@ -40,6 +49,7 @@ private:
 
     std::shared_ptr<KRPluginCommand> findCommand(const QString &identifier, const QString &handler) const;
     bool isDone(const Started &run) const;
+    bool isRunning(const Started &run) const;
     void callBack(const Started &run);
 
     TestHost &m_host;

@@ -5,6 +5,7 @@
 #include <QVariantList>
 
 #include <functional>
+#include <variant>
 
 /// A user who answers as a test has said beforehand. Main thread only.
 class ScriptedUser final : public UserPresenter
@@ -16,6 +17,8 @@ public:
     /// Answers for the next questions: the text of a button or a choice, a text, a number, or null to close the
     /// question without an answer.
     void addAnswers(const QVariantList &answers) { m_answers.append(answers); }
+    /// Asks to stop what shows a progress that can be cancelled. False when there is none.
+    bool cancelProgress();
     /// What was shown, in order: dictionaries with "kind", "title", "text", and what else the kind has.
     const QVariantList &shown() const { return m_shown; }
 
@@ -28,9 +31,14 @@ public:
         const ProgressTask &task, std::function<void()> cancelled) override;
 
 private:
-    /// What an answer means for a question; nil when it does not fit.
+    /// Why an answer does not fit a question.
+    struct Refusal
+    {
+        QString sentence;
+    };
+    /// What an answer means for a question.
     template <class Answer>
-    using Reading = std::function<std::optional<Answer>(const QVariant &answer)>;
+    using Reading = std::function<std::variant<Answer, Refusal>(const QVariant &answer)>;
 
     template <class Answer>
     PresentationPointer answer(const UserMessage &message, const Reading<Answer> &read, Callback<Answer> answered);
@@ -38,7 +46,10 @@ private:
     QVariant nextAnswer(const UserMessage &message);
     void note(const char *kind, const UserMessage &message, QVariantMap more = {});
 
+    class OpenProgress;
+
     std::function<void(const QString &)> m_complain;
+    QList<OpenProgress *> m_cancellable;
     QVariantList m_answers;
     QVariantList m_shown;
 };

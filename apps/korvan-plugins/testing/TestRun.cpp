@@ -92,6 +92,8 @@ std::optional<KRError> TestRun::openDocument()
 
 std::optional<TestFailure> TestRun::perform()
 {
+    if (!m_file.bundle.isEmpty() && !m_bundle)
+        return TestFailure{QStringLiteral("The plug-in \"%1\" cannot be read.").arg(m_file.bundle), {}, 0, 0, {}, {}};
     if (const auto error = openDocument())
         return TestFailure{error->localizedDescription, {}, 0, 0, {}, {}};
     const QDeadlineTimer deadline(qint64(m_settings.limitSeconds * 1000));
@@ -102,7 +104,9 @@ std::optional<TestFailure> TestRun::perform()
         else if (m_commands.finish())
             continue;
         else if (deadline.hasExpired())
-            end(QStringLiteral("The test took longer than %1 seconds.").arg(m_settings.limitSeconds));
+            end(QStringLiteral("The test took longer than %1 %2.")
+                    .arg(m_settings.limitSeconds)
+                    .arg(m_settings.limitSeconds == 1 ? QStringLiteral("second") : QStringLiteral("seconds")));
         else
             goOn();
     }
@@ -111,11 +115,16 @@ std::optional<TestFailure> TestRun::perform()
     return m_failure;
 }
 
-/// Lets the next thing happen, as soon as it takes the clock to.
+/// Lets the next thing happen, as soon as it takes the clock to. When the test is done, no time passes any more.
 void TestRun::goOn()
 {
     constexpr std::chrono::hours longest(1);
     auto &clock = m_host.clock();
+    if (m_service->isFinishing()) {
+        if (!clock.runNext(clock.now()))
+            m_service->finish();
+        return;
+    }
     if (clock.runNext(longest))
         return;
     end(QStringLiteral("The test waits for something that does not come, not within an hour of its clock."));

@@ -52,6 +52,17 @@ void TestingService::onStuck(const QVariant &callback)
     m_stuck = callback.value<ScriptValue>();
 }
 
+void TestingService::afterwards(const QVariant &callback)
+{
+    m_afterwards = callback.value<ScriptValue>();
+}
+
+void TestingService::finish()
+{
+    if (const auto callback = std::exchange(m_afterwards, std::nullopt))
+        callback->call({});
+}
+
 bool TestingService::end(const QString &reason)
 {
     const auto callback = std::exchange(m_stuck, std::nullopt);
@@ -66,6 +77,25 @@ void TestingService::runCommand(
     const QString &identifier, const QString &handler, const QVariantMap &context, const QVariant &done)
 {
     m_commands.run(identifier, handler, context, done.value<ScriptValue>());
+}
+
+QStringList TestingService::startupCommands() const
+{
+    return m_commands.identifiersWithHandler(QStringLiteral("Startup"));
+}
+
+QStringList TestingService::suppliers() const
+{
+    QStringList names;
+    const auto suppliers = m_commands.suppliers();
+    for (const auto &supplier : suppliers)
+        names.append(supplier.identifier);
+    return names;
+}
+
+void TestingService::supplyData(const QString &supplier, const QVariantList &layers, const QVariant &done)
+{
+    m_commands.supply(supplier, layers, done.value<ScriptValue>());
 }
 
 void TestingService::addLog(const QVariantMap &entry)
@@ -148,6 +178,11 @@ void TestingService::answer(const QVariantList &answers)
     m_host.user().addAnswers(answers);
 }
 
+bool TestingService::cancelProgress()
+{
+    return m_host.user().cancelProgress();
+}
+
 QVariantList TestingService::shown() const
 {
     return m_host.user().shown();
@@ -172,8 +207,12 @@ const ScriptClass &TestingService::scriptClass() const
         scriptOperation<&TestingService::passed>("passed"),
         scriptOperation<&TestingService::failed>("failed", "(difference: string | null)"),
         scriptOperation<&TestingService::onStuck>("onStuck", "(callback: Function)"),
+        scriptOperation<&TestingService::afterwards>("afterwards", "(callback: Function)"),
         scriptOperation<&TestingService::runCommand>(
             "runCommand", "(identifier, handler, context: object, done: Function)"),
+        scriptOperation<&TestingService::startupCommands>("startupCommands"),
+        scriptOperation<&TestingService::suppliers>("suppliers"),
+        scriptOperation<&TestingService::supplyData>("supplyData", "(supplier, layers: object[], done: Function)"),
         scriptOperation<&TestingService::log>("log", "(): object[]"),
         scriptOperation<&TestingService::clearLog>("clearLog"),
         scriptOperation<&TestingService::openDocumentFile>("openDocumentFile", "(file)"),
@@ -185,6 +224,7 @@ const ScriptClass &TestingService::scriptClass() const
         scriptOperation<&TestingService::now>("now"),
         scriptOperation<&TestingService::advance>("advance", "(milliseconds, done: Function)"),
         scriptOperation<&TestingService::answer>("answer", "(answers: unknown[])"),
+        scriptOperation<&TestingService::cancelProgress>("cancelProgress"),
         scriptOperation<&TestingService::shown>("shown", "(): object[]"),
         scriptOperation<&TestingService::answerRequest>("answerRequest", "(url, answer: object)"),
         scriptOperation<&TestingService::requests>("requests", "(): object[]"),

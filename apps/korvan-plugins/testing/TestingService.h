@@ -26,6 +26,10 @@ public:
     const QString &difference() const { return m_difference; }
     /// Ends the test with an error from outside. False when it has not even begun, or was ended so before.
     bool end(const QString &reason);
+    /// Whether the test's own work is done, so that only what is due now still runs.
+    bool isFinishing() const { return m_afterwards.has_value(); }
+    /// Says that all of that has run.
+    void finish();
     /// The command that the test itself is, so that it meets the document that it opens.
     void setCommand(const std::weak_ptr<KRPluginCommand> &command) { m_command = command; }
     void addLog(const QVariantMap &entry);
@@ -40,9 +44,14 @@ private:
     void passed() { m_isOver = true; }
     void failed(const QVariant &difference);
     void onStuck(const QVariant &callback);
+    void afterwards(const QVariant &callback);
     // The plug-in
     void runCommand(
         const QString &identifier, const QString &handler, const QVariantMap &context, const QVariant &done);
+    /// The commands that register what the plug-in supplies.
+    QStringList startupCommands() const;
+    QStringList suppliers() const;
+    void supplyData(const QString &supplier, const QVariantList &layers, const QVariant &done);
     QVariantList log() const { return m_log; }
     void clearLog() { m_log.clear(); }
     // The document
@@ -57,6 +66,7 @@ private:
     double now() const;
     void advance(double milliseconds, const QVariant &done);
     void answer(const QVariantList &answers);
+    bool cancelProgress();
     QVariantList shown() const;
     void answerRequest(const QString &url, const QVariantMap &answer);
     QVariantList requests() const;
@@ -70,6 +80,7 @@ private:
     bool m_isOver = false;
     QString m_difference;
     std::optional<ScriptValue> m_stuck;
+    std::optional<ScriptValue> m_afterwards;
     QVariantList m_log;
     std::map<int, std::unique_ptr<ScheduledCall>> m_advances;
     int m_latestAdvance = 0;

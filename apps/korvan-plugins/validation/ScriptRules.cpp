@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QHash>
+#include <QRegularExpression>
 
 namespace {
 
@@ -62,8 +63,21 @@ private:
         if (check.error)
             m_manifest.errorInFile(key, path, {check.error->line, check.error->column}, check.error->message);
         else
-            checkModules(m_manifest, key, path, std::get<QString>(text));
+            checkRequired(key, path, std::get<QString>(text));
         return std::move(check.outline);
+    }
+
+    void checkRequired(const QString &key, const QString &path, const QString &source)
+    {
+        checkModules(m_manifest, key, path, source);
+        const auto *const supplies = m_manifest.root().value(u"suppliesData", JSONNode::Type::Boolean);
+        if (supplies && supplies->boolean)
+            return;
+        static const QRegularExpression use(QStringLiteral("require\\s*\\(\\s*(['\"`])korvan/data-supplier\\1"));
+        if (const auto match = use.match(source); match.hasMatch()) {
+            m_manifest.warningInFile(key, path, positionIn(source, match.capturedStart()),
+                QStringLiteral("Hosts ask no plug-in for data whose manifest does not say “\"suppliesData\": true”."));
+        }
     }
 
     /// Hosts load one script for all spellings of its path, the first one.

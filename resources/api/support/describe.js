@@ -1,11 +1,14 @@
 // What the modules say about values in their errors.
 'use strict';
 
+/** A text, cut off after so many characters. */
+const shortened = (text, length) => (text.length <= length ? text : `${text.slice(0, length)}…`);
+
 /** A value in a few words: "the text \"abc\"", "an array", "nothing (undefined)". */
 function describe(value) {
     switch (typeof value) {
     case 'undefined': return 'nothing (undefined)';
-    case 'string': return value.length <= 40 ? `the text "${value}"` : `the text "${value.slice(0, 40)}…"`;
+    case 'string': return `the text "${shortened(value, 40)}"`;
     case 'number': return `the number ${value}`;
     case 'boolean': return String(value);
     case 'function': return 'a function';
@@ -35,9 +38,14 @@ function distance(from, to) {
     return row[to.length];
 }
 
-/** " Did you mean \"fill\"?" for a word that is nearly one of the known ones, else "". */
+/** " Did you mean \"fill\"?" for a word that is the beginning of one of the known ones, or nearly one, else "". */
 function suggestion(word, known) {
     const text = String(word).toLowerCase();
+    const begun = known.find((name) => text !== '' && name.toLowerCase().startsWith(text));
+    if (begun !== undefined)
+        return ` Did you mean "${begun}"?`;
+    if (text.length < 2)
+        return '';
     const nearest = known.map((name) => [distance(text, name.toLowerCase()), name]).sort((a, b) => a[0] - b[0])[0];
     return nearest !== undefined && nearest[0] <= Math.ceil(text.length / 3) ? ` Did you mean "${nearest[1]}"?` : '';
 }
@@ -75,4 +83,4 @@ function checkFunction(value, what) {
     return value;
 }
 
-module.exports = { describe, article, suggestion, checkKeys, checkText, checkNumber, checkFunction };
+module.exports = { describe, shortened, article, suggestion, checkKeys, checkText, checkNumber, checkFunction };

@@ -22,7 +22,7 @@ class LayerTable {
     /** A function that tells of each row whether its layer's value passes a test. */
     filter(key, test) {
         if (key === 'selected') {
-            const selected = new Set(this.#document.selection().map((layer) => layer.id()));
+            const selected = new Set(this.#document?.selection().map((layer) => layer.id()));
             return this.filter('id', (id) => test(selected.has(id)));
         }
         if (key === 'text') {

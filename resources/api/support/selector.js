@@ -9,6 +9,8 @@
 //     value     = "…" | '…' | number | word
 'use strict';
 
+const { shortened } = require('./describe.js');
+
 const OPERATORS = {
     '=': (actual, expected) => actual === expected,
     '!=': (actual, expected) => actual !== expected,
@@ -35,12 +37,13 @@ class Parser {
         this.text = text;
         this.position = 0;
         this.keys = new Set();
+        this.types = new Set();
     }
 
     fail(expected) {
         const place = this.position < this.text.length
             ? `at character ${this.position + 1} ("${this.text.slice(this.position, this.position + 10)}")` : 'at its end';
-        throw new SyntaxError(`The selector "${this.text}" is wrong ${place}: ${expected} was expected. `
+        throw new SyntaxError(`The selector "${shortened(this.text, 100)}" is wrong ${place}: ${expected} was expected. `
             + 'Selectors look like text[name="Title"], group > rectangle or #id.');
     }
 
@@ -73,14 +76,15 @@ class Parser {
         if (this.position < this.text.length)
             this.fail('">", ",", a step or the end');
         return {
+            id: idOf(paths),
             keys: [...this.keys],
+            types: [...this.types],
             // Which of the rows from `first` on are meant; no more of them than `most`.
             rowsIn(table, first, most) {
-                const bound = paths.map((path) => path.map(({ filters, isChild }) => (
-                    { filters: filters.map(({ key, test }) => table.filter(key, test)), isChild })));
+                const tests = paths.map((path) => testOfPath(path, table));
                 const rows = [];
                 for (let row = first; row < table.groups.length && rows.length < most; ++row) {
-                    if (bound.some((path) => matches(path, path.length - 1, table.groups, row)))
+                    if (tests.some((isMeant) => isMeant(row)))
                         rows.push(row);
                 }
                 return rows;
@@ -108,8 +112,10 @@ class Parser {
         const start = this.position;
         if (!this.takeText('*')) {
             const type = this.take(WORD);
-            if (type !== undefined)
+            if (type !== undefined) {
+                this.types.add(type);
                 filters.push(this.reading('type', (actual) => actual === type));
+            }
         }
         for (;;) {
             if (this.takeText('#'))
@@ -128,7 +134,7 @@ class Parser {
 
     parseID() {
         const id = this.take(WORD) ?? this.fail('the id of a layer');
-        return this.reading('id', (actual) => actual === id);
+        return { ...this.reading('id', (actual) => actual === id), id };
     }
 
     parseState() {
@@ -147,7 +153,11 @@ class Parser {
         }
         this.skipSpace();
         const expected = this.parseValue();
-        this.closeCondition('"]"');
+        this.skipSpace();
+        if (!this.takeText(']')) {
+            const isQuoted = this.text.slice(0, this.position).match(/["']\s*$/) !== null;
+            this.fail(isQuoted ? '"]"' : '"]" or quotes around a value of several words');
+        }
         const compare = OPERATORS[operator];
         const number = Number(expected);
         return this.reading(key, (actual) => (actual === null ? operator === '!='
@@ -195,29 +205,48 @@ class Parser {
     }
 }
 
-function matches(path, last, groups, row) {
-    const { filters, isChild } = path[last];
-    for (const filter of filters) {
-        if (!filter(row))
-            return false;
+// The id when a selector asks for nothing else; undefined otherwise.
+function idOf([path, ...others]) {
+    const filters = others.length === 0 && path.length === 1 ? path[0].filters : [];
+    return filters.length === 1 ? filters[0].id : undefined;
+}
+
+// Whether a row passes the last step of a path. Each step before it is done for all rows at once, groups before what is in
+// them, so that the time does not depend on how many ways there are to walk the path.
+function testOfPath(path, table) {
+    let isMeant = testOfStep(path[0], table);
+    for (const step of path.slice(1)) {
+        const isInside = rowsInside(isMeant, step.isChild, table.groups);
+        const passes = testOfStep(step, table);
+        isMeant = (row) => isInside[row] === 1 && passes(row);
     }
-    if (last === 0)
-        return true;
-    for (let outer = groups[row]; outer >= 0; outer = groups[outer]) {
-        if (matches(path, last - 1, groups, outer))
-            return true;
-        if (isChild)
-            return false;
+    return isMeant;
+}
+
+function testOfStep({ filters }, table) {
+    const tests = filters.map(({ key, test }) => table.filter(key, test));
+    return tests.length === 1 ? tests[0] : (row) => tests.every((passes) => passes(row));
+}
+
+// 1 for the rows right in a group that is meant, or, unless only children count, anywhere in one.
+function rowsInside(isMeant, isChild, groups) {
+    const isInside = new Uint8Array(groups.length);
+    for (let row = 0; row < groups.length; ++row) {
+        const group = groups[row];
+        if (group >= 0 && (isMeant(group) || (!isChild && isInside[group] === 1)))
+            isInside[row] = 1;
     }
-    return false;
+    return isInside;
 }
 
 const compiled = new Map();
+const LONGEST_KEPT = 1000;
 
 /**
- * What a selector means: the `keys` of the columns that it looks at, and `rowsIn(table, first, most)`, the rows of the
- * layers that are meant. A table has `groups`, the row of the group around each layer, or -1, and answers for a key and
- * a test of a value a `filter` of rows. What was asked for lately is kept.
+ * What a selector means: the `id` when that is all that it asks for, the `keys` of the columns that it looks at, the
+ * `types` of layers that it names, and `rowsIn(table, first, most)`, the rows of the layers that are meant. A table has
+ * `groups`, the row of the group around each layer, or -1, and answers for a key and a test of a value a `filter` of rows.
+ * What was asked for lately is kept.
  */
 function compileSelector(text) {
     let known = compiled.get(text);
@@ -225,7 +254,8 @@ function compileSelector(text) {
         known = new Parser(text).parse();
         if (compiled.size >= 100)
             compiled.clear();
-        compiled.set(text, known);
+        if (text.length <= LONGEST_KEPT)
+            compiled.set(text, known);
     }
     return known;
 }

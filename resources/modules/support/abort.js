@@ -1,4 +1,6 @@
 // AbortController and AbortSignal over the event targets of a package.
+const LONGEST_DELAY = 2 ** 31 - 1; // as a timer's
+
 module.exports = function ({ Event, EventTarget, DOMException }) {
     const making = Symbol('making');
     const states = new WeakMap();
@@ -36,7 +38,9 @@ module.exports = function ({ Event, EventTarget, DOMException }) {
         static timeout(delay) {
             const signal = new AbortSignal(making);
             const message = 'The operation was aborted due to timeout';
-            setTimeout(() => abort(signal, new DOMException(message, 'TimeoutError')), delay);
+            // A timer would keep the session running, also when what it limits has long ended.
+            require('host:clock').alarm(Math.min(Math.max(Math.trunc(+delay) || 0, 0), LONGEST_DELAY),
+                () => abort(signal, new DOMException(message, 'TimeoutError')));
             return signal;
         }
         static any(signals) {

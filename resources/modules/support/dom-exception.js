@@ -5,6 +5,8 @@ const codes = ['IndexSizeError', , 'HierarchyRequestError', 'WrongDocumentError'
     'SecurityError', 'NetworkError', 'AbortError', 'URLMismatchError', 'QuotaExceededError', 'TimeoutError',
     'InvalidNodeTypeError', 'DataCloneError'];
 
+const { custom } = require('./inspectable');
+
 class DOMException extends Error {
     #name;
 
@@ -16,6 +18,7 @@ class DOMException extends Error {
     get name() { return this.#name; }
     get code() { return codes.indexOf(this.#name) + 1; }
     get [Symbol.toStringTag]() { return 'DOMException'; }
+    [custom]() { return `DOMException [${this.name}]: ${this.message}`; }
 }
 
 codes.forEach((name, index) => {

@@ -11,7 +11,7 @@ declare module 'korvan/settings' {
             has(key: string): boolean;
             set(key: string, value: Value): void;
             /** Sets all values of an object at once, in one write. */
-            update(values: object): void;
+            update(values: Plain): void;
             /** Answers whether there was such a value. */
             delete(key: string): boolean;
             clear(): void;
@@ -20,7 +20,16 @@ declare module 'korvan/settings' {
             all(): Record<string, any>;
         }
         /** What JSON can hold. */
-        type Value = string | number | boolean | null | object;
+        type Value = string | number | boolean | null | readonly Value[] | Plain;
+        /** No function, nor an instance of a class such as a `Date` or a `Map`. */
+        type Plain = {
+            [key: string]: any;
+            [Symbol.iterator]?: never;
+            call?: NoFunction;
+            getTime?: NoFunction;
+            then?: NoFunction;
+        };
+        type NoFunction = string | number | boolean | null | readonly unknown[];
     }
     const settings: settings.Settings & {
         /** The values that this plug-in keeps on a layer or a document. */

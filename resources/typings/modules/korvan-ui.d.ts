@@ -37,7 +37,7 @@ declare module 'korvan/ui' {
 
     /** Something that takes a while, as the user sees it. */
     export class Progress {
-        constructor(options: ProgressOptions);
+        private constructor();
         /** How much of the total is done. */
         value: number;
         readonly total: number;

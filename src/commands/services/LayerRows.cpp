@@ -58,31 +58,49 @@ LayerRows::LayerRows(const ScriptObjectPointer &root)
         return;
     appendGroupsAround(root);
     m_first = m_rows.size();
-    appendLayersOf(*root, int(m_first) - 1);
+    appendLayersOf(*root);
 }
+
+// Both without calling themselves: scripts can nest groups deeper than a stack is.
 
 /// The layer itself too; nothing for a document, which has no "parent".
 void LayerRows::appendGroupsAround(const ScriptObjectPointer &layer)
 {
     ScriptNativeCaller parentOf("parent");
-    const auto parent = parentOf(*layer);
-    if (!parent.isValid())
-        return;
-    if (const auto group = parent.value<ScriptObjectPointer>())
-        appendGroupsAround(group);
-    m_rows.push_back({layer, int(m_rows.size()) - 1});
+    std::vector<ScriptObjectPointer> fromInside;
+    auto next = layer;
+    for (auto parent = parentOf(*next); parent.isValid(); parent = parentOf(*next)) {
+        fromInside.push_back(next);
+        next = parent.value<ScriptObjectPointer>();
+        if (!next)
+            break;
+    }
+    for (auto group = fromInside.rbegin(); group != fromInside.rend(); ++group)
+        m_rows.push_back({*group, int(m_rows.size()) - 1});
 }
 
-void LayerRows::appendLayersOf(ScriptObject &parent, int group)
+void LayerRows::appendLayersOf(ScriptObject &root)
 {
+    struct Level
+    {
+        QVariantList layers;
+        qsizetype next;
+        int group;
+    };
     ScriptNativeCaller layersOf("layers");
-    const auto layers = layersOf(parent).toList();
-    for (const auto &value : layers) {
-        const auto layer = value.value<ScriptObjectPointer>();
+    std::vector<Level> levels{{layersOf(root).toList(), 0, int(m_rows.size()) - 1}};
+    while (!levels.empty()) {
+        auto &level = levels.back();
+        if (level.next == level.layers.size()) {
+            levels.pop_back();
+            continue;
+        }
+        const auto layer = level.layers[level.next++].value<ScriptObjectPointer>();
         if (!layer)
             continue;
-        m_rows.push_back({layer, group});
-        appendLayersOf(*layer, int(m_rows.size()) - 1);
+        m_rows.push_back({layer, level.group});
+        if (auto inside = layersOf(*layer).toList(); !inside.isEmpty())
+            levels.push_back({std::move(inside), 0, int(m_rows.size()) - 1});
     }
 }
 

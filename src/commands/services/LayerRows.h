@@ -36,7 +36,7 @@ private:
     };
 
     void appendGroupsAround(const ScriptObjectPointer &layer);
-    void appendLayersOf(ScriptObject &parent, int group);
+    void appendLayersOf(ScriptObject &root);
     QByteArray groups() const;
     QVariantMap column(const QString &key) const;
 

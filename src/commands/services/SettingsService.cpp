@@ -36,6 +36,8 @@ QVariantMap SettingsService::valuesOn(const std::shared_ptr<UserInfoOwner> &owne
 
 void SettingsService::setValueOn(const std::shared_ptr<UserInfoOwner> &owner, const QString &key, const QVariant &value)
 {
+    if (const auto refusal = value.isValid() ? PluginSettings::refusalToKeep(key, value) : std::nullopt)
+        throw ScriptException(refusal->localizedDescription); // the command would only log it
     if (const auto command = m_context.command.lock())
         command->setValueForKeyOnObject(value, key, owner, pluginIdentifier());
 }

@@ -194,9 +194,20 @@ void Transfer::takeHeader(QByteArrayView line)
 {
     m_stallWatch.received(line.size(), now());
     if (line.startsWith("HTTP/")) // also after a provisional head
-        m_headIsWhole = false;
+        takeStatusLine(line);
     else if (line == "\r\n" || line == "\n")
         m_headIsWhole = true;
+}
+
+/// "HTTP/1.1 404 Not Found".
+void Transfer::takeStatusLine(QByteArrayView line)
+{
+    m_headIsWhole = false;
+    if (m_request.responseHeaders == URLRequest::ResponseHeaders::Drop)
+        return;
+    const auto status = line.indexOf(' ');
+    const auto text = status < 0 ? status : line.indexOf(' ', status + 1);
+    m_statusText = text < 0 ? QByteArray() : line.sliced(text + 1).trimmed().toByteArray();
 }
 
 std::size_t Transfer::bodyArrives(char *bytes, std::size_t size, std::size_t count, void *transfer)
@@ -270,7 +281,7 @@ Transfer::Next Transfer::requestEnded(CURLcode code)
 {
     if (code == CURLE_OK && !m_headIsWhole) // which the transfer library takes for an answer without body
         code = CURLE_PARTIAL_FILE;
-    m_response = {m_url, statusCode(), responseHeaders()};
+    m_response = {m_url, statusCode(), responseHeaders(), m_statusText};
     if (m_error)
         return Next::Finish;
     if (code == CURLE_OPERATION_TIMEDOUT && wasOnlyBusy())

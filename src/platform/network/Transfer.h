@@ -72,6 +72,7 @@ private:
     void setCallbacks();
     bool takeBody(QByteArrayView bytes);
     void takeHeader(QByteArrayView line);
+    void takeStatusLine(QByteArrayView line);
     bool skipRedirectBody(QByteArrayView bytes);
     qint64 contentLength() const;
     int statusCode() const;
@@ -106,6 +107,7 @@ private:
     int m_redirects = 0;
     /// Whether the head of the answer has come to its end.
     bool m_headIsWhole = false;
+    QByteArray m_statusText;
     qint64 m_received = 0;
     /// Bytes of the redirect's body that this request has brought.
     qint64 m_skipped = 0;

@@ -13,6 +13,9 @@ struct URLResponse
     int statusCode = 0;
     /// Only when the request has asked for them.
     HTTPHeaders headers = {};
+    /// What the server calls the status, in Latin-1; only when the request has asked for the headers. Newer versions of
+    /// HTTP have none.
+    QByteArray statusText = {};
 
     friend bool operator==(const URLResponse &, const URLResponse &) = default;
 };

@@ -42,6 +42,9 @@ const JavaScriptCorePrivate &JavaScriptCorePrivate::entryPoints()
         find(library, result.runPromiseReactions, "_ZN3JSC2VM15drainMicrotasksEv");
         find(library, result.collectNow, "JSSynchronousGarbageCollectForDebugging");
         find(library, result.memoryStatistics, "JSGetMemoryUsageStatistics");
+        find(library, result.enableSamplingProfiler, "JSContextGroupEnableSamplingProfiler");
+        find(library, result.disableSamplingProfiler, "JSContextGroupDisableSamplingProfiler");
+        find(library, result.takeSamples, "JSContextGroupTakeSamplesFromSamplingProfiler");
         return result;
     }();
     return found;

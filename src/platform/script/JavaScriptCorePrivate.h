@@ -41,5 +41,14 @@ struct JavaScriptCorePrivate
     /// What the group holds: an object with "globalObjectCount" (contexts), "objectCount", "heapSize" and more.
     JSObjectRef (*memoryStatistics)(JSContextRef) = nullptr;
 
+    /// Looks at the scripts' stacks about a thousand times a second, from a thread of its own, until it is switched
+    /// off. False when this engine cannot.
+    bool (*enableSamplingProfiler)(JSContextGroupRef) = nullptr;
+    void (*disableSamplingProfiler)(JSContextGroupRef) = nullptr;
+    /// What was seen since the last call, to be released by the caller: JSON text with "interval" (seconds), "traces"
+    /// (each with "timestamp" and "frames", innermost first: "sourceID", "name", "location", "line", "column",
+    /// "category") and "sources" ("sourceID" and "url"). Unknown numbers are 2^32-1.
+    JSStringRef (*takeSamples)(JSContextGroupRef) = nullptr;
+
     static const JavaScriptCorePrivate &entryPoints();
 };

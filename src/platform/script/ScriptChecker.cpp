@@ -28,7 +28,7 @@ struct ScriptChecker::Engine final : ScriptContextClient
             return std::nullopt;
         if (!exception || !JSValueIsObject(context.ref(), exception))
             return ScriptSyntaxError{QStringLiteral("SyntaxError"), 1, 1};
-        addColumnToSyntaxError(context, source, sourceURL, exception);
+        addColumnToSyntaxError(context, source, sourceURL, exception, 0);
         const auto place = [&](const char *name) {
             const auto value = context.property(const_cast<JSObjectRef>(exception), name, nullptr);
             return value && JSValueIsNumber(context.ref(), value)

@@ -73,6 +73,8 @@ private:
     JSValueRef customToScript(const QVariant &value, JSValueRef *exception);
     JSValueRef objectToScript(const ScriptObjectPointer &object, JSValueRef *exception);
     JSValueRef functionToScript(const NativeFunction &function);
+    JSValueRef carryOutNative(
+        const NativeFunction &function, std::span<const JSValueRef> arguments, JSValueRef *exception);
     JSValueRef callNative(const NativeFunction &function, std::span<const JSValueRef> arguments, JSValueRef *exception);
     JSValueRef unsupported(const QVariant &value, JSValueRef *exception) const;
 

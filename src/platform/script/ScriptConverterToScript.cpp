@@ -4,6 +4,7 @@
 
 #include "platform/FileURL.h"
 #include "platform/OrderedDictionary.h"
+#include "platform/script/ObservedCall.h"
 
 #include <QDateTime>
 #include <QUrl>
@@ -174,6 +175,19 @@ JSValueRef ScriptConverter::functionToScript(const NativeFunction &function)
 }
 
 JSValueRef ScriptConverter::callNative(
+    const NativeFunction &function, std::span<const JSValueRef> arguments, JSValueRef *exception)
+{
+    if (!ScriptCallObserver::current())
+        return carryOutNative(function, arguments, exception);
+    const auto context = m_context.ref();
+    const auto describe = [&]() -> ScriptCallRecord {
+        return {ScriptCallRecord::Kind::Call, QStringLiteral("NativeFunction"), traceTexts(context, arguments), {},
+            false, 0, {}};
+    };
+    return observedCall(context, exception, describe, [&] { return carryOutNative(function, arguments, exception); });
+}
+
+JSValueRef ScriptConverter::carryOutNative(
     const NativeFunction &function, std::span<const JSValueRef> arguments, JSValueRef *exception)
 {
     try {

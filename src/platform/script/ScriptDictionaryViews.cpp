@@ -1,5 +1,6 @@
 #include "platform/script/ScriptDictionaryViews.h"
 
+#include "platform/script/ObservedCall.h"
 #include "platform/script/ScriptString.h"
 
 ScriptValueCoder::~ScriptValueCoder() = default;
@@ -33,11 +34,38 @@ QString keyOf(JSStringRef name)
     return QString(reinterpret_cast<const QChar *>(JSStringGetCharactersPtr(name)), qsizetype(JSStringGetLength(name)));
 }
 
+auto described(ScriptCallRecord::Kind kind, const QString &key, const QStringList &arguments)
+{
+    return [kind, &key, arguments]() -> ScriptCallRecord {
+        return {kind, QStringLiteral("Dictionary.") + key, arguments, {}, false, 0, {}};
+    };
+}
+
 } // namespace
 
 ScriptDictionaryViews::Box &ScriptDictionaryViews::box(JSObjectRef view)
 {
     return *static_cast<Box *>(JSObjectGetPrivate(view));
+}
+
+JSValueRef ScriptDictionaryViews::entry(const Box &box, const QString &key, JSValueRef *exception)
+{
+    const auto stored = box.dictionary->value(key);
+    const auto value = box.link->coder->toScript(stored, exception);
+    if (!value)
+        return nullptr;
+    // What a script has seen once it may change in place: from here on the entry is that very value.
+    const bool isCopied = stored.typeId() == QMetaType::QVariantMap || stored.typeId() == QMetaType::QVariantList;
+    if (isCopied)
+        box.dictionary->setValue(key, box.link->coder->toLiveVariant(value, exception));
+    return value;
+}
+
+void ScriptDictionaryViews::setEntry(const Box &box, const QString &key, JSValueRef value, JSValueRef *exception)
+{
+    const auto stored = box.link->coder->toLiveVariant(value, exception);
+    if (!*exception)
+        box.dictionary->setValue(key, stored);
 }
 
 JSClassRef ScriptDictionaryViews::viewClass()
@@ -50,31 +78,32 @@ JSClassRef ScriptDictionaryViews::viewClass()
         definition.hasProperty = [](JSContextRef, JSObjectRef view, JSStringRef name) {
             return box(view).dictionary->contains(keyOf(name));
         };
-        definition.getProperty = [](JSContextRef, JSObjectRef view, JSStringRef name,
+        definition.getProperty = [](JSContextRef context, JSObjectRef view, JSStringRef name,
                                      JSValueRef *exception) -> JSValueRef {
             const auto key = keyOf(name);
-            auto &[dictionary, link] = box(view);
-            if (!link->coder || !dictionary->contains(key))
+            const auto &held = box(view);
+            if (!held.link->coder || !held.dictionary->contains(key))
                 return nullptr;
-            const auto stored = dictionary->value(key);
-            const auto value = link->coder->toScript(stored, exception);
-            if (!value)
-                return nullptr;
-            // What a script has seen once it may change in place: from here on the entry is that very value.
-            const bool isCopied =
-                stored.typeId() == QMetaType::QVariantMap || stored.typeId() == QMetaType::QVariantList;
-            if (isCopied)
-                dictionary->setValue(key, link->coder->toLiveVariant(value, exception));
-            return value;
+            const auto get = [&] { return entry(held, key, exception); };
+            return ScriptCallObserver::current()
+                ? observedCall(context, exception, described(ScriptCallRecord::Kind::Get, key, {}), get)
+                : get();
         };
-        definition.setProperty = [](JSContextRef, JSObjectRef view, JSStringRef name, JSValueRef value,
+        definition.setProperty = [](JSContextRef context, JSObjectRef view, JSStringRef name, JSValueRef value,
                                      JSValueRef *exception) {
-            auto &[dictionary, link] = box(view);
-            if (!link->coder)
+            const auto &held = box(view);
+            if (!held.link->coder)
                 return true;
-            const auto stored = link->coder->toLiveVariant(value, exception);
-            if (!*exception)
-                dictionary->setValue(keyOf(name), stored);
+            const auto key = keyOf(name);
+            const auto set = [&]() -> JSValueRef {
+                setEntry(held, key, value, exception);
+                return nullptr;
+            };
+            if (ScriptCallObserver::current())
+                observedCall(
+                    context, exception, described(ScriptCallRecord::Kind::Set, key, {traceText(context, value)}), set);
+            else
+                set();
             return true;
         };
         definition.deleteProperty = [](JSContextRef, JSObjectRef view, JSStringRef name, JSValueRef *) {

@@ -37,6 +37,8 @@ private:
 
     static JSClassRef viewClass();
     static Box &box(JSObjectRef view);
+    static JSValueRef entry(const Box &box, const QString &key, JSValueRef *exception);
+    static void setEntry(const Box &box, const QString &key, JSValueRef value, JSValueRef *exception);
 
     JSContextRef m_context;
     std::shared_ptr<Link> m_link;

@@ -79,6 +79,20 @@ LineRange lineRange(const QString &source, int line)
     return {start, end < 0 ? source.size() : end};
 }
 
+/// What the author has written ends there; blanks and empty lines at its end do not count.
+qsizetype authorsEnd(const QString &source, qsizetype trailing)
+{
+    auto end = std::max<qsizetype>(source.size() - trailing, 0);
+    while (end > 0 && source.at(end - 1).isSpace())
+        --end;
+    return end;
+}
+
+int lineOf(const QString &source, qsizetype offset)
+{
+    return int(QStringView(source).left(offset).count(u'\n')) + 1;
+}
+
 /// How far back from `end` the text is what the message quotes.
 qsizetype quotedLength(const QString &source, qsizetype start, qsizetype end, const QString &message)
 {
@@ -93,10 +107,10 @@ qsizetype quotedLength(const QString &source, qsizetype start, qsizetype end, co
 } // namespace
 
 void addColumnToSyntaxError(
-    ScriptContext &context, const QString &source, const ScriptString &sourceURL, JSValueRef error)
+    ScriptContext &context, const QString &source, const ScriptString &sourceURL, JSValueRef error, qsizetype trailing)
 {
     auto *const object = objectOf(error);
-    const int line = numberProperty(context, object, "line");
+    int line = numberProperty(context, object, "line");
     if (line == 0)
         return;
     const auto message = context.textOf(error);
@@ -107,7 +121,7 @@ void addColumnToSyntaxError(
             && numberProperty(context, objectOf(other), "line") == line;
     };
 
-    const auto [start, end] = lineRange(source, line);
+    auto [start, end] = lineRange(source, line);
     auto low = start;
     auto high = end;
     if (message.contains(u"end of script") || isSameError(start) || !isSameError(end))
@@ -119,7 +133,15 @@ void addColumnToSyntaxError(
         else
             low = middle + 1;
     }
-    const auto column = high > start ? high - start - quotedLength(source, start, high, message) + 1 : 1;
+    auto quoted = quotedLength(source, start, high, message);
+    if (high > source.size() - trailing) { // the author has never seen what is there
+        high = authorsEnd(source, trailing);
+        line = lineOf(source, high);
+        start = lineRange(source, line).start;
+        quoted = 1;
+        context.setProperty(object, "line", JSValueMakeNumber(context.ref(), line));
+    }
+    const auto column = high > start ? high - start - quoted + 1 : 1;
     context.setProperty(object, "column", JSValueMakeNumber(context.ref(), double(column)));
     // The stack only holds who asked for the text.
     const auto place =

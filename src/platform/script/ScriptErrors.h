@@ -12,6 +12,7 @@ ScriptException readScriptException(ScriptContext &context, ScriptConverter &con
 
 /// Completes the engine's report of a text that is no script: of the place in it the engine knows the line only, the
 /// column and the stack are those of whoever asked for the text. The column is found by asking how much of that line it
-/// takes to make the same error.
+/// takes to make the same error. What is wrong in the last `trailing` characters, which its author has never seen, is
+/// at the end of what stands before them.
 void addColumnToSyntaxError(
-    ScriptContext &context, const QString &source, const ScriptString &sourceURL, JSValueRef error);
+    ScriptContext &context, const QString &source, const ScriptString &sourceURL, JSValueRef error, qsizetype trailing);

@@ -5,6 +5,7 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <vector>
 
 void ScriptLocations::setSource(const QString &sourceURL, const ScriptSource &source)
@@ -15,11 +16,12 @@ void ScriptLocations::setSource(const QString &sourceURL, const ScriptSource &so
 
 QString ScriptLocations::nameOfFile(const QByteArray &path) const
 {
+    qsizetype innermost = 0; // folders may be in each other
     for (const auto &folder : m_folders) {
         if (path.startsWith(folder + '/'))
-            return displayPath(path.mid(folder.size() + 1));
+            innermost = std::max(innermost, folder.size() + 1);
     }
-    return displayPath(path);
+    return displayPath(path.mid(innermost));
 }
 
 QString ScriptLocations::fileName(const QString &sourceURL) const

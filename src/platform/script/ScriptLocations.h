@@ -33,7 +33,8 @@ struct ScriptSource
 class ScriptLocations
 {
 public:
-    /// A folder that its files are named from. Files of no such folder are named by their whole path.
+    /// A folder that its files are named from, the innermost where there are several. Files of none are named by their
+    /// whole path.
     void addFolder(const QByteArray &path) { m_folders.insert(path); }
 
     /// What a source consists of, each time that it is evaluated.
@@ -53,6 +54,20 @@ public:
         QString text() const;
     };
 
+    struct Position
+    {
+        int line;
+        int column;
+    };
+    /// A place, and what a source map calls the identifier there.
+    struct Place
+    {
+        Frame frame;
+        QString name;
+        bool isMapped = false;
+    };
+
+    Place place(const QString &function, const QString &sourceURL, Position position) const;
     /// A place as the file's author counts lines and columns.
     Frame frame(const QString &function, const QString &sourceURL, int line, int column) const;
 
@@ -68,22 +83,8 @@ private:
         std::unique_ptr<ColumnsBeforeRewriting> columns;
         std::shared_ptr<const ScriptSourceMap> map;
     };
-    struct Position
-    {
-        int line;
-        int column;
-    };
-    /// A place, and what a source map calls the identifier there.
-    struct Place
-    {
-        Frame frame;
-        QString name;
-        bool isMapped = false;
-    };
-
     const Details &detailsOf(const QString &sourceURL, const ScriptSource &source) const;
     Position authorsPosition(const QString &sourceURL, Position position) const;
-    Place place(const QString &function, const QString &sourceURL, Position position) const;
     QString nameOfFile(const QByteArray &path) const;
 
     QSet<QByteArray> m_folders;

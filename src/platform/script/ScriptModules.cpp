@@ -54,8 +54,12 @@ Result<ScriptModules::Place> ScriptModules::find(const QString &name, const Plac
 {
     const bool isAbsolute = name.startsWith(u'/');
     if (!isRelative(name) && !isAbsolute) {
+        const auto known = m_coreModules.isEmpty()
+            ? QString()
+            : QStringLiteral(" Modules of the application are: %1.")
+                  .arg(QStringList(m_coreModules.keys()).join(QStringLiteral(", ")));
         return moduleError(
-            QStringLiteral("Cannot find module '%1'. Files of the plug-in are required as './%1'.").arg(name));
+            QStringLiteral("Cannot find module '%1'. Files of the plug-in are required as './%1'.").arg(name) + known);
     }
     const auto base = isAbsolute ? QByteArray("/") : pathWithoutLastComponent(requirer.path);
     const auto wanted = normalizedPath(pathByAppending(base, name.toUtf8()));

@@ -1,5 +1,6 @@
 #include "platform/script/ScriptOperations.h"
 
+#include "platform/script/ObservedCall.h"
 #include "platform/script/ScriptException.h"
 
 #include <cmath>
@@ -78,6 +79,21 @@ private:
 } // namespace
 
 JSValueRef ScriptOperations::invoke(ScriptObject &receiver, const ScriptOperation &operation,
+    std::span<const JSValueRef> arguments, JSValueRef *exception)
+{
+    if (!ScriptCallObserver::current())
+        return carryOut(receiver, operation, arguments, exception);
+    const auto context = m_context.ref(); // which the call may end
+    const auto describe = [&]() -> ScriptCallRecord {
+        return {ScriptCallRecord::Kind::Call,
+            QString::fromLatin1(receiver.scriptClass().name) + u'.' + QString::fromLatin1(operation.name),
+            traceTexts(context, arguments), {}, false, 0, {}};
+    };
+    return observedCall(
+        context, exception, describe, [&] { return carryOut(receiver, operation, arguments, exception); });
+}
+
+JSValueRef ScriptOperations::carryOut(ScriptObject &receiver, const ScriptOperation &operation,
     std::span<const JSValueRef> arguments, JSValueRef *exception)
 {
     if (!m_converter) {

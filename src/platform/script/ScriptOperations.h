@@ -18,6 +18,9 @@ public:
         JSValueRef *exception) override;
 
 private:
+    JSValueRef carryOut(ScriptObject &receiver, const ScriptOperation &operation, std::span<const JSValueRef> arguments,
+        JSValueRef *exception);
+
     ScriptContext &m_context;
     ScriptConverter *m_converter = nullptr;
 };

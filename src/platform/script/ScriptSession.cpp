@@ -5,6 +5,7 @@
 #include "platform/script/ScriptConsole.h"
 #include "platform/script/ScriptErrors.h"
 #include "platform/script/ScriptPreprocessor.h"
+#include "platform/script/ScriptProfiler.h"
 
 #include <utility>
 
@@ -98,15 +99,22 @@ const ScriptLocations &ScriptSession::locations()
     return m_locations;
 }
 
+void ScriptSession::noteSource(const QString &url, const ScriptSource &source)
+{
+    m_locations.setSource(url, source);
+    if (auto *const profiled = ScriptProfiler::locations())
+        profiled->setSource(url, source);
+}
+
 QVariant ScriptSession::execute(const QString &source)
 {
     QVariant value;
     enter([&](Live &live) {
         useScriptFile();
-        m_locations.setSource(m_scriptURL, {0, m_sourceOffset, source, folderOfModules(), false});
+        noteSource(m_scriptURL, {0, m_sourceOffset, source, folderOfModules(), false});
         m_evaluatedTexts.append(source);
         JSValueRef exception = nullptr;
-        const auto result = evaluate(live, {source, m_scriptURL, {}, {}}, &exception);
+        const auto result = evaluate(live, {source, m_scriptURL, {}, {}, m_sourceOffset.trailing}, &exception);
         if (!exception)
             value = live.converter.toVariant(result, &exception);
         if (const auto error = takeError(live, exception)) {
@@ -137,12 +145,14 @@ JSValueRef ScriptSession::evaluate(Live &live, const Source &source, JSValueRef 
     if (rewritten != source.text) {
         text = source.head + rewritten + source.tail;
         m_locations.setRewritten(source.url);
+        if (auto *const profiled = ScriptProfiler::locations())
+            profiled->setRewritten(source.url);
         *exception = nullptr;
         result = evaluateText();
         if (!isSyntaxError())
             return result;
     }
     if (JSValueIsObject(context.ref(), *exception))
-        addColumnToSyntaxError(context, text, sourceURL, *exception);
+        addColumnToSyntaxError(context, text, sourceURL, *exception, source.trailing);
     return result;
 }

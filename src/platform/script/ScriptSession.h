@@ -99,6 +99,8 @@ private:
         QString url;
         QString head;
         QString tail;
+        /// Characters behind the author's own text.
+        qsizetype trailing = 0;
     };
 
     /// Runs work that may run scripts; nothing when the session has ended. What it is handed stays valid while it runs,
@@ -122,6 +124,7 @@ private:
     void useScriptFile();
     QByteArray folderOfModules() const;
     const ScriptLocations &locations();
+    void noteSource(const QString &url, const ScriptSource &source);
     JSValueRef printValue(JSValueRef value, JSValueRef *exception);
     JSValueRef printError(JSValueRef value, JSValueRef *exception);
     JSValueRef stackText(JSValueRef stack);

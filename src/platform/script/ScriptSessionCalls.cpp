@@ -218,10 +218,10 @@ std::optional<ScriptException> ScriptSession::errorAfterTimeLimit(JSContextRef c
     const auto frames = locations().frames(ScriptContext::currentStack(context));
     const auto place =
         frames.isEmpty() ? ScriptLocations::Frame{{}, locations().fileName(m_scriptURL), 0, 0} : frames.first();
-    const auto message =
-        QStringLiteral("The script of the command \"%1\" was stopped: it ran for more than %2 seconds.");
-    return ScriptException(message.arg(m_name, QString::number(seconds)), place.file, place.line, place.column,
-        ScriptLocations::text(frames));
+    const auto message = QStringLiteral("The script of the command \"%1\" was stopped: it ran for more than %2.");
+    const auto time = seconds == 1 ? QStringLiteral("1 second") : QStringLiteral("%1 seconds").arg(seconds);
+    return ScriptException(
+        message.arg(m_name, time), place.file, place.line, place.column, ScriptLocations::text(frames));
 }
 
 std::optional<ScriptException> ScriptSession::takeError(Live &live, JSValueRef exception)

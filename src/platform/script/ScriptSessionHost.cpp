@@ -121,8 +121,8 @@ JSValueRef ScriptSession::compileModule(const QString &file, JSValueRef *excepti
         source.replace(0, 2, QStringLiteral("//"));
     const auto url = absoluteString(m_modules.url(file));
     m_locations.addFolder(m_modules.folder(file));
-    m_locations.setSource(url, {int(moduleHead.size()), {}, std::nullopt, m_modules.folder(file), false});
-    return evaluate(*m_live, {source, url, moduleHead, moduleTail}, exception);
+    noteSource(url, {int(moduleHead.size()), {}, std::nullopt, m_modules.folder(file), false});
+    return evaluate(*m_live, {source, url, moduleHead, moduleTail, moduleTail.size()}, exception);
 }
 
 JSValueRef ScriptSession::readModule(const QString &file)

@@ -6,4 +6,6 @@ struct SourceOffset
 {
     int lines = 0;
     int columns = 0;
+    /// How many characters stand behind the author's text. What is wrong there is reported at the author's end.
+    int trailing = 0;
 };

@@ -123,6 +123,7 @@ QVariantMap describe(const QByteArray &body, const URLResponse &response)
     return {
         {QStringLiteral("url"), QString::fromUtf8(response.url.toEncoded())},
         {QStringLiteral("status"), response.statusCode},
+        {QStringLiteral("statusText"), QString::fromLatin1(response.statusText)},
         {QStringLiteral("headers"), headers},
         {QStringLiteral("body"), body},
     };

@@ -26,8 +26,8 @@ public:
 
     /// Starts a request: a dictionary with "url", "method", "headers" (a list of pairs), "body" (bytes; none when it is
     /// missing) and "redirect" ("follow", or anything else for the redirect itself). The callback gets why it has
-    /// failed (null when it has not) and the response: "url", "status", "headers" and "body". Answers the request's
-    /// number. Throws a ScriptException for a request that cannot be sent.
+    /// failed (null when it has not) and the response: "url", "status", "statusText", "headers" and "body". Answers the
+    /// request's number. Throws a ScriptException for a request that cannot be sent.
     double start(const QVariantMap &request, const QVariant &callback);
     /// Ends a request without a call. Nothing for one that has ended.
     void cancel(double number);

@@ -1,6 +1,8 @@
 #include "platform/services/ProcessService.h"
 
 #include "platform/LTAppEnvironment.h"
+#include "platform/MainQueue.h"
+#include "platform/script/ScriptEvents.h"
 #include "platform/script/ScriptValue.h"
 
 #include <QCoreApplication>
@@ -14,6 +16,8 @@
 #include <array>
 #include <chrono>
 #include <cstdlib>
+#include <map>
+#include <memory>
 #include <utility>
 
 #include <pwd.h>
@@ -112,6 +116,34 @@ double secondsSinceStart()
     return double(time.tv_sec) + double(time.tv_nsec) / 1e9;
 }
 
+/// Calls a function once after so many milliseconds, unless the session ends before.
+class Alarms
+{
+public:
+    QVariant operator()(const QVariantList &arguments) const
+    {
+        const auto delay = std::chrono::milliseconds(qint64(arguments.value(0).toDouble()));
+        const int id = ++m_pending->latest;
+        const auto ring = [pending = std::weak_ptr(m_pending), id, callback = arguments.value(1).value<ScriptValue>()] {
+            runAsScriptEvent([pending, id, callback] {
+                if (const auto known = pending.lock(); known && known->calls.erase(id) > 0)
+                    callback.call({});
+            });
+        };
+        m_pending->calls[id] = LTAppEnvironment::current().mainQueue().callAfter(delay, ring);
+        return {};
+    }
+
+private:
+    struct Pending
+    {
+        int latest = 0;
+        std::map<int, std::unique_ptr<ScheduledCall>> calls;
+    };
+    /// Whose owner, the service, goes with its session.
+    std::shared_ptr<Pending> m_pending = std::make_shared<Pending>();
+};
+
 } // namespace
 
 QVariant processService(const std::shared_ptr<ScriptHost> &host)
@@ -177,5 +209,6 @@ QVariant clockService(const std::shared_ptr<ScriptHost> &)
         {QStringLiteral("timeOrigin"), double(QDateTime::currentMSecsSinceEpoch())},
         {QStringLiteral("now"), function(now)},
         {QStringLiteral("nanoseconds"), function(nanoseconds)},
+        {QStringLiteral("alarm"), function(Alarms())},
     };
 }

@@ -14,5 +14,6 @@ QVariant processService(const std::shared_ptr<ScriptHost> &host);
 QVariant systemService(const std::shared_ptr<ScriptHost> &host);
 
 /// "timeOrigin" (milliseconds since 1970 at the session's first use of it) and the functions "now" (milliseconds since
-/// then) and "nanoseconds" (a text, since any moment): a clock that nothing sets back.
+/// then), "nanoseconds" (a text, since any moment) and "alarm" (calls a function once after so many milliseconds;
+/// unlike a timer, it keeps no session running): a clock that nothing sets back.
 QVariant clockService(const std::shared_ptr<ScriptHost> &host);

@@ -18,6 +18,7 @@ private slots:
 
     void evaluation_data();
     void evaluation();
+    void unfinishedModuleEndsAtItsAuthorsEnd();
     void entryHasAllParts();
     void inFunctions();
     void inTimers();
@@ -101,6 +102,16 @@ void tst_COScript_Errors::evaluation()
     QTEST(error.value(u"column"_s).toInt(), "column");
     QCOMPARE(error.value(u"file"_s), QVariant(u"Contents/Korvan/main.js"_s));
     QCOMPARE(m_session->exceptions, QStringList{error.value(u"message"_s).toString()});
+}
+
+void tst_COScript_Errors::unfinishedModuleEndsAtItsAuthorsEnd()
+{
+    m_session->write(u"open.js"_s, "it('x', () => {\n\n");
+    m_session->run(u"require('./open')"_s);
+    const auto error = theError();
+    QCOMPARE(error.value(u"file"_s), QVariant(u"Contents/Korvan/open.js"_s));
+    QCOMPARE(error.value(u"line"_s), QVariant(1));
+    QCOMPARE(error.value(u"column"_s), QVariant(15));
 }
 
 void tst_COScript_Errors::entryHasAllParts()

@@ -106,6 +106,8 @@ private:
         return m_session->run(u"try { String("_s + expression + u") } catch (error) { error.message }"_s).toString();
     }
 
+    /// How many counters have gone; outlives their sessions.
+    int m_gone = 0;
     std::unique_ptr<TestEnvironment> m_environment;
     std::shared_ptr<Hosting> m_hosting;
     std::shared_ptr<TestSession> m_session;
@@ -113,6 +115,7 @@ private:
 
 void tst_COScript_Hosting::init()
 {
+    m_gone = 0;
     m_environment = std::make_unique<TestEnvironment>();
     m_hosting = std::make_shared<Hosting>();
 }
@@ -140,8 +143,7 @@ void tst_COScript_Hosting::servicesAnswerCoreModules_data()
 
 void tst_COScript_Hosting::servicesAnswerCoreModules()
 {
-    int gone = 0;
-    const auto counter = std::make_shared<Counter>(gone);
+    const auto counter = std::make_shared<Counter>(m_gone);
     m_hosting->services = {
         {u"counter"_s, [&] { return QVariant::fromValue(ScriptObjectPointer(counter)); }},
         {u"double"_s,
@@ -162,9 +164,8 @@ void tst_COScript_Hosting::servicesAnswerCoreModules()
 
 void tst_COScript_Hosting::aServiceIsMadeOnce()
 {
-    int gone = 0;
     m_hosting->services = {
-        {u"counter"_s, [&] { return QVariant::fromValue(ScriptObjectPointer(std::make_shared<Counter>(gone))); }}};
+        {u"counter"_s, [&] { return QVariant::fromValue(ScriptObjectPointer(std::make_shared<Counter>(m_gone))); }}};
     const auto module = "exports.counter = require('host:counter'); exports.next = () => exports.counter.next()"_ba;
     start({{u"a"_s, coreFile(u"a.js"_s, module)}, {u"b"_s, coreFile(u"b.js"_s, module)}});
     QCOMPARE(m_hosting->asked, QStringList());
@@ -176,15 +177,14 @@ void tst_COScript_Hosting::aServiceIsMadeOnce()
 
 void tst_COScript_Hosting::aServiceEndsWithItsSession()
 {
-    int gone = 0;
     m_hosting->services = {
-        {u"counter"_s, [&] { return QVariant::fromValue(ScriptObjectPointer(std::make_shared<Counter>(gone))); }}};
+        {u"counter"_s, [&] { return QVariant::fromValue(ScriptObjectPointer(std::make_shared<Counter>(m_gone))); }}};
     start({{u"a"_s, coreFile(u"a.js"_s, "require('host:counter')")}});
     m_session->run(u"require('a')"_s);
-    QCOMPARE(gone, 0);
+    QCOMPARE(m_gone, 0);
     QVERIFY(!m_hosting->host.lock()->isEnded());
     m_session->script->cleanup();
-    QCOMPARE(gone, 1);
+    QCOMPARE(m_gone, 1);
     QVERIFY(m_hosting->host.expired() || m_hosting->host.lock()->isEnded());
 }
 

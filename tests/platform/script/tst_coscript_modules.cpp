@@ -184,6 +184,10 @@ void tst_COScript_Modules::coreModules()
     QCOMPARE(session->run(u"require('app/ui').name"_s), QVariant(u"ui helped"_s));
     QCOMPARE(session->run(u"require('path').name + require('node:path').name"_s), QVariant(u"pathpath"_s));
     QCOMPARE(session->printed, QStringList{u"loaded"_s});
+    QCOMPARE(session->run(u"try { require('fs') } catch (error) { error.message }"_s),
+        QVariant(
+            u"Cannot find module 'fs'. Files of the plug-in are required as './fs'. Modules of the application are: "
+            "app/ui, path."_s));
 }
 
 void tst_COScript_Modules::coreModulesComeFirst()

@@ -16,6 +16,15 @@ const os = require('os');
 /** @param {Korvan.Context<{ rounds?: number }>} context */
 function onRun(context) {
     // @ts-expect-error
+    settings.set('when', new Date());
+    // @ts-expect-error
+    settings.set('names', new Map());
+    // @ts-expect-error
+    settings.set('work', () => 1);
+    // @ts-expect-error
+    settings.update(new Map());
+    settings.set('all', { a: [1, { b: null }, [true]], c: context.document.name() });
+    // @ts-expect-error
     context.docment;
     // @ts-expect-error
     [...context.document.layers];

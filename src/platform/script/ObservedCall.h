@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/script/ScriptCallTrace.h"
+
+#include <JavaScriptCore/JavaScript.h>
+
+#include <span>
+
+/// A value as ScriptCallRecord has it. Runs no script.
+QString traceText(JSContextRef context, JSValueRef value);
+QStringList traceTexts(JSContextRef context, std::span<const JSValueRef> values);
+
+/// Makes a call that somebody observes. `describe` answers its name and arguments.
+template <class Describe, class Call>
+JSValueRef observedCall(JSContextRef context, JSValueRef *exception, const Describe &describe, const Call &call)
+{
+    static int depth = 0;
+    ScriptCallRecord record = describe();
+    record.depth = depth++;
+    const auto start = std::chrono::steady_clock::now();
+    const auto result = call();
+    record.duration = std::chrono::steady_clock::now() - start;
+    --depth;
+    record.hasFailed = exception && *exception;
+    if (result && !record.hasFailed)
+        record.result = traceText(context, result);
+    if (auto *const observer = ScriptCallObserver::current())
+        observer->called(record);
+    return result;
+}
