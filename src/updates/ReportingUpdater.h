@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Export.h"
 #include "updates/KRPluginUpdaterImplementation.h"
 
 #include <QList>
@@ -7,7 +8,8 @@
 #include <mutex>
 
 /// The framework's updater, which also remembers what fails in batches: the manager forgets it before a host can ask.
-class ReportingUpdater final : public KRPluginUpdater
+/// Threads as for KRPluginUpdaterImplementation.
+class KORVAN_EXPORT ReportingUpdater final : public KRPluginUpdater
 {
 public:
     void downloadPluginUpdatingInfo(const PluginTable &plugins, UpdatingInfoHandler downloadUpdatingInfoHandler,
@@ -18,8 +20,11 @@ public:
     void cancelDownloadingPluginVersions() override;
     bool decompressPluginZip(const QUrl &zip, const QUrl &toFolder, KRError *error = nullptr) override;
 
-    /// Any thread.
+    /// Of all batches until now, or since the latest takeErrors(), in the order in which they came. Any thread.
     QList<KRError> errors() const;
+    /// The same, and forgets them. Any thread.
+    QList<KRError> takeErrors();
+    /// Hears how the downloads that begin from now on get on; empty for none. Any thread.
     void setProgressHandler(PluginDownloadProgressHandler handler);
 
 private:

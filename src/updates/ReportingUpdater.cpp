@@ -1,4 +1,4 @@
-#include "ReportingUpdater.h"
+#include "updates/ReportingUpdater.h"
 
 void ReportingUpdater::downloadPluginUpdatingInfo(const PluginTable &plugins,
     UpdatingInfoHandler downloadUpdatingInfoHandler, std::function<void()> completionHandler)
@@ -47,6 +47,12 @@ QList<KRError> ReportingUpdater::errors() const
 {
     const std::lock_guard lock(m_mutex);
     return m_errors;
+}
+
+QList<KRError> ReportingUpdater::takeErrors()
+{
+    const std::lock_guard lock(m_mutex);
+    return std::exchange(m_errors, {});
 }
 
 void ReportingUpdater::setProgressHandler(PluginDownloadProgressHandler handler)
