@@ -27,6 +27,7 @@ set(korvan_public_headers
     localization/KorvanPluginManagerLocalization.h
     localization/KorvanPluginManagerTranslator.h
     manager/KRPluginManager.h
+    manager/PluginEditor.h
     manager/RunningCommand.h
     platform/AlertPresenter.h
     platform/Export.h

@@ -12,7 +12,9 @@ HostApplication::HostApplication(const HostOptions &options)
     : m_options(options)
     , m_plugins(options)
     , m_recentFiles(m_plugins.environment().userDefaults())
+    , m_pluginWindows(m_plugins)
 {
+    connect(&m_pluginWindows, &PluginWindows::quitRequested, this, &HostApplication::quit);
     m_plugins.environment().setOpenDocuments(this);
     const auto chosen = m_plugins.environment().userDefaults().stringForKey(QStringLiteral("Appearance"));
     applyAppearance(appearanceNamed(options.appearance.value_or(chosen.value_or(QString()))));
@@ -28,28 +30,28 @@ HostApplication::~HostApplication()
 
 void HostApplication::start()
 {
-    m_plugins.load(chooseEnabling());
+    const bool isRecovering = !m_options.safeMode && m_plugins.hasFailedToLoad() && wantsSafeMode();
+    const bool isSafe = m_options.safeMode || isRecovering;
+    m_plugins.load(isSafe ? PluginSystem::Enabling::NoPlugin : PluginSystem::Enabling::AsUsual);
     for (const auto &file : std::as_const(m_options.files))
         openDocument(file);
     if (m_windows.isEmpty())
         newDocument();
+    if (isRecovering)
+        m_pluginWindows.showPlugins();
 }
 
-PluginSystem::Enabling HostApplication::chooseEnabling()
+bool HostApplication::wantsSafeMode()
 {
-    if (m_options.safeMode)
-        return PluginSystem::Enabling::NoPlugin;
-    if (!m_plugins.hasFailedToLoad())
-        return PluginSystem::Enabling::AsUsual;
     QMessageBox box(QMessageBox::Question, {}, tr("Start without plug-ins?"));
     box.setInformativeText(
         tr("Korvan has ended unexpectedly while plug-ins were loading the last time. In safe mode no "
-           "plug-in is enabled, so that you can find and disable the one that is to blame."));
+           "plug-in is enabled, so that you can remove the one that is to blame."));
     auto *const safe = box.addButton(tr("Safe Mode"), QMessageBox::AcceptRole);
     box.addButton(tr("Load Plug-ins"), QMessageBox::RejectRole);
     box.setDefaultButton(safe);
     box.exec();
-    return box.clickedButton() == safe ? PluginSystem::Enabling::NoPlugin : PluginSystem::Enabling::AsUsual;
+    return box.clickedButton() == safe;
 }
 
 DocumentWindow *HostApplication::newDocument()
@@ -65,8 +67,7 @@ DocumentWindow *HostApplication::openDocument(const QString &path)
     const auto absolute = QFileInfo(path).absoluteFilePath();
     for (auto *const window : std::as_const(m_windows)) {
         if (window->session().path() == absolute) {
-            window->raise();
-            window->activateWindow();
+            window->bringToFront();
             return window;
         }
     }
@@ -100,7 +101,7 @@ void HostApplication::openDocuments(QStringList paths)
 DocumentWindow *HostApplication::show(std::shared_ptr<DocumentSession> session)
 {
     auto *const window =
-        new DocumentWindow(std::move(session), WindowServices{m_plugins, m_recentFiles, m_toolWindows});
+        new DocumentWindow(std::move(session), WindowServices{m_plugins, m_recentFiles, m_pluginWindows, m_windows});
     m_windows.append(window);
     connect(window, &DocumentWindow::newRequested, this, &HostApplication::newDocument);
     connect(window, &DocumentWindow::openRequested, this, &HostApplication::openDocuments);

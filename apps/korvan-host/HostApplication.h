@@ -3,8 +3,8 @@
 #include "HostOptions.h"
 #include "platform/OpenDocuments.h"
 #include "plugins/PluginSystem.h"
-#include "plugins/ToolWindows.h"
 #include "windows/DocumentWindow.h"
+#include "windows/PluginWindows.h"
 #include "windows/RecentFiles.h"
 
 #include <QObject>
@@ -31,14 +31,14 @@ public:
     const QList<DocumentWindow *> &windows() const { return m_windows; }
 
     PluginSystem &plugins() { return m_plugins; }
-    /// Those that are added here before start() are in all menus.
-    ToolWindows &toolWindows() { return m_toolWindows; }
+    PluginWindows &pluginWindows() { return m_pluginWindows; }
 
 private:
     QList<ScriptObjectPointer> documents() const override;
     ScriptObjectPointer activeDocument() const override;
 
-    PluginSystem::Enabling chooseEnabling();
+    /// Whether the user, asked because an earlier start has failed, wants no plug-in this time.
+    static bool wantsSafeMode();
     void openDocuments(QStringList paths);
     DocumentWindow *show(std::shared_ptr<DocumentSession> session);
     void activate(DocumentWindow *window);
@@ -47,7 +47,7 @@ private:
     HostOptions m_options;
     PluginSystem m_plugins;
     RecentFiles m_recentFiles;
-    ToolWindows m_toolWindows;
+    PluginWindows m_pluginWindows;
     QList<DocumentWindow *> m_windows;
     /// Null while there is no window.
     DocumentWindow *m_active = nullptr;

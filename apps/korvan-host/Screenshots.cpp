@@ -1,24 +1,23 @@
 #include "Screenshots.h"
 
 #include "HostApplication.h"
+#include "ScreenshotStage.h"
 #include "hosting/Examples.h"
 #include "look/Appearance.h"
+#include "widgets/console/ConsoleWindow.h"
+#include "widgets/plugins/PluginsWindow.h"
 
 #include <QApplication>
+#include <QCursor>
 #include <QDir>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPainter>
+#include <QTableView>
 
 #include <cstdio>
 
 namespace {
-
-void settle()
-{
-    for (int turn = 0; turn < 5; ++turn)
-        QApplication::processEvents();
-}
 
 bool save(const QPixmap &picture, const QDir &folder, const QString &name)
 {
@@ -58,7 +57,7 @@ QPixmap withPluginsMenu(DocumentWindow &window, const QString &submenuTitle)
 void showExample(DocumentWindow &window, const QString &selected)
 {
     window.resize(1180, 760);
-    settle();
+    letWindowsSettle();
     const auto layer = window.document()->layerWithID(selected);
     layer->setUserInfo(QVariantMap{{QStringLiteral("com.example.style-brush"),
         QVariantMap{{QStringLiteral("paintedWith"), QStringLiteral("98.3")},
@@ -66,9 +65,34 @@ void showExample(DocumentWindow &window, const QString &selected)
                 QVariantMap{{QStringLiteral("fill"), QStringLiteral("#E8A33D")}, {QStringLiteral("opacity"), 1}}}}}});
     window.document()->setSelection({layer});
     window.layersPanel().expandAll();
-    settle();
+    letWindowsSettle();
     window.canvas().zoomToFit();
-    settle();
+    letWindowsSettle();
+}
+
+QPixmap pluginsPicture(HostApplication &host)
+{
+    auto &window = host.pluginWindows().plugins();
+    host.pluginWindows().showPlugins();
+    window.resize(920, 640);
+    letWindowsSettle();
+    return window.grab();
+}
+
+/// With an error selected.
+QPixmap consolePicture(HostApplication &host)
+{
+    auto &window = host.pluginWindows().console();
+    host.pluginWindows().showConsole();
+    letWindowsSettle();
+    auto &table = *window.findChild<QTableView *>(QStringLiteral("ConsoleTable"));
+    for (int row = 0; row < table.model()->rowCount(); ++row) {
+        const auto index = table.model()->index(row, LogModel::MessageColumn);
+        if (index.data().toString().contains(u"promise"))
+            table.setCurrentIndex(index);
+    }
+    letWindowsSettle();
+    return window.grab();
 }
 
 } // namespace
@@ -82,20 +106,24 @@ int writeScreenshots(const HostOptions &options)
         return 1;
     }
     auto hostOptions = options;
-    if (!hostOptions.folders)
-        hostOptions.folders = QStringList{*examples + QStringLiteral("/plugins")};
+    const ScreenshotStage stage(*examples + QStringLiteral("/plugins"));
+    hostOptions.folders = QStringList{stage.pluginFolder()};
     hostOptions.files = {*examples + QStringLiteral("/documents/poster.json")};
+    QCursor::setPos(0, 0); // or it would lie on something
     HostApplication host(hostOptions);
     host.start();
     auto &window = *host.windows().first();
-    bool isComplete = true;
+    bool isComplete = stage.isComplete();
+    stage.play(host);
     for (const auto appearance : {Appearance::Light, Appearance::Dark}) {
         applyAppearance(appearance);
         showExample(window, QStringLiteral("sun"));
         isComplete &= save(window.grab(), folder, QStringLiteral("host-") + nameOf(appearance));
+        isComplete &= save(pluginsPicture(host), folder, QStringLiteral("plugins-") + nameOf(appearance));
+        isComplete &= save(consolePicture(host), folder, QStringLiteral("console-") + nameOf(appearance));
     }
     applyAppearance(Appearance::Light);
-    settle();
+    letWindowsSettle();
     isComplete &=
         save(withPluginsMenu(window, QStringLiteral("Tidy Layers")), folder, QStringLiteral("host-plugins-menu"));
     return isComplete ? 0 : 1;

@@ -273,10 +273,12 @@ void KRPluginManager::runHandlerWithKey(
     const auto command = commandWithSpecifier({inPlugin, fromCommand});
     if (!command)
         return;
-    LTAppEnvironment::current().mainQueue().async([manager = QPointer(this), command, key, withContext] {
-        if (manager)
-            command->runHandlerWithKey(key, withContext, manager);
-    });
+    // A command holds its plug-in weakly: a reload in between must not take it away from the handler.
+    LTAppEnvironment::current().mainQueue().async(
+        [manager = QPointer(this), command, plugin = command->pluginBundle(), key, withContext] {
+            if (manager)
+                command->runHandlerWithKey(key, withContext, manager);
+        });
 }
 
 void KRPluginManager::trackLongRunningCommand(const std::shared_ptr<KRPluginCommand> &command, Completion onComplete)

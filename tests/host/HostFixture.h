@@ -78,6 +78,8 @@ protected:
     {
         m_host.reset();
         m_folder = std::make_unique<QTemporaryDir>();
+        qputenv("XDG_DATA_HOME", QFile::encodeName(path(QStringLiteral("data")))); // where the trash is
+        QDir().mkpath(path(QStringLiteral("data")));
         m_options = {};
         m_options.folders = QStringList{path(QStringLiteral("plugins"))};
         m_options.supportFolder = path(QStringLiteral("support"));
@@ -108,8 +110,8 @@ protected:
     DocumentWindow &start()
     {
         m_host = std::make_unique<HostApplication>(m_options);
-        QObject::connect(&m_host->plugins().log(), &HostLog::logged, &m_host->plugins().log(),
-            [this](const QVariantMap &entry) { m_log.append(entry.value(QStringLiteral("stringValue")).toString()); });
+        auto *const log = m_host->plugins().log().get();
+        QObject::connect(log, &ConsoleLog::logged, log, [this](const LogEntry &entry) { m_log.append(entry.text); });
         m_log.clear();
         m_host->start();
         return window();

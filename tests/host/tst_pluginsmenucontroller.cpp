@@ -36,7 +36,6 @@ private slots:
     void longRunningCommandsAreSeenWhileTheyRun();
     void followsTheDiskAndTheUsersChoice();
     void saysThatThereAreNone();
-    void offersToolWindows();
     void errorsAreSaid();
 };
 
@@ -163,18 +162,6 @@ void tst_PluginsMenuController::saysThatThereAreNone()
     plugin(u"mover"_s, R"({"name": "Move All", "script": "script.js"})", moveAll);
     m_host->plugins().manager().reloadPlugins();
     QTRY_VERIFY(!nothing->isVisible());
-}
-
-void tst_PluginsMenuController::offersToolWindows()
-{
-    m_host = std::make_unique<HostApplication>(m_options);
-    int shown = 0;
-    m_host->toolWindows().append({u"Console"_s, QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_C), [&] { ++shown; }});
-    m_host->start();
-    auto *const action = menuAction(window(), u"Console"_s);
-    QVERIFY(action);
-    action->trigger();
-    QCOMPARE(shown, 1);
 }
 
 void tst_PluginsMenuController::errorsAreSaid()

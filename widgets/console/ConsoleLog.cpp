@@ -70,6 +70,7 @@ void ConsoleLog::logFromCommand(
         m_plugins.insert(kept.pluginIdentifier, kept.pluginName);
         emit pluginAppeared(kept.pluginIdentifier, kept.pluginName);
     }
+    emit logged(kept);
     m_entries.append(std::move(kept));
 }
 

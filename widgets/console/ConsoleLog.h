@@ -40,6 +40,8 @@ public:
     void clearLogFor(const QString &sender) override;
 
 signals:
+    /// Each entry at once, long before it is a row.
+    void logged(const LogEntry &entry);
     /// A plug-in has logged for the first time.
     void pluginAppeared(const QString &identifier, const QString &name);
 

@@ -1,6 +1,7 @@
 #include "widgets/console/ConsoleWindow.h"
 
 #include "localization/Localizable.h"
+#include "manager/PluginEditor.h"
 #include "widgets/PluginText.h"
 #include "widgets/Symbols.h"
 #include "widgets/console/ConsoleLog.h"
@@ -191,9 +192,10 @@ void ConsoleWindow::showPlugin(const QString &identifier)
 void ConsoleWindow::placeActivated(const QModelIndex &index)
 {
     const auto file = index.data(LogModel::FileRole).toUrl();
+    const int line = index.data(LogModel::LineRole).toInt();
     if (isSignalConnected(QMetaMethod::fromSignal(&ConsoleWindow::locationActivated)))
-        emit locationActivated(file, index.data(LogModel::LineRole).toInt());
-    else if (isScript(file))
+        emit locationActivated(file, line);
+    else if (!file.isEmpty() && openInPluginEditor(file, line) != EditorStart::Started && isScript(file))
         QDesktopServices::openUrl(file);
 }
 

@@ -38,8 +38,8 @@ public:
     void clear();
 
 signals:
-    /// The user wants to see a place in a script. While nobody is connected, scripts are opened in the system's program
-    /// for them.
+    /// The user wants to see a place in a script. While nobody is connected, the file is opened in the editor that the
+    /// user has chosen for plug-ins, or, without one, a script in the system's program for it.
     void locationActivated(const QUrl &file, int line);
 
 private:

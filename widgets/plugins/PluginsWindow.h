@@ -48,6 +48,8 @@ public:
     void selectPlugin(const QString &identifier);
     /// As if they had been dropped; what is no plug-in is refused in words.
     void installFiles(const QStringList &paths);
+    /// Asks the user for archives to install.
+    void chooseFiles();
     void checkForUpdates();
     PluginUpdatesController &updates() const { return *m_updates; }
 
@@ -62,7 +64,6 @@ private:
     QWidget *makeFooter();
     QWidget *makeDetails();
     void connectUpdates();
-    void chooseFiles();
     void chooseFolder();
     void showIncompatibleCount();
     void refresh();

@@ -73,17 +73,22 @@ QString typeTitle(const QString &type)
     return type == u"group" ? LayerTexts::tr("Group") : type;
 }
 
+void insertAboveSelection(Document &document, const QList<LayerPointer> &layers)
+{
+    const auto selected = orderedSelection(document);
+    const auto parent = selected.isEmpty() ? nullptr : selected.last()->parent();
+    auto index = selected.isEmpty() ? document.layers().size() : indexOf(document, selected.last()) + 1;
+    for (const auto &layer : layers)
+        document.insertLayer(layer, parent, index++);
+}
+
 LayerPointer insertLayer(Document &document, const QString &type, QPointF centre, const QVariantMap &keys)
 {
     const DocumentHistory::Group step(document, LayerTexts::tr("Insert %1").arg(typeTitle(type)));
     auto values = usualValues(type, centre);
     values.insert(keys);
     const auto layer = std::make_shared<Layer>(values);
-    const auto selected = orderedSelection(document);
-    if (selected.isEmpty())
-        document.addLayer(layer, nullptr);
-    else
-        document.insertLayer(layer, selected.last()->parent(), indexOf(document, selected.last()) + 1);
+    insertAboveSelection(document, {layer});
     document.setSelection({layer});
     return layer;
 }

@@ -15,6 +15,8 @@ QString typeTitle(const QString &type);
 /// A new layer of that type around the point, above what is selected, and selected itself. `keys` stand over the usual
 /// ones.
 LayerPointer insertLayer(Document &document, const QString &type, QPointF centre, const QVariantMap &keys = {});
+/// Puts layers that are in no document above what is selected, the first one lowest.
+void insertAboveSelection(Document &document, const QList<LayerPointer> &layers);
 void duplicateSelection(Document &document);
 void removeSelection(Document &document);
 /// Puts the selected layers into a new group, in the place of the topmost of them.

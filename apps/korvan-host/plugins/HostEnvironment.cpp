@@ -10,10 +10,10 @@ void HostEnvironment::setWindow(QWidget *window)
 {
     m_alerts.setWindow(window);
     m_presenter.setWindow(window);
+    m_timeLimitQuestion.setWindow(window);
 }
 
 ScriptTimeLimitDecision HostEnvironment::scriptExceededTimeLimit(const QString &name, double seconds)
 {
-    return m_timeLimitQuestion ? m_timeLimitQuestion(name, seconds)
-                               : ConfiguredEnvironment::scriptExceededTimeLimit(name, seconds);
+    return m_timeLimitQuestion.ask(name, seconds);
 }

@@ -3,15 +3,12 @@
 #include "hosting/ConfiguredEnvironment.h"
 #include "widgets/DialogPresenter.h"
 #include "widgets/MessageBoxAlerts.h"
-
-#include <functional>
+#include "widgets/console/TimeLimitQuestion.h"
 
 /// The host that the framework sees: this program, as its options describe it, with windows to ask the user in.
 class HostEnvironment final : public ConfiguredEnvironment
 {
 public:
-    using TimeLimitQuestion = std::function<ScriptTimeLimitDecision(const QString &session, double seconds)>;
-
     explicit HostEnvironment(const HostingOptions &options);
     ~HostEnvironment() override;
 
@@ -20,8 +17,6 @@ public:
     /// Null for none.
     void setOpenDocuments(OpenDocuments *documents) { m_documents = documents; }
     void setLogTarget(LogTarget *target) { m_log = target; }
-    /// Who decides what becomes of a script that takes too long; without one it is stopped.
-    void setTimeLimitQuestion(TimeLimitQuestion question) { m_timeLimitQuestion = std::move(question); }
 
     AlertPresenter *alertPresenter() override { return &m_alerts; }
     UserPresenter *userPresenter() override { return &m_presenter; }

@@ -2,7 +2,7 @@
 
 #include "hosting/ManagerSetup.h"
 #include "platform/MainQueue.h"
-#include "updates/KRPluginUpdaterImplementation.h"
+#include "updates/ReportingUpdater.h"
 
 #include <QDir>
 #include <QPointer>
@@ -19,15 +19,15 @@ QString markerPath(const LTAppEnvironment &environment)
 PluginSystem::PluginSystem(const HostingOptions &options)
     : m_environment(options)
     , m_installation(m_environment)
+    , m_log(std::make_shared<ConsoleLog>())
     , m_marker(markerPath(m_environment))
 {
     KRPluginManager::initialisePlugins();
-    m_environment.setLogTarget(m_log.action().get());
+    m_environment.setLogTarget(m_log.get());
     m_manager = std::make_unique<KRPluginManager>(
-        pluginFolders(options), std::make_shared<KRPluginUpdaterImplementation>(), makeManagingState());
-    m_manager->setLogAction(m_log.action());
+        pluginFolders(options), std::make_shared<ReportingUpdater>(), makeManagingState());
+    m_manager->setLogAction(m_log);
     m_actions = std::make_unique<HostActions>(*m_manager);
-    m_installer = std::make_unique<ManagedInstaller>(*m_manager);
     m_changeTimer.setSingleShot(true);
     m_changeTimer.setInterval(0);
     connect(&m_changeTimer, &QTimer::timeout, this, &PluginSystem::tellChange);
@@ -53,7 +53,12 @@ void PluginSystem::load(Enabling enabling)
     m_manager->reloadPlugins();
     m_changeTimer.stop(); // who comes from now on fills his menu himself
     tellChange();
-    // Behind the handlers of "Startup": the queue keeps the order.
+    finishMarkerLater();
+}
+
+/// Behind the handlers of "Startup": the queue keeps the order.
+void PluginSystem::finishMarkerLater()
+{
     m_environment.mainQueue().async([self = QPointer(this)] {
         if (self)
             self->m_marker.finish();
@@ -79,9 +84,11 @@ void PluginSystem::startPlugins()
         if ((*plugin)->isEnabled())
             enabled.insert(plugin.key());
     }
-    const auto started = std::exchange(m_started, enabled);
-    for (const auto &identifier : std::as_const(enabled)) {
-        if (!started.contains(identifier))
-            m_actions->tellPlugin(identifier, QStringLiteral("Startup"));
-    }
+    const auto starting = enabled - std::exchange(m_started, enabled);
+    if (starting.isEmpty())
+        return;
+    m_marker.begin(); // also for those that the user enables later
+    for (const auto &identifier : starting)
+        m_actions->tellPlugin(identifier, QStringLiteral("Startup"));
+    finishMarkerLater();
 }

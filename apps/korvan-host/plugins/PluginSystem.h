@@ -2,12 +2,11 @@
 
 #include "plugins/HostActions.h"
 #include "plugins/HostEnvironment.h"
-#include "plugins/HostLog.h"
 #include "plugins/LoadingMarker.h"
-#include "plugins/PluginInstaller.h"
 
 #include "manager/KRPluginManager.h"
 #include "platform/NotificationCenter.h"
+#include "widgets/console/ConsoleLog.h"
 
 #include <QObject>
 #include <QSet>
@@ -34,7 +33,7 @@ public:
     /// Whether an earlier start has ended while its plug-ins were loading.
     bool hasFailedToLoad() const { return m_marker.wasLeftBehind(); }
     /// Loads the plug-ins and tells them "Startup". A crash from here on until their handlers have returned makes the
-    /// next start's hasFailedToLoad() true.
+    /// next start's hasFailedToLoad() true, and so does one in the handlers of those that are enabled later.
     void load(Enabling enabling);
     /// Tells the plug-ins "Shutdown" and waits until their handlers have returned.
     void shutDown();
@@ -42,9 +41,8 @@ public:
     HostEnvironment &environment() { return m_environment; }
     KRPluginManager &manager() { return *m_manager; }
     HostActions &actions() { return *m_actions; }
-    HostLog &log() { return m_log; }
-    PluginInstaller &installer() { return *m_installer; }
-    void setInstaller(std::unique_ptr<PluginInstaller> installer) { m_installer = std::move(installer); }
+    /// What commands and the framework log.
+    const std::shared_ptr<ConsoleLog> &log() const { return m_log; }
 
 signals:
     /// Plug-ins were loaded anew, enabled or disabled; once for all of one turn of the event loop.
@@ -53,16 +51,16 @@ signals:
 private:
     void observe(const QString &notification);
     void tellChange();
+    void finishMarkerLater();
     /// Tells "Startup" to those that are enabled and have not heard it yet.
     void startPlugins();
 
     HostEnvironment m_environment;
     LTAppEnvironment::Installation m_installation;
-    HostLog m_log;
+    std::shared_ptr<ConsoleLog> m_log;
     LoadingMarker m_marker;
     std::unique_ptr<KRPluginManager> m_manager;
     std::unique_ptr<HostActions> m_actions;
-    std::unique_ptr<PluginInstaller> m_installer;
     QSet<QString> m_started;
     /// Runs while a change waits to be told.
     QTimer m_changeTimer;

@@ -1,10 +1,8 @@
-// The menus about the document's file and about plug-ins.
+// The menu about the document's file.
 
+#include "look/Shortcuts.h"
 #include "windows/DocumentMenus.h"
 
-#include <QApplication>
-#include <QDesktopServices>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QMenu>
 #include <QMenuBar>
@@ -22,13 +20,13 @@ void DocumentMenus::addFileMenu()
         m_window.commitEdits();
         files.save();
     });
-    add(menu, tr("Save &As…"), QKeySequence::SaveAs, [this, &files] {
+    add(menu, tr("Save &As…"), saveAsShortcut(), [this, &files] {
         m_window.commitEdits();
         files.saveAs();
     });
     menu.addSeparator();
-    add(menu, tr("&Close"), QKeySequence::Close, [this] { m_window.close(); });
-    auto *const quit = add(menu, tr("&Quit"), QKeySequence::Quit, [this] { emit m_window.quitRequested(); });
+    add(menu, tr("&Close"), closeShortcut(), [this] { m_window.close(); });
+    auto *const quit = add(menu, tr("&Quit"), quitShortcut(), [this] { emit m_window.quitRequested(); });
     quit->setMenuRole(QAction::QuitRole);
 }
 
@@ -46,46 +44,4 @@ void DocumentMenus::addRecentFiles(QMenu &menu)
         menu.addAction(tr("No Documents"))->setEnabled(false);
     menu.addSeparator();
     add(menu, tr("&Clear"), {}, [this] { m_window.services().recentFiles.clear(); })->setEnabled(!paths.isEmpty());
-}
-
-void DocumentMenus::addPluginsMenu()
-{
-    auto &menu = *addMenu(tr("&Plugins"));
-    auto &plugins = m_window.services().plugins;
-    m_plugins = std::make_unique<PluginsMenuController>(
-        plugins, menu, ownShortcuts(), [this] { return m_window.commandContext(); });
-    connect(m_plugins.get(), &PluginsMenuController::commandChosen, this, [this] {
-        m_window.commitEdits();
-        document().history().closeStep();
-    });
-    menu.addSeparator();
-    for (const auto &tool : m_window.services().tools)
-        add(menu, tool.title, tool.shortcut, tool.show);
-    add(menu, tr("Install Plug-in…"), {}, [this] { installPlugin(); });
-    add(menu, tr("Show Plug-ins Folder"), {},
-        [] { QDesktopServices::openUrl(KRPluginManager::mainPluginsFolderURL()); });
-    add(menu, tr("Reload Plug-ins"), {}, [&plugins] { plugins.manager().reloadPlugins(); });
-}
-
-/// Those of the menus that there are already, and of what comes into this one.
-QSet<QKeySequence> DocumentMenus::ownShortcuts() const
-{
-    QSet<QKeySequence> shortcuts;
-    for (const auto &tool : m_window.services().tools)
-        shortcuts.insert(tool.shortcut);
-    const auto actions = m_window.menuBar()->findChildren<QAction *>();
-    for (const auto *const action : actions) {
-        const auto own = action->shortcuts();
-        shortcuts.unite({own.begin(), own.end()});
-    }
-    shortcuts.remove({});
-    return shortcuts;
-}
-
-void DocumentMenus::installPlugin()
-{
-    // A bundle is a folder, which the dialog enters: it is dropped on the window, or packed.
-    const auto path = QFileDialog::getOpenFileName(&m_window, tr("Install Plug-in"), {}, tr("Plug-ins (*.zip)"));
-    if (!path.isEmpty())
-        m_window.installPlugins({path});
 }

@@ -1,16 +1,20 @@
-// The menus and the tool bar themselves; those about the document's file and about plug-ins are in
-// DocumentMenuFiles.cpp.
+// The menus and the tool bar themselves; those about the document's file are in DocumentMenuFiles.cpp, those about
+// windows and plug-ins in DocumentMenuPlugins.cpp.
 
 #include "windows/DocumentMenus.h"
 
+#include "editing/LayerClipboard.h"
 #include "editing/LayerCommands.h"
 #include "look/Appearance.h"
 #include "look/Icons.h"
 #include "platform/UserDefaults.h"
+#include "windows/DataMenu.h"
 #include "windows/ZoomControl.h"
 
 #include <QActionGroup>
+#include <QClipboard>
 #include <QDockWidget>
+#include <QGuiApplication>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QStatusBar>
@@ -26,8 +30,9 @@ DocumentMenus::DocumentMenus(DocumentWindow &window)
     addInsertMenu();
     addArrangeMenu();
     addViewMenu();
-    addPluginsMenu();
+    addWindowMenu();
     addHelpMenu();
+    addPluginsMenu();
     addToolBar();
     m_window.statusBar()->addPermanentWidget(new ZoomControl(m_window.canvas()));
     connect(&m_window.canvas().canvasScene(), &CanvasScene::changedOnCanvas, this, &DocumentMenus::updateEnabled);
@@ -73,6 +78,7 @@ void DocumentMenus::addEditMenu()
     adopt(undo.createUndoAction(&menu, tr("Undo")), QStringLiteral("undo"), QKeySequence::Undo);
     adopt(undo.createRedoAction(&menu, tr("Redo")), QStringLiteral("redo"), QKeySequence::Redo);
     menu.addSeparator();
+    addClipboardItems(menu);
     m_selectionActions += add(menu, QStringLiteral("duplicate"), tr("&Duplicate"), QKeySequence(Qt::CTRL | Qt::Key_D),
         [this] { duplicateSelection(document()); });
     m_selectionActions += add(
@@ -81,6 +87,21 @@ void DocumentMenus::addEditMenu()
     add(menu, tr("Select &All"), QKeySequence::SelectAll, [this] { selectAll(document()); });
     m_selectionActions += add(menu, tr("Select &Nothing"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_A),
         [this] { document().setSelection({}); });
+}
+
+void DocumentMenus::addClipboardItems(QMenu &menu)
+{
+    const auto copy = [this] {
+        if (auto *const data = copyOfSelection(document()))
+            QGuiApplication::clipboard()->setMimeData(data);
+    };
+    m_selectionActions += add(menu, tr("Cu&t"), QKeySequence::Cut, [this, copy] {
+        copy();
+        removeSelection(document());
+    });
+    m_selectionActions += add(menu, tr("&Copy"), QKeySequence::Copy, copy);
+    add(menu, tr("&Paste"), QKeySequence::Paste,
+        [this] { pasteLayers(document(), QGuiApplication::clipboard()->mimeData()); });
 }
 
 void DocumentMenus::addInsertMenu()
@@ -93,6 +114,8 @@ void DocumentMenus::addInsertMenu()
     addType(QStringLiteral("oval"), tr("&Oval"), Qt::Key_O);
     addType(QStringLiteral("text"), tr("&Text"), Qt::Key_T);
     addType(QStringLiteral("image"), tr("&Image"), Qt::Key_I);
+    menu.addSeparator();
+    menu.addMenu(new DataMenu(m_window.services().plugins, m_window.document(), &menu));
 }
 
 void DocumentMenus::insert(const QString &type)

@@ -35,13 +35,16 @@ private:
     void addArrangeMenu();
     void addViewMenu();
     void addAppearanceMenu(QMenu &menu);
+    void addClipboardItems(QMenu &menu);
+    void addWindowMenu();
     void addPluginsMenu();
     void addHelpMenu();
     void addToolBar();
 
     void insert(const QString &type);
+    /// Of all that there is in the window.
     QSet<QKeySequence> ownShortcuts() const;
-    void installPlugin();
+    void countIncompatiblePlugins();
     void updateEnabled();
 
     Document &document() const { return *m_window.document(); }
@@ -53,4 +56,7 @@ private:
     /// Those that need a selection.
     QList<QAction *> m_selectionActions;
     QAction *m_ungroup = nullptr;
+    QMenu *m_windowMenu = nullptr;
+    QAction *m_showPlugins = nullptr;
+    QAction *m_showConsole = nullptr;
 };

@@ -2,8 +2,10 @@
 
 #include "document/DocumentContext.h"
 #include "editing/LayerCommands.h"
+#include "widgets/PluginText.h"
 #include "windows/DocumentMenus.h"
 #include "windows/DroppedFiles.h"
+#include "windows/PluginWindows.h"
 
 #include <QCloseEvent>
 #include <QDockWidget>
@@ -77,13 +79,11 @@ void DocumentWindow::connectCanvas()
     });
 }
 
-/// What commands say last, until there is a console to read all of it.
+/// What commands say last; the console has all of it.
 void DocumentWindow::connectLog()
 {
-    connect(&m_services.plugins.log(), &HostLog::logged, this, [this](const QVariantMap &entry) {
-        const auto text = entry.value(QStringLiteral("stringValue")).toString();
-        statusBar()->showMessage(text.section(u'\n', 0, 0), 15000);
-    });
+    connect(m_services.plugins.log().get(), &ConsoleLog::logged, this,
+        [this](const LogEntry &entry) { statusBar()->showMessage(plainLine(entry.text.section(u'\n', 0, 0)), 15000); });
 }
 
 void DocumentWindow::showTitle()
@@ -107,15 +107,11 @@ void DocumentWindow::commitEdits()
     focus->setFocus();
 }
 
-void DocumentWindow::installPlugins(const QStringList &paths)
+void DocumentWindow::bringToFront()
 {
-    for (const auto &path : paths) {
-        const auto error = m_services.plugins.installer().install(path);
-        if (error)
-            showError(this, tr("“%1” was not installed.").arg(QFileInfo(path).fileName()), *error);
-        else
-            statusBar()->showMessage(tr("“%1” is installed.").arg(QFileInfo(path).completeBaseName()), 5000);
-    }
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    raise();
+    activateWindow();
 }
 
 void DocumentWindow::closeEvent(QCloseEvent *event)
@@ -140,13 +136,13 @@ void DocumentWindow::changeEvent(QEvent *event)
 
 void DocumentWindow::dragEnterEvent(QDragEnterEvent *event)
 {
-    if (!droppedFiles(*event->mimeData(), m_services.plugins.installer()).isEmpty())
+    if (!droppedFiles(*event->mimeData()).isEmpty())
         event->acceptProposedAction();
 }
 
 void DocumentWindow::dropEvent(QDropEvent *event)
 {
-    const auto files = droppedFiles(*event->mimeData(), m_services.plugins.installer());
+    const auto files = droppedFiles(*event->mimeData());
     event->acceptProposedAction();
     const auto place = m_canvas->mapToScene(m_canvas->mapFrom(this, event->position().toPoint()));
     for (const auto &image : files.images) {
@@ -154,7 +150,8 @@ void DocumentWindow::dropEvent(QDropEvent *event)
             {{QStringLiteral("name"), QFileInfo(image).completeBaseName()},
                 {QStringLiteral("image"), QUrl::fromLocalFile(image).toString()}});
     }
-    installPlugins(files.plugins);
+    if (!files.plugins.isEmpty())
+        m_services.pluginWindows.install(files.plugins);
     if (!files.documents.isEmpty())
         emit openRequested(files.documents);
 }

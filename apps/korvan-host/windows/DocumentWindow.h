@@ -7,7 +7,6 @@
 #include "plugins/DocumentWatch.h"
 #include "plugins/PluginSystem.h"
 #include "plugins/PluginsMenuController.h"
-#include "plugins/ToolWindows.h"
 #include "windows/DocumentFiles.h"
 #include "windows/RecentFiles.h"
 
@@ -16,13 +15,16 @@
 #include <memory>
 
 class DocumentMenus;
+class DocumentWindow;
+class PluginWindows;
 
 /// What all windows share.
 struct WindowServices
 {
     PluginSystem &plugins;
     RecentFiles &recentFiles;
-    const ToolWindows &tools;
+    PluginWindows &pluginWindows;
+    const QList<DocumentWindow *> &documents;
 };
 
 /// A document's window: canvas, layers, inspector, menus. Deletes itself when it is closed.
@@ -44,10 +46,9 @@ public:
     /// The docks, for the menu that shows and hides them.
     QList<QDockWidget *> panels() const { return m_panels; }
 
+    void bringToFront();
     /// Takes over what the user is just entering in a field.
     void commitEdits();
-    /// Installs plug-ins and says what went wrong.
-    void installPlugins(const QStringList &paths);
     /// What the handlers of commands get.
     QVariantMap commandContext() const;
 

@@ -1,6 +1,6 @@
 #include "windows/DroppedFiles.h"
 
-#include "plugins/PluginInstaller.h"
+#include "widgets/plugins/PluginFileInstaller.h"
 
 #include <QFileInfo>
 #include <QMimeData>
@@ -17,7 +17,7 @@ bool isImage(const QString &suffix)
 
 } // namespace
 
-DroppedFiles droppedFiles(const QMimeData &data, const PluginInstaller &installer)
+DroppedFiles droppedFiles(const QMimeData &data)
 {
     DroppedFiles files;
     const auto urls = data.urls();
@@ -28,7 +28,7 @@ DroppedFiles droppedFiles(const QMimeData &data, const PluginInstaller &installe
         const auto suffix = QFileInfo(path).suffix().toLower();
         if (path.isEmpty())
             continue;
-        if (installer.accepts(path))
+        if (PluginFileInstaller::canInstall(path))
             files.plugins.append(path);
         else if (suffix == u"json")
             files.documents.append(path);

@@ -2,7 +2,6 @@
 
 #include <QStringList>
 
-class PluginInstaller;
 class QMimeData;
 
 /// The files of a drag, by what this program does with them.
@@ -16,4 +15,4 @@ struct DroppedFiles
 };
 
 /// Those that nothing can be done with are left out.
-DroppedFiles droppedFiles(const QMimeData &data, const PluginInstaller &installer);
+DroppedFiles droppedFiles(const QMimeData &data);
