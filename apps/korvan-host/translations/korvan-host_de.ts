@@ -59,6 +59,17 @@
     </message>
 </context>
 <context>
+    <name>DataMenu</name>
+    <message>
+        <source>Fill with &amp;Data</source>
+        <translation>Mit &amp;Daten füllen</translation>
+    </message>
+    <message>
+        <source>No Plug-in Supplies Data</source>
+        <translation>Kein Plug-in liefert Daten</translation>
+    </message>
+</context>
+<context>
     <name>DocumentFiles</name>
     <message>
         <source>Save Document</source>
@@ -140,14 +151,6 @@
         <translation>Plug-ins neu laden</translation>
     </message>
     <message>
-        <source>Install Plug-in</source>
-        <translation>Plug-in installieren</translation>
-    </message>
-    <message>
-        <source>Plug-ins (*.zip)</source>
-        <translation>Plug-ins (*.zip)</translation>
-    </message>
-    <message>
         <source>&amp;Edit</source>
         <translation>&amp;Bearbeiten</translation>
     </message>
@@ -225,7 +228,7 @@
     </message>
     <message>
         <source>&amp;View</source>
-        <translation>&amp;Darstellung</translation>
+        <translation>Dar&amp;stellung</translation>
     </message>
     <message>
         <source>Zoom &amp;In</source>
@@ -283,6 +286,34 @@
         <source>Tools</source>
         <translation>Werkzeuge</translation>
     </message>
+    <message>
+        <source>&amp;Minimize</source>
+        <translation>&amp;Minimieren</translation>
+    </message>
+    <message>
+        <source>Plug-ins…</source>
+        <translation>Plug-ins…</translation>
+    </message>
+    <message>
+        <source>Console</source>
+        <translation>Konsole</translation>
+    </message>
+    <message>
+        <source>Plug-ins… (%1 disabled)</source>
+        <translation>Plug-ins… (%1 deaktiviert)</translation>
+    </message>
+    <message>
+        <source>Cu&amp;t</source>
+        <translation>Aus&amp;schneiden</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>&amp;Einsetzen</translation>
+    </message>
 </context>
 <context>
     <name>DocumentSession</name>
@@ -300,14 +331,6 @@
     <message>
         <source>Inspector</source>
         <translation>Informationen</translation>
-    </message>
-    <message>
-        <source>“%1” was not installed.</source>
-        <translation>„%1“ wurde nicht installiert.</translation>
-    </message>
-    <message>
-        <source>“%1” is installed.</source>
-        <translation>„%1“ ist installiert.</translation>
     </message>
 </context>
 <context>
@@ -376,10 +399,6 @@
         <translation>Ohne Plug-ins starten?</translation>
     </message>
     <message>
-        <source>Korvan has ended unexpectedly while plug-ins were loading the last time. In safe mode no plug-in is enabled, so that you can find and disable the one that is to blame.</source>
-        <translation>Korvan wurde beim letzten Mal unerwartet beendet, während Plug-ins geladen wurden. Im sicheren Modus ist kein Plug-in aktiv, sodass Sie das verantwortliche finden und deaktivieren können.</translation>
-    </message>
-    <message>
         <source>Safe Mode</source>
         <translation>Sicherer Modus</translation>
     </message>
@@ -398,6 +417,10 @@
     <message>
         <source>Documents (*.json)</source>
         <translation>Dokumente (*.json)</translation>
+    </message>
+    <message>
+        <source>Korvan has ended unexpectedly while plug-ins were loading the last time. In safe mode no plug-in is enabled, so that you can remove the one that is to blame.</source>
+        <translation>Korvan wurde beim letzten Mal unerwartet beendet, während Plug-ins geladen wurden. Im sicheren Modus ist kein Plug-in aktiv, sodass Sie das verantwortliche entfernen können.</translation>
     </message>
 </context>
 <context>
@@ -483,6 +506,10 @@
         <source>Arrange</source>
         <translation>Anordnen</translation>
     </message>
+    <message>
+        <source>Paste</source>
+        <translation>Einsetzen</translation>
+    </message>
 </context>
 <context>
     <name>LayerTreeModel</name>
@@ -519,17 +546,6 @@
     <message>
         <source>Plug-in data of the layer</source>
         <translation>Plug-in-Daten der Ebene</translation>
-    </message>
-</context>
-<context>
-    <name>PluginInstaller</name>
-    <message>
-        <source>“%1” holds no plug-in.</source>
-        <translation>„%1“ enthält kein Plug-in.</translation>
-    </message>
-    <message>
-        <source>“%1” could not be copied.</source>
-        <translation>„%1“ konnte nicht kopiert werden.</translation>
     </message>
 </context>
 <context>
@@ -612,6 +628,13 @@
     <message>
         <source>Right</source>
         <translation>Rechts</translation>
+    </message>
+</context>
+<context>
+    <name>WindowMenu</name>
+    <message>
+        <source>&amp;Window</source>
+        <translation>&amp;Fenster</translation>
     </message>
 </context>
 <context>

@@ -59,6 +59,17 @@
     </message>
 </context>
 <context>
+    <name>DataMenu</name>
+    <message>
+        <source>Fill with &amp;Data</source>
+        <translation>Remplir de &amp;données</translation>
+    </message>
+    <message>
+        <source>No Plug-in Supplies Data</source>
+        <translation>Aucun plug-in ne fournit de données</translation>
+    </message>
+</context>
+<context>
     <name>DocumentFiles</name>
     <message>
         <source>Save Document</source>
@@ -74,7 +85,7 @@
     </message>
     <message>
         <source>Save the changes to “%1”?</source>
-        <translation>Enregistrer les modifications de « %1 » ?</translation>
+        <translation>Enregistrer les modifications de «&#xa0;%1&#xa0;»&#xa0;?</translation>
     </message>
     <message>
         <source>They are lost otherwise.</source>
@@ -140,14 +151,6 @@
         <translation>Recharger les plug-ins</translation>
     </message>
     <message>
-        <source>Install Plug-in</source>
-        <translation>Installer un plug-in</translation>
-    </message>
-    <message>
-        <source>Plug-ins (*.zip)</source>
-        <translation>Plug-ins (*.zip)</translation>
-    </message>
-    <message>
         <source>&amp;Edit</source>
         <translation>É&amp;dition</translation>
     </message>
@@ -197,7 +200,7 @@
     </message>
     <message>
         <source>&amp;Arrange</source>
-        <translation>&amp;Disposition</translation>
+        <translation>Disp&amp;osition</translation>
     </message>
     <message>
         <source>&amp;Group</source>
@@ -225,7 +228,7 @@
     </message>
     <message>
         <source>&amp;View</source>
-        <translation>&amp;Présentation</translation>
+        <translation>Pré&amp;sentation</translation>
     </message>
     <message>
         <source>Zoom &amp;In</source>
@@ -283,6 +286,34 @@
         <source>Tools</source>
         <translation>Outils</translation>
     </message>
+    <message>
+        <source>&amp;Minimize</source>
+        <translation>&amp;Réduire</translation>
+    </message>
+    <message>
+        <source>Plug-ins…</source>
+        <translation>Plug-ins…</translation>
+    </message>
+    <message>
+        <source>Console</source>
+        <translation>Console</translation>
+    </message>
+    <message>
+        <source>Plug-ins… (%1 disabled)</source>
+        <translation>Plug-ins… (désactivés : %1)</translation>
+    </message>
+    <message>
+        <source>Cu&amp;t</source>
+        <translation>Co&amp;uper</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Copier</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>Co&amp;ller</translation>
+    </message>
 </context>
 <context>
     <name>DocumentSession</name>
@@ -300,14 +331,6 @@
     <message>
         <source>Inspector</source>
         <translation>Inspecteur</translation>
-    </message>
-    <message>
-        <source>“%1” was not installed.</source>
-        <translation>« %1 » n’a pas été installé.</translation>
-    </message>
-    <message>
-        <source>“%1” is installed.</source>
-        <translation>« %1 » est installé.</translation>
     </message>
 </context>
 <context>
@@ -373,11 +396,7 @@
     <name>HostApplication</name>
     <message>
         <source>Start without plug-ins?</source>
-        <translation>Démarrer sans plug-ins ?</translation>
-    </message>
-    <message>
-        <source>Korvan has ended unexpectedly while plug-ins were loading the last time. In safe mode no plug-in is enabled, so that you can find and disable the one that is to blame.</source>
-        <translation>La dernière fois, Korvan s’est arrêté de façon inattendue pendant le chargement des plug-ins. En mode sans échec, aucun plug-in n’est activé : vous pouvez ainsi trouver et désactiver celui qui est en cause.</translation>
+        <translation>Démarrer sans plug-ins&#xa0;?</translation>
     </message>
     <message>
         <source>Safe Mode</source>
@@ -398,6 +417,10 @@
     <message>
         <source>Documents (*.json)</source>
         <translation>Documents (*.json)</translation>
+    </message>
+    <message>
+        <source>Korvan has ended unexpectedly while plug-ins were loading the last time. In safe mode no plug-in is enabled, so that you can remove the one that is to blame.</source>
+        <translation>La dernière fois, Korvan s’est arrêté de façon inattendue pendant le chargement des plug-ins. En mode sans échec, aucun plug-in n’est activé : vous pouvez ainsi supprimer celui qui est en cause.</translation>
     </message>
 </context>
 <context>
@@ -465,7 +488,7 @@
     </message>
     <message>
         <source>Insert %1</source>
-        <translation>Insérer : %1</translation>
+        <translation>Insérer&#xa0;: %1</translation>
     </message>
     <message>
         <source>Duplicate</source>
@@ -482,6 +505,10 @@
     <message>
         <source>Arrange</source>
         <translation>Disposer</translation>
+    </message>
+    <message>
+        <source>Paste</source>
+        <translation>Coller</translation>
     </message>
 </context>
 <context>
@@ -519,17 +546,6 @@
     <message>
         <source>Plug-in data of the layer</source>
         <translation>Données des plug-ins sur le calque</translation>
-    </message>
-</context>
-<context>
-    <name>PluginInstaller</name>
-    <message>
-        <source>“%1” holds no plug-in.</source>
-        <translation>« %1 » ne contient pas de plug-in.</translation>
-    </message>
-    <message>
-        <source>“%1” could not be copied.</source>
-        <translation>« %1 » n’a pas pu être copié.</translation>
     </message>
 </context>
 <context>
@@ -615,6 +631,13 @@
     </message>
 </context>
 <context>
+    <name>WindowMenu</name>
+    <message>
+        <source>&amp;Window</source>
+        <translation>Fe&amp;nêtre</translation>
+    </message>
+</context>
+<context>
     <name>ZoomControl</name>
     <message>
         <source>Zoom</source>
@@ -622,7 +645,7 @@
     </message>
     <message>
         <source>%1 %</source>
-        <translation>%1 %</translation>
+        <translation>%1&#xa0;%</translation>
     </message>
     <message>
         <source>Fit in Window</source>

@@ -59,6 +59,17 @@
     </message>
 </context>
 <context>
+    <name>DataMenu</name>
+    <message>
+        <source>Fill with &amp;Data</source>
+        <translation>データを流し込む(&amp;D)</translation>
+    </message>
+    <message>
+        <source>No Plug-in Supplies Data</source>
+        <translation>データを提供するプラグインはありません</translation>
+    </message>
+</context>
+<context>
     <name>DocumentFiles</name>
     <message>
         <source>Save Document</source>
@@ -138,14 +149,6 @@
     <message>
         <source>Reload Plug-ins</source>
         <translation>プラグインを再読み込み</translation>
-    </message>
-    <message>
-        <source>Install Plug-in</source>
-        <translation>プラグインをインストール</translation>
-    </message>
-    <message>
-        <source>Plug-ins (*.zip)</source>
-        <translation>プラグイン (*.zip)</translation>
     </message>
     <message>
         <source>&amp;Edit</source>
@@ -283,6 +286,34 @@
         <source>Tools</source>
         <translation>ツール</translation>
     </message>
+    <message>
+        <source>&amp;Minimize</source>
+        <translation>しまう(&amp;M)</translation>
+    </message>
+    <message>
+        <source>Plug-ins…</source>
+        <translation>プラグイン…</translation>
+    </message>
+    <message>
+        <source>Console</source>
+        <translation>コンソール</translation>
+    </message>
+    <message>
+        <source>Plug-ins… (%1 disabled)</source>
+        <translation>プラグイン…（%1 個無効）</translation>
+    </message>
+    <message>
+        <source>Cu&amp;t</source>
+        <translation>カット(&amp;T)</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>コピー(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>ペースト(&amp;P)</translation>
+    </message>
 </context>
 <context>
     <name>DocumentSession</name>
@@ -300,14 +331,6 @@
     <message>
         <source>Inspector</source>
         <translation>インスペクター</translation>
-    </message>
-    <message>
-        <source>“%1” was not installed.</source>
-        <translation>「%1」はインストールされませんでした。</translation>
-    </message>
-    <message>
-        <source>“%1” is installed.</source>
-        <translation>「%1」をインストールしました。</translation>
     </message>
 </context>
 <context>
@@ -376,10 +399,6 @@
         <translation>プラグインなしで起動しますか？</translation>
     </message>
     <message>
-        <source>Korvan has ended unexpectedly while plug-ins were loading the last time. In safe mode no plug-in is enabled, so that you can find and disable the one that is to blame.</source>
-        <translation>前回、プラグインの読み込み中に Korvan が予期せず終了しました。セーフモードではプラグインがすべて無効になるので、原因のプラグインを見つけて無効にできます。</translation>
-    </message>
-    <message>
         <source>Safe Mode</source>
         <translation>セーフモード</translation>
     </message>
@@ -398,6 +417,10 @@
     <message>
         <source>Documents (*.json)</source>
         <translation>書類 (*.json)</translation>
+    </message>
+    <message>
+        <source>Korvan has ended unexpectedly while plug-ins were loading the last time. In safe mode no plug-in is enabled, so that you can remove the one that is to blame.</source>
+        <translation>前回、プラグインの読み込み中に Korvan が予期せず終了しました。セーフモードではプラグインがすべて無効になるので、原因のプラグインを取り除くことができます。</translation>
     </message>
 </context>
 <context>
@@ -483,6 +506,10 @@
         <source>Arrange</source>
         <translation>配置</translation>
     </message>
+    <message>
+        <source>Paste</source>
+        <translation>ペースト</translation>
+    </message>
 </context>
 <context>
     <name>LayerTreeModel</name>
@@ -519,17 +546,6 @@
     <message>
         <source>Plug-in data of the layer</source>
         <translation>レイヤーのプラグインデータ</translation>
-    </message>
-</context>
-<context>
-    <name>PluginInstaller</name>
-    <message>
-        <source>“%1” holds no plug-in.</source>
-        <translation>「%1」にはプラグインがありません。</translation>
-    </message>
-    <message>
-        <source>“%1” could not be copied.</source>
-        <translation>「%1」をコピーできませんでした。</translation>
     </message>
 </context>
 <context>
@@ -612,6 +628,13 @@
     <message>
         <source>Right</source>
         <translation>右</translation>
+    </message>
+</context>
+<context>
+    <name>WindowMenu</name>
+    <message>
+        <source>&amp;Window</source>
+        <translation>ウインドウ(&amp;W)</translation>
     </message>
 </context>
 <context>

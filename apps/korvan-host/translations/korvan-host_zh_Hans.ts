@@ -59,6 +59,17 @@
     </message>
 </context>
 <context>
+    <name>DataMenu</name>
+    <message>
+        <source>Fill with &amp;Data</source>
+        <translation>填充数据(&amp;D)</translation>
+    </message>
+    <message>
+        <source>No Plug-in Supplies Data</source>
+        <translation>没有提供数据的插件</translation>
+    </message>
+</context>
+<context>
     <name>DocumentFiles</name>
     <message>
         <source>Save Document</source>
@@ -138,14 +149,6 @@
     <message>
         <source>Reload Plug-ins</source>
         <translation>重新载入插件</translation>
-    </message>
-    <message>
-        <source>Install Plug-in</source>
-        <translation>安装插件</translation>
-    </message>
-    <message>
-        <source>Plug-ins (*.zip)</source>
-        <translation>插件 (*.zip)</translation>
     </message>
     <message>
         <source>&amp;Edit</source>
@@ -283,6 +286,34 @@
         <source>Tools</source>
         <translation>工具</translation>
     </message>
+    <message>
+        <source>&amp;Minimize</source>
+        <translation>最小化(&amp;M)</translation>
+    </message>
+    <message>
+        <source>Plug-ins…</source>
+        <translation>插件…</translation>
+    </message>
+    <message>
+        <source>Console</source>
+        <translation>控制台</translation>
+    </message>
+    <message>
+        <source>Plug-ins… (%1 disabled)</source>
+        <translation>插件…（已停用 %1 个）</translation>
+    </message>
+    <message>
+        <source>Cu&amp;t</source>
+        <translation>剪切(&amp;T)</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>拷贝(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>粘贴(&amp;P)</translation>
+    </message>
 </context>
 <context>
     <name>DocumentSession</name>
@@ -300,14 +331,6 @@
     <message>
         <source>Inspector</source>
         <translation>检查器</translation>
-    </message>
-    <message>
-        <source>“%1” was not installed.</source>
-        <translation>“%1”未安装。</translation>
-    </message>
-    <message>
-        <source>“%1” is installed.</source>
-        <translation>“%1”已安装。</translation>
     </message>
 </context>
 <context>
@@ -376,10 +399,6 @@
         <translation>要在没有插件的情况下启动吗？</translation>
     </message>
     <message>
-        <source>Korvan has ended unexpectedly while plug-ins were loading the last time. In safe mode no plug-in is enabled, so that you can find and disable the one that is to blame.</source>
-        <translation>Korvan 上次在载入插件时意外退出。安全模式下不会启用任何插件，以便您找到并停用有问题的插件。</translation>
-    </message>
-    <message>
         <source>Safe Mode</source>
         <translation>安全模式</translation>
     </message>
@@ -398,6 +417,10 @@
     <message>
         <source>Documents (*.json)</source>
         <translation>文稿 (*.json)</translation>
+    </message>
+    <message>
+        <source>Korvan has ended unexpectedly while plug-ins were loading the last time. In safe mode no plug-in is enabled, so that you can remove the one that is to blame.</source>
+        <translation>Korvan 上次在载入插件时意外退出。安全模式下不会启用任何插件，以便您移除有问题的插件。</translation>
     </message>
 </context>
 <context>
@@ -483,6 +506,10 @@
         <source>Arrange</source>
         <translation>排列</translation>
     </message>
+    <message>
+        <source>Paste</source>
+        <translation>粘贴</translation>
+    </message>
 </context>
 <context>
     <name>LayerTreeModel</name>
@@ -519,17 +546,6 @@
     <message>
         <source>Plug-in data of the layer</source>
         <translation>图层的插件数据</translation>
-    </message>
-</context>
-<context>
-    <name>PluginInstaller</name>
-    <message>
-        <source>“%1” holds no plug-in.</source>
-        <translation>“%1”不包含插件。</translation>
-    </message>
-    <message>
-        <source>“%1” could not be copied.</source>
-        <translation>无法复制“%1”。</translation>
     </message>
 </context>
 <context>
@@ -612,6 +628,13 @@
     <message>
         <source>Right</source>
         <translation>右</translation>
+    </message>
+</context>
+<context>
+    <name>WindowMenu</name>
+    <message>
+        <source>&amp;Window</source>
+        <translation>窗口(&amp;W)</translation>
     </message>
 </context>
 <context>
