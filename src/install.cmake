@@ -27,6 +27,8 @@ set(korvan_public_headers
     localization/KorvanPluginManagerLocalization.h
     localization/KorvanPluginManagerTranslator.h
     manager/KRPluginManager.h
+    manager/PluginEditor.h
+    manager/RunningCommand.h
     platform/AlertPresenter.h
     platform/Export.h
     platform/FileWrapper.h
@@ -85,6 +87,7 @@ set(korvan_public_headers
     updates/KRPluginVersions.h
     updates/PluginDownloadProgress.h
     updates/PluginUpdateHandlers.h
+    updates/ReportingUpdater.h
     updates/UpdatingInfo.h
     updates/UpdatingInfoError.h
     updates/VersionsDictionary.h)

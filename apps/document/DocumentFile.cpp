@@ -138,6 +138,11 @@ QByteArray jsonFromDocument(const Document &document)
     return jsonFromVariant(values, JSONStyle::Indented);
 }
 
+QByteArray jsonFromLayers(const QList<LayerPointer> &layers)
+{
+    return jsonFromVariant(QVariantMap{{layersKey, asValues(layers)}}, JSONStyle::Compact);
+}
+
 std::optional<KRError> writeDocument(const Document &document, const QString &path)
 {
     const auto error = replaceFileAtomically(QFile::encodeName(path), jsonFromDocument(document));

@@ -14,5 +14,7 @@ Result<std::shared_ptr<Document>> readDocument(const QString &path);
 Result<std::shared_ptr<Document>> documentFromJSON(const QByteArray &json);
 
 QByteArray jsonFromDocument(const Document &document);
+/// The same of a document with nothing but these layers, which need not be at the top of their own.
+QByteArray jsonFromLayers(const QList<LayerPointer> &layers);
 /// Replaces the file whole or leaves it as it was. Nil on success.
 std::optional<KRError> writeDocument(const Document &document, const QString &path);

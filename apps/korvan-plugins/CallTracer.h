@@ -1,7 +1,7 @@
 #pragma once
 
-#include "LogCollector.h"
 #include "Output.h"
+#include "hosting/LogCollector.h"
 #include "platform/script/ScriptCallTrace.h"
 
 /// Tells each call of scripts into the application: as a line on standard error, or as an entry of the level "trace" in

@@ -7,7 +7,7 @@
 #include "RunArguments.h"
 #include "SupplyArguments.h"
 #include "UpdatesArguments.h"
-#include "UsersLanguage.h"
+#include "hosting/UsersLanguage.h"
 
 #include <CLI/CLI.hpp>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "LogCollector.h"
 #include "commands/KRPluginCommand.h"
+#include "hosting/LogCollector.h"
 #include "manager/KRPluginManager.h"
 
 #include <QVariantMap>

@@ -1,8 +1,9 @@
 #include "DemoUpdate.h"
 
-#include "FolderCopy.h"
 #include "PluginArchive.h"
 #include "UpdateDownloads.h"
+#include "hosting/FolderCopy.h"
+#include "hosting/ManifestChange.h"
 
 #include <QFile>
 #include <QJsonDocument>
@@ -15,17 +16,6 @@ const auto bundleName = QStringLiteral("Lorem Text.korvanplugin");
 const auto newVersion = QStringLiteral("1.1");
 const auto feedPath = QStringLiteral("/lorem-text.json");
 const auto archivePath = QStringLiteral("/lorem-text-1.1.zip");
-
-/// Changes one key of a bundle's manifest.
-bool changeManifest(const QString &bundle, const QString &key, const QString &value)
-{
-    QFile file(bundle + QStringLiteral("/Contents/Korvan/manifest.json"));
-    if (!file.open(QIODevice::ReadWrite))
-        return false;
-    auto manifest = QJsonDocument::fromJson(file.readAll()).object();
-    manifest.insert(key, value);
-    return file.resize(0) && file.seek(0) && file.write(QJsonDocument(manifest).toJson()) > 0;
-}
 
 std::optional<QByteArray> packed(const QString &bundle, const QString &archive)
 {

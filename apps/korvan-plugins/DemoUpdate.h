@@ -1,8 +1,8 @@
 #pragma once
 
-#include "FileServer.h"
 #include "Output.h"
 #include "PluginSession.h"
+#include "hosting/FileServer.h"
 
 #include <QTemporaryDir>
 

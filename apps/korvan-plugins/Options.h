@@ -1,23 +1,16 @@
 #pragma once
 
+#include "hosting/HostingOptions.h"
+
 #include <QString>
 #include <QStringList>
 #include <QVariantMap>
 
 #include <optional>
 
-/// What the command line says about the host, for every command.
-struct GlobalOptions
+/// For every command.
+struct GlobalOptions : HostingOptions
 {
-    /// Nil: the folders of the user's settings.
-    std::optional<QStringList> folders;
-    std::optional<QString> supportFolder;
-    std::optional<QString> defaultsFile;
-    QVariantMap defaults;
-    std::optional<QString> resourcesFolder;
-    std::optional<QString> hostVersion;
-    std::optional<QString> blocklistURL;
-    bool safeMode = false;
     bool json = false;
 };
 

@@ -1,37 +1,11 @@
 #include "PluginSession.h"
 
-#include "platform/LTAppEnvironment.h"
-
-#include <QDir>
-
-namespace {
-
-QList<QUrl> pluginFolders(const GlobalOptions &options)
-{
-    if (!options.folders)
-        return KRPluginManager::pluginsURLs();
-    QList<QUrl> urls;
-    for (const auto &folder : *options.folders)
-        urls.append(QUrl::fromLocalFile(QDir::current().absoluteFilePath(folder) + u'/'));
-    return urls;
-}
-
-/// What is remembered of the plug-ins, with the blocklist in force.
-std::shared_ptr<KRPluginManagingState> makeState()
-{
-    const QDir folder(LTAppEnvironment::current().applicationSupportFolder().toLocalFile());
-    const auto file = QUrl::fromLocalFile(folder.filePath(QStringLiteral("PluginMetadata.plist")));
-    auto state = std::make_shared<KRPluginManagingState>(file);
-    state->setIncompatiblePluginVersions(KRPluginManagingState::incompatiblePlugins());
-    return state;
-}
-
-} // namespace
+#include "hosting/ManagerSetup.h"
 
 PluginSession::PluginSession(const GlobalOptions &options)
     : m_environment(options)
     , m_installation(m_environment)
-    , m_state(makeState())
+    , m_state(makeManagingState())
     , m_manager(pluginFolders(options), m_updater, m_state)
 {
     m_manager.setDisableAllPlugins(options.safeMode);

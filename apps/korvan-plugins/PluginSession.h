@@ -1,8 +1,8 @@
 #pragma once
 
 #include "CommandLineEnvironment.h"
-#include "ReportingUpdater.h"
 #include "manager/KRPluginManager.h"
+#include "updates/ReportingUpdater.h"
 
 #include <optional>
 

@@ -1,8 +1,8 @@
 #include "PluginTemplate.h"
 
 #include "EditorFiles.h"
-#include "Examples.h"
-#include "FolderCopy.h"
+#include "hosting/Examples.h"
+#include "hosting/FolderCopy.h"
 #include "platform/JSONText.h"
 
 #include <QDir>

@@ -2,10 +2,10 @@
 
 #include "CallTracer.h"
 #include "CommandRunner.h"
-#include "DocumentContext.h"
 #include "OutputFiles.h"
 #include "PluginSession.h"
 #include "commands/KRPluginStandaloneScript.h"
+#include "document/DocumentContext.h"
 #include "document/DocumentFile.h"
 #include "platform/AtomicFile.h"
 #include "platform/script/ScriptProfiler.h"

@@ -1,16 +1,16 @@
 #include "Commands.h"
 
-#include "LogCollector.h"
 #include "OutputFiles.h"
 #include "PluginSession.h"
 #include "TextTable.h"
 #include "Waiting.h"
 #include "commands/DataSuppliers.h"
 #include "document/DocumentFile.h"
+#include "document/LayerData.h"
+#include "hosting/LogCollector.h"
 
 #include <QDeadlineTimer>
 #include <QTimer>
-#include <QUrl>
 
 #include <algorithm>
 #include <chrono>
@@ -187,14 +187,8 @@ private:
     /// The selected layers of the kind, or all of them where none is selected.
     QList<LayerPointer> layersFor(DataSupplier::Kind kind) const
     {
-        const auto isOther = [type = kindText(kind)](const LayerPointer &layer) { return layer->type() != type; };
-        auto layers = m_document->selection();
-        layers.removeIf(isOther);
-        if (layers.isEmpty()) {
-            layers = m_document->allLayers();
-            layers.removeIf(isOther);
-        }
-        return layers;
+        const auto selected = layersForData(m_document->selection(), kind);
+        return selected.isEmpty() ? layersForData(m_document->allLayers(), kind) : selected;
     }
 
     bool putIntoLayers(const DataSupplier &supplier)
@@ -222,25 +216,14 @@ private:
     void apply(const DataSupplier &supplier, const QList<LayerPointer> &layers, const DataSuppliers::Values &values)
     {
         QVariantList descriptions;
-        const DocumentHistory::Group group(*m_document, supplier.name);
-        for (qsizetype i = 0; i < std::min(layers.size(), values.size()); ++i) {
-            const auto &layer = layers.at(i);
-            const auto &value = values.at(i);
-            const bool isRemoved = !layer->document(); // while the plug-in was asked
-            if (!value || isRemoved)
-                continue;
-            if (supplier.kind == DataSupplier::Kind::Text)
-                layer->setText(value);
-            else
-                layer->setImage(
-                    value->startsWith(u'/') ? QUrl::fromLocalFile(*value).toString(QUrl::FullyEncoded) : *value);
-            m_output.line(QStringLiteral("%1: %2").arg(layer->name(), *value));
+        putDataIntoLayers(*m_document, supplier, layers, values, [&](const Layer &layer, const QString &value) {
+            m_output.line(QStringLiteral("%1: %2").arg(layer.name(), value));
             descriptions.append(QVariant::fromValue(OrderedVariantDictionary{
-                {QStringLiteral("id"), layer->id()},
-                {QStringLiteral("name"), layer->name()},
-                {QStringLiteral("value"), *value},
+                {QStringLiteral("id"), layer.id()},
+                {QStringLiteral("name"), layer.name()},
+                {QStringLiteral("value"), value},
             }));
-        }
+        });
         m_output.document({{QStringLiteral("values"), descriptions}});
     }
 

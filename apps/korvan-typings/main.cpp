@@ -1,9 +1,9 @@
 // Prints resources/typings/host.d.ts.
 
-#include "DocumentContext.h"
 #include "HostTypings.h"
 #include "bundles/KRPluginBundle.h"
 #include "commands/CommandContext.h"
+#include "document/DocumentContext.h"
 
 #include <QCoreApplication>
 #include <QImage>

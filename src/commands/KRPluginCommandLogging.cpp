@@ -56,7 +56,8 @@ void KRPluginCommand::log(const QVariant &value, const QString &atLevel)
             {levelKey, atLevel},
         };
     if (const auto action = logAction())
-        action->log(entry, m_identifier.value_or(QString()));
+        action->logFromCommand(entry, m_identifier.value_or(QString()),
+            std::static_pointer_cast<KRPluginCommand>(weak_from_this().lock()));
     else
         runState().logsWhenRunViaTests.append(entry);
 }

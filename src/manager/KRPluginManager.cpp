@@ -73,7 +73,10 @@ KRPluginManager::KRPluginManager(const QList<QUrl> &pluginsFolderURLs, std::shar
     , m_pluginStateManager(std::move(pluginStateManager))
 {
     auto &environment = LTAppEnvironment::current();
-    m_runningCommands = std::make_unique<RunningCommands>(environment.mainQueue());
+    m_runningCommands = std::make_unique<RunningCommands>(environment.mainQueue(), [this] {
+        LTAppEnvironment::current().notificationCenter().post(
+            {KRPluginManagerRunningCommandsDidChangeNotification, this});
+    });
     m_incompatiblePlugins = std::make_shared<IncompatiblePlugins>(m_pluginStateManager, environment.userDefaults());
     m_remoteBlocklist = std::make_unique<RemoteBlocklist>(
         m_pluginStateManager, [counted = m_incompatiblePlugins] { return counted->registerInstalled(); });
@@ -270,10 +273,12 @@ void KRPluginManager::runHandlerWithKey(
     const auto command = commandWithSpecifier({inPlugin, fromCommand});
     if (!command)
         return;
-    LTAppEnvironment::current().mainQueue().async([manager = QPointer(this), command, key, withContext] {
-        if (manager)
-            command->runHandlerWithKey(key, withContext, manager);
-    });
+    // A command holds its plug-in weakly: a reload in between must not take it away from the handler.
+    LTAppEnvironment::current().mainQueue().async(
+        [manager = QPointer(this), command, plugin = command->pluginBundle(), key, withContext] {
+            if (manager)
+                command->runHandlerWithKey(key, withContext, manager);
+        });
 }
 
 void KRPluginManager::trackLongRunningCommand(const std::shared_ptr<KRPluginCommand> &command, Completion onComplete)
@@ -300,6 +305,16 @@ void KRPluginManager::didClearEventStack(COScript *)
 bool KRPluginManager::isCommandRunning(const KRPluginCommandSpecifier &specifier) const
 {
     return m_runningCommands->command(specifier) != nullptr;
+}
+
+QList<RunningCommand> KRPluginManager::runningCommands() const
+{
+    return m_runningCommands->list();
+}
+
+bool KRPluginManager::stopCommand(const KRPluginCommandSpecifier &specifier)
+{
+    return m_runningCommands->stop(specifier) != nullptr;
 }
 
 double KRPluginManager::lastTimerInterval() const

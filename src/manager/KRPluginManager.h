@@ -5,6 +5,7 @@
 #include "commands/KRPluginCommandManager.h"
 #include "commands/KRPluginCommandSpecifier.h"
 #include "commands/KRPluginLogAction.h"
+#include "manager/RunningCommand.h"
 #include "platform/Export.h"
 #include "platform/monitoring/KRFolderMonitor.h"
 #include "state/BlocklistUpdate.h"
@@ -45,6 +46,11 @@ inline const QString KRPluginManagerDidReloadPluginsNotification =
 /// reload that this takes.
 inline const QString KRPluginManagerPluginDidChangeEnabledStateNotification =
     QStringLiteral("KRPluginManagerPluginDidChangeEnabledStateNotification");
+
+/// Posted on the environment's notification centre, by the manager, after a command has begun or ceased to be one that
+/// stays running.
+inline const QString KRPluginManagerRunningCommandsDidChangeNotification =
+    QStringLiteral("KRPluginManagerRunningCommandsDidChangeNotification");
 
 /// The registry of installed plug-ins, and what a host asks of it. Main thread only; needs a running event loop for
 /// commands that stay running and for runs by identifier.
@@ -129,6 +135,12 @@ public:
     void postPluginDidChangeEnabledStateNotification();
     QList<std::shared_ptr<KRPluginBundle>> enabledPlugins();
     QList<std::shared_ptr<KRPluginBundle>> disabledPlugins();
+
+    // Removing
+
+    /// Stops the plug-in's commands and moves its folder to the user's trash. Answers whether it is gone; `error`,
+    /// where given, holds the reason otherwise. False for null and for a plug-in without a folder. Does not reload.
+    bool movePluginToTrash(const std::shared_ptr<KRPluginBundle> &bundle, KRError *error = nullptr);
 
     // Folder monitoring
 
@@ -306,6 +318,11 @@ public:
     void didClearEventStack(COScript *session);
     /// Whether a command is tracked under the specifier.
     bool isCommandRunning(const KRPluginCommandSpecifier &specifier) const;
+    /// The tracked commands, in the order in which they came.
+    QList<RunningCommand> runningCommands() const;
+    /// Ends a tracked command at once, whatever it waits for: its session is torn down, its completion called. Answers
+    /// whether there was one. Not for a command whose script is computing: scriptExceededTimeLimit() is.
+    bool stopCommand(const KRPluginCommandSpecifier &specifier);
     /// In seconds; 0 while nothing is tracked.
     double lastTimerInterval() const;
 

@@ -17,9 +17,19 @@ void keepAwayFromOurChannels(QProcess &process)
     process.setStandardErrorFile(QProcess::nullDevice());
 }
 
+void tellLine(QProcess &process, std::optional<int> line)
+{
+    auto variables = QProcessEnvironment::systemEnvironment();
+    const auto name = QStringLiteral("KORVAN_EDITOR_LINE");
+    variables.remove(name); // of a program that was itself started as somebody's editor
+    if (line)
+        variables.insert(name, QString::number(*line));
+    process.setProcessEnvironment(variables);
+}
+
 } // namespace
 
-EditorStart openInPluginEditor(const QUrl &url)
+EditorStart openInPluginEditor(const QUrl &url, std::optional<int> line)
 {
     auto &environment = LTAppEnvironment::current();
     const auto editor = environment.userDefaults().stringForKey(QStringLiteral("Plugin Editor"));
@@ -32,6 +42,7 @@ EditorStart openInPluginEditor(const QUrl &url)
     process.setProgram(editor->isEmpty() ? QString() : QDir::current().absoluteFilePath(*editor));
     process.setArguments({path});
     keepAwayFromOurChannels(process);
+    tellLine(process, line);
     if (process.startDetached())
         return EditorStart::Started;
     environment.systemLog(QStringLiteral("Couldn't open editor %1: %2").arg(*editor, process.errorString()));

@@ -2,8 +2,9 @@
 
 #include <algorithm>
 
-RunningCommands::RunningCommands(MainQueue &queue)
+RunningCommands::RunningCommands(MainQueue &queue, std::function<void()> changed)
     : m_queue(queue)
+    , m_changed(std::move(changed))
     , m_life(std::make_shared<char>())
 { }
 
@@ -31,12 +32,47 @@ void RunningCommands::track(const std::shared_ptr<KRPluginCommand> &command, Com
         return;
     auto entry = find(command->commandSpecifier());
     if (entry == m_entries.end())
-        entry = m_entries.insert(entry, {command->commandSpecifier(), nullptr, nullptr, 0});
+        entry = m_entries.insert(entry, {command->commandSpecifier(), nullptr, nullptr, 0, {}});
     entry->command = command;
     entry->serial = ++m_latestSerial;
+    entry->since = m_queue.now();
     if (onComplete)
         entry->onComplete = std::move(onComplete);
-    cleanupFinished();
+    const auto life = std::weak_ptr(m_life);
+    tellChange();
+    if (!life.expired())
+        cleanupFinished();
+}
+
+void RunningCommands::tellChange() const
+{
+    if (const auto changed = m_changed)
+        changed();
+}
+
+QList<RunningCommand> RunningCommands::list() const
+{
+    QList<RunningCommand> commands;
+    for (const auto &entry : m_entries) {
+        const auto bundle = entry.command->pluginBundle();
+        commands.append({entry.specifier, entry.command->name().value_or(QString()),
+            bundle ? bundle->name().value_or(QString()) : QString(), m_queue.now() - entry.since});
+    }
+    return commands;
+}
+
+std::shared_ptr<KRPluginCommand> RunningCommands::stop(const KRPluginCommandSpecifier &specifier)
+{
+    const auto entry = find(specifier);
+    if (entry == m_entries.end())
+        return nullptr;
+    const auto command = entry->command;
+    const int serial = entry->serial;
+    const auto life = std::weak_ptr(m_life);
+    command->tearDownSession(); // which calls the script's own handler, and that may do anything
+    if (!life.expired())
+        finish(serial);
+    return command;
 }
 
 std::shared_ptr<KRPluginCommand> RunningCommands::command(const KRPluginCommandSpecifier &specifier) const
@@ -67,8 +103,10 @@ void RunningCommands::finish(int serial)
         onComplete(command->logString());
     if (life.expired())
         return;
-    if (const auto finished = find(serial); finished != m_entries.end())
+    if (const auto finished = find(serial); finished != m_entries.end()) {
         m_entries.erase(finished);
+        tellChange();
+    }
 }
 
 void RunningCommands::cleanupFinished()

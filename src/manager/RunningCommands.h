@@ -1,9 +1,13 @@
 #pragma once
 
 #include "commands/KRPluginCommand.h"
+#include "manager/RunningCommand.h"
 #include "platform/MainQueue.h"
 
+#include <QList>
+
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <set>
 #include <vector>
@@ -18,7 +22,8 @@ class RunningCommands
 public:
     using Completion = KRPluginCommandManager::Completion;
 
-    explicit RunningCommands(MainQueue &queue);
+    /// `changed`, which may be empty, is called after a command has come or gone.
+    explicit RunningCommands(MainQueue &queue, std::function<void()> changed = {});
     /// The sessions that still run end without a word.
     ~RunningCommands();
     RunningCommands(const RunningCommands &) = delete;
@@ -31,6 +36,10 @@ public:
     std::shared_ptr<KRPluginCommand> stopTracking(const KRPluginCommandSpecifier &specifier);
     std::shared_ptr<KRPluginCommand> command(const KRPluginCommandSpecifier &specifier) const;
     bool isEmpty() const { return m_entries.empty(); }
+    /// In the order in which they came.
+    QList<RunningCommand> list() const;
+    /// Tears the command down, whatever it waits for, and ends it as one that has finished. Null when there is none.
+    std::shared_ptr<KRPluginCommand> stop(const KRPluginCommandSpecifier &specifier);
 
     /// Asks every command whether it has finished; those that have are torn down, reported and forgotten.
     void cleanupFinished();
@@ -48,17 +57,21 @@ private:
         Completion onComplete;
         /// Tells an entry from a later one under the same specifier.
         int serial;
+        /// By the queue's clock.
+        std::chrono::milliseconds since;
     };
     using Entries = std::vector<Entry>;
 
     Entries::iterator find(const KRPluginCommandSpecifier &specifier);
     Entries::iterator find(int serial);
     void finish(int serial);
+    void tellChange() const;
     void planPoll();
     void wait();
     void pollDue();
 
     MainQueue &m_queue;
+    std::function<void()> m_changed;
     Entries m_entries;
     int m_latestSerial = 0;
     double m_lastTimerInterval = 0;

@@ -14,6 +14,8 @@ namespace {
 const auto sources = u"" KORVAN_SOURCE_DIR "/src"_s;
 const auto widgetSources = u"" KORVAN_SOURCE_DIR "/widgets"_s;
 const auto translations = u"" KORVAN_SOURCE_DIR "/src/localization/translations"_s;
+const auto hostSources = u"" KORVAN_SOURCE_DIR "/apps/korvan-host"_s;
+const auto hostTranslations = hostSources + u"/translations"_s;
 
 /// "table: key" of each.
 QStringList keysOf(const QList<StringTableText> &texts)
@@ -26,12 +28,12 @@ QStringList keysOf(const QList<StringTableText> &texts)
 }
 
 /// What lupdate finds in the sources now.
-QStringList keysInTheSources()
+QStringList keysIn(const QStringList &folders)
 {
     const QTemporaryDir folder;
     const auto table = folder.filePath(u"found.ts"_s);
     ChildProcess lupdate({QStringLiteral(KORVAN_LUPDATE),
-        {u"-silent"_s, u"-extensions"_s, u"cpp,h"_s, sources, widgetSources, u"-ts"_s, table}, folder.path(),
+        QStringList{u"-silent"_s, u"-extensions"_s, u"cpp,h"_s} + folders + QStringList{u"-ts"_s, table}, folder.path(),
         folder.filePath(u"output"_s), {}});
     lupdate.closeInput();
     return lupdate.waitForEnd() == 0 ? keysOf(stringTableTexts(table)) : QStringList();
@@ -75,19 +77,25 @@ private:
     void tables() const;
 
     QStringList m_keys;
+    QStringList m_hostKeys;
 };
 
 void tst_StringTables_Completeness::initTestCase()
 {
-    m_keys = keysInTheSources();
+    m_keys = keysIn({sources, widgetSources});
     QVERIFY(m_keys.contains(u"Localizable: untitled"_s));
+    m_hostKeys = keysIn({hostSources});
+    QVERIFY(m_hostKeys.contains(u"DocumentSession: Untitled"_s));
 }
 
 void tst_StringTables_Completeness::tables() const
 {
     QTest::addColumn<QString>("table");
+    QTest::addColumn<QStringList>("expected");
     for (const auto &name : QDir(translations).entryList(QDir::Files))
-        QTest::newRow(qPrintable(name)) << translations + u'/' + name;
+        QTest::newRow(qPrintable(name)) << translations + u'/' + name << m_keys;
+    for (const auto &name : QDir(hostTranslations).entryList(QDir::Files))
+        QTest::newRow(qPrintable(name)) << hostTranslations + u'/' + name << m_hostKeys;
 }
 
 void tst_StringTables_Completeness::languages()
@@ -95,15 +103,20 @@ void tst_StringTables_Completeness::languages()
     const QStringList files{u"KorvanPluginManager_de.ts"_s, u"KorvanPluginManager_en.ts"_s,
         u"KorvanPluginManager_fr.ts"_s, u"KorvanPluginManager_ja.ts"_s, u"KorvanPluginManager_zh_Hans.ts"_s};
     QCOMPARE(QDir(translations).entryList(QDir::Files, QDir::Name), files);
+    QStringList hostFiles; // whose English is in its sources
+    for (const auto &file : files.filter(QRegularExpression(u"_(?!en)"_s)))
+        hostFiles.append(QString(file).replace(u"KorvanPluginManager"_s, u"korvan-host"_s));
+    QCOMPARE(QDir(hostTranslations).entryList(QDir::Files, QDir::Name), hostFiles);
 }
 
 void tst_StringTables_Completeness::everyTextIsInTheTable()
 {
     QFETCH(QString, table);
+    QFETCH(QStringList, expected);
     const auto keys = keysOf(stringTableTexts(table));
-    for (const auto &key : m_keys)
+    for (const auto &key : expected)
         QVERIFY2(keys.contains(key), qPrintable(u"is missing, ./dev translations adds it: "_s + key));
-    QCOMPARE(keys, m_keys); // and no more, and none twice
+    QCOMPARE(keys, expected); // and no more, and none twice
 }
 
 void tst_StringTables_Completeness::everyTextIsTranslated()

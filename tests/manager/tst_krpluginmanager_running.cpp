@@ -290,13 +290,16 @@ void tst_KRPluginManager_Running::lookup()
 
 void tst_KRPluginManager_Running::handlerRunsLater()
 {
-    const TestPlugin plugin(*m_environment, "function onRun(context) { print('ran ' + context.what) }");
+    TestPlugin plugin(
+        *m_environment, "function onRun(context) { print(`ran ${context.what} in ${context.plugin.identifier()}`) }");
     m_manager->setPlugins(PluginTable{{u"com.example.tidy"_s, plugin.bundle}});
     m_manager->runHandlerWithKey(u"run"_s, u"tidy"_s, u"com.example.tidy"_s, {{u"what"_s, 5}});
-    QVERIFY(plugin.command()->hasNeverRun());
-    m_manager->setPlugins(PluginTable()); // what was looked up stays
+    const auto command = plugin.command();
+    QVERIFY(command->hasNeverRun());
+    m_manager->setPlugins(PluginTable()); // what was looked up stays, its plug-in included
+    plugin.bundle.reset();
     m_environment->queue.runQueued();
-    QCOMPARE(plugin.command()->logString(), u"ran 5"_s);
+    QCOMPARE(command->logString(), u"ran 5 in com.example.tidy"_s);
 }
 
 void tst_KRPluginManager_Running::handlerOfAnUnknownCommand()

@@ -41,6 +41,43 @@ if(WIDGETS)
     expect(widgets-host "com.example.host/greet\n")
 endif()
 
+# The program of the guide for hosts, as the guide prints it, with somebody who uses it.
+function(write_block language path)
+    file(READ ${SOURCE}/../../docs/embedding.md guide)
+    set(opening "```${language}\n")
+    string(FIND "${guide}" "${opening}" begin)
+    string(LENGTH "${opening}" length)
+    math(EXPR begin "${begin} + ${length}")
+    string(SUBSTRING "${guide}" ${begin} -1 rest)
+    string(FIND "${rest}" "```" end)
+    string(SUBSTRING "${rest}" 0 ${end} block)
+    file(WRITE ${path} "${block}")
+endfunction()
+
+if(WIDGETS)
+    set(guide ${SCRATCH}/guide)
+    write_block(cmake ${guide}/CMakeLists.txt)
+    write_block(cpp ${guide}/main.cpp)
+    file(APPEND ${guide}/CMakeLists.txt "target_sources(editor PRIVATE ${SOURCE}/guide/user.cpp)\n")
+    file(READ ${guide}/main.cpp text)
+    string(REGEX MATCHALL "\n" lines "${text}")
+    list(LENGTH lines count)
+    if(count GREATER 55) # and five for CMake
+        message(FATAL_ERROR "The guide's program has ${count} lines.")
+    endif()
+    run(${CMAKE_COMMAND} -G Ninja -S ${guide} -B ${guide}/build
+        -D CMAKE_PREFIX_PATH=${prefix}
+        -D CMAKE_CXX_COMPILER=${COMPILER}
+        -D CMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER}
+        ${sanitize})
+    run(${CMAKE_COMMAND} --build ${guide}/build)
+    file(COPY ${SOURCE}/plugins/ DESTINATION ${guide}/data/editor/Plugins)
+    run(${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen QT_LOGGING_RULES=*.warning=false
+        XDG_DATA_HOME=${guide}/data XDG_CONFIG_HOME=${guide}/data
+        ${guide}/build/editor)
+    expect(editor "Manage Plug-ins…, Console, -, Host Check\nPlug-ins: Host Check\nConsole: hello, nobody\n")
+endif()
+
 # Also where the program runs from a folder that the build never knew.
 file(RENAME ${prefix} ${SCRATCH}/moved)
 run(${SCRATCH}/moved/bin/korvan-plugins run com.example.host/greet --folder ${SOURCE}/plugins)

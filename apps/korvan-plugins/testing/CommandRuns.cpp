@@ -1,6 +1,6 @@
 #include "CommandRuns.h"
 
-#include "DocumentContext.h"
+#include "document/DocumentContext.h"
 #include "platform/script/ScriptException.h"
 #include "testing/TestLog.h"
 

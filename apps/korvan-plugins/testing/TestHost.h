@@ -1,8 +1,8 @@
 #pragma once
 
 #include "CommandLineEnvironment.h"
-#include "LogCollector.h"
 #include "document/Document.h"
+#include "hosting/LogCollector.h"
 #include "platform/OpenDocuments.h"
 #include "platform/VirtualMainQueue.h"
 #include "testing/ScriptedNetwork.h"

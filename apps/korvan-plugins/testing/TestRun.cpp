@@ -1,7 +1,7 @@
 #include "TestRun.h"
 
-#include "DocumentContext.h"
 #include "commands/KRPluginCommandKeys.h"
+#include "document/DocumentContext.h"
 #include "document/DocumentFile.h"
 #include "testing/TestLog.h"
 

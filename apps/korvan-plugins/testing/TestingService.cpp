@@ -1,6 +1,6 @@
 #include "TestingService.h"
 
-#include "DocumentContext.h"
+#include "document/DocumentContext.h"
 #include "document/DocumentFile.h"
 #include "platform/script/ScriptClass.h"
 #include "platform/script/ScriptException.h"

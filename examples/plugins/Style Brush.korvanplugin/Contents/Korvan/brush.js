@@ -38,6 +38,11 @@ function paintSelection() {
     return selected.filter((layer) => layer.type !== 'group' && paint(layer, style) > 0).length;
 }
 
+// Hosts tell it of every selection, also while the brush is put away.
+function paintWhatWasSelected() {
+    return painting === undefined ? 0 : paintSelection();
+}
+
 function startPainting() {
     painting ??= hold();
 }

@@ -1,0 +1,29 @@
+#include "windows/WindowMenu.h"
+
+#include "windows/DocumentWindow.h"
+
+WindowMenu::WindowMenu(DocumentWindow &window, const QList<DocumentWindow *> &documents)
+    : QMenu(tr("&Window"), &window)
+    , m_window(window)
+    , m_documents(documents)
+{ }
+
+void WindowMenu::addDocuments()
+{
+    addSeparator();
+    connect(this, &QMenu::aboutToShow, this, &WindowMenu::fill);
+}
+
+void WindowMenu::fill()
+{
+    qDeleteAll(std::exchange(m_shown, {}));
+    for (auto *const document : m_documents) {
+        auto title = document->session().title();
+        auto *const action =
+            addAction(title.replace(u'&', QStringLiteral("&&")), document, &DocumentWindow::bringToFront);
+        action->setCheckable(true);
+        action->setChecked(document == &m_window);
+        action->setMenuRole(QAction::NoRole);
+        m_shown.append(action);
+    }
+}

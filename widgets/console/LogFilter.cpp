@@ -1,0 +1,42 @@
+#include "widgets/console/LogFilter.h"
+
+#include "widgets/console/LogModel.h"
+
+LogFilter::LogFilter(LogModel &model, QObject *parent)
+    : QSortFilterProxyModel(parent)
+    , m_model(model)
+{
+    setSourceModel(&model);
+}
+
+void LogFilter::setPlugin(const std::optional<QString> &identifier)
+{
+    if (std::exchange(m_plugin, identifier) != identifier)
+        invalidateRowsFilter();
+}
+
+void LogFilter::setLowestLevel(LogLevel level)
+{
+    if (std::exchange(m_lowestLevel, level) != level)
+        invalidateRowsFilter();
+}
+
+void LogFilter::setSearch(const QString &text)
+{
+    if (std::exchange(m_search, text) != text)
+        invalidateRowsFilter();
+}
+
+const LogEntry &LogFilter::entry(int row) const
+{
+    return m_model.entry(mapToSource(index(row, 0)).row());
+}
+
+bool LogFilter::filterAcceptsRow(int row, const QModelIndex &) const
+{
+    const auto &entry = m_model.entry(row);
+    if (entry.level < m_lowestLevel || (m_plugin && entry.pluginIdentifier != *m_plugin))
+        return false;
+    return m_search.isEmpty() || entry.text.contains(m_search, Qt::CaseInsensitive)
+        || entry.command.contains(m_search, Qt::CaseInsensitive);
+}
