@@ -6,6 +6,8 @@
 #include <QMenu>
 #include <QSet>
 
+#include <algorithm>
+
 namespace {
 
 /// The title as text of an action, where "&" marks a key and a tab begins the shortcut.
@@ -15,13 +17,20 @@ QString actionText(const QString &title)
     return text.replace(u'&', QStringLiteral("&&")).replace(u'\t', u' ');
 }
 
-/// Makes the actions of a menu's items, submenus and all, as children of the menu that they go into.
+/// Makes the actions of a menu's items as children of the menu that they go into. A submenu is filled when it opens,
+/// unless a shortcut in it has to work before.
 class ActionMaker
 {
 public:
+    enum class Shortcuts { FirstOfEach, None };
+
+    explicit ActionMaker(Shortcuts shortcuts)
+        : m_shortcuts(shortcuts)
+    { }
+
     QAction *make(const MenuItem &item, QMenu &parent)
     {
-        auto *const action = item.submenu ? makeSubmenu(item, parent) : new QAction(&parent);
+        auto *const action = item.submenu ? makeSubmenu(item.submenu, parent) : new QAction(&parent);
         action->setText(actionText(item.title));
         action->setSeparator(item.isSeparator);
         // Else some systems would move an action named "Settings" or "Quit" to the application's own menu.
@@ -33,23 +42,46 @@ public:
     }
 
 private:
-    QAction *makeSubmenu(const MenuItem &item, QMenu &parent)
+    QAction *makeSubmenu(const std::shared_ptr<Menu> &items, QMenu &parent)
     {
         auto *const submenu = new QMenu(&parent);
-        for (const auto &inner : item.submenu->items())
-            submenu->addAction(make(inner, *submenu));
+        if (hasFreeShortcut(*items)) {
+            fill(*submenu, *items);
+        } else {
+            const auto fillNow = [submenu, items] { ActionMaker(Shortcuts::None).fill(*submenu, *items); };
+            QObject::connect(submenu, &QMenu::aboutToShow, submenu, fillNow, Qt::SingleShotConnection);
+        }
         return submenu->menuAction();
+    }
+
+    void fill(QMenu &menu, const Menu &items)
+    {
+        for (const auto &item : items.items())
+            menu.addAction(make(item, menu));
+    }
+
+    bool hasFreeShortcut(const Menu &menu) const
+    {
+        return std::any_of(menu.items().begin(), menu.items().end(), [this](const MenuItem &item) {
+            return isFree(keySequenceOf(item)) || (item.submenu && hasFreeShortcut(*item.submenu));
+        });
+    }
+
+    bool isFree(const QKeySequence &shortcut) const
+    {
+        return m_shortcuts == Shortcuts::FirstOfEach && !shortcut.isEmpty() && !m_taken.contains(shortcut);
     }
 
     void giveShortcut(QAction &action, const MenuItem &item)
     {
         const auto shortcut = keySequenceOf(item);
-        if (shortcut.isEmpty() || m_taken.contains(shortcut))
+        if (!isFree(shortcut))
             return;
         m_taken.insert(shortcut);
         action.setShortcut(shortcut);
     }
 
+    Shortcuts m_shortcuts;
     QSet<QKeySequence> m_taken;
 };
 
@@ -79,7 +111,7 @@ void MenuMirror::show(const Menu &menu)
         return;
     auto *const behind = actionBehind();
     clear();
-    ActionMaker maker;
+    ActionMaker maker(ActionMaker::Shortcuts::FirstOfEach);
     for (const auto &item : menu.items()) {
         auto *const action = maker.make(item, *m_menu);
         m_menu->insertAction(behind, action);

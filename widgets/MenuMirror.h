@@ -16,7 +16,8 @@ class QMenu;
 ///     mirror.show(plugins);
 ///
 /// Triggering an action, by mouse or by shortcut, calls the item's own action with the item. Where several items have
-/// one shortcut the first keeps it: with Qt, none of them would react.
+/// one shortcut the first keeps it: with Qt, none of them would react. A submenu shows its items as they are when it
+/// opens for the first time; only one with a shortcut is filled at once.
 class KORVAN_WIDGETS_EXPORT MenuMirror final
 {
 public:

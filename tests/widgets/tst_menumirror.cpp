@@ -37,11 +37,19 @@ Menu menuOf(const QStringList &titles)
     return menu;
 }
 
-/// The menu in one line: actions by text, separators as "-", submenus in brackets.
+/// What the user's opening of a submenu tells it first.
+void open(QMenu &menu)
+{
+    emit menu.aboutToShow();
+}
+
+/// The menu in one line: actions by text, separators as "-", submenus, each opened, in brackets.
 QString textOf(const QMenu &menu)
 {
     QStringList texts;
     for (auto *const action : menu.actions()) {
+        if (action->menu())
+            open(*action->menu());
         const auto submenu = action->menu() ? u"["_s + textOf(*action->menu()) + u"]"_s : QString();
         texts.append(action->isSeparator() ? u"-"_s : action->text() + submenu);
     }
@@ -75,6 +83,8 @@ private slots:
     void shortcutsOfSubmenusWork();
     void shortcutsOfWhatIsGoneDoNotWork();
     void firstOfSeveralKeepsTheShortcut();
+    void submenusAreFilledWhenTheyOpen();
+    void submenusOpenedAgain();
     void showingAgainReplaces();
     void hostsActionsStayWhereTheyAre();
     void whatTheHostHasDeleted();
@@ -272,6 +282,38 @@ void tst_MenuMirror::firstOfSeveralKeepsTheShortcut()
     QCOMPARE(m_chosen.last(), u"second"_s);
 }
 
+void tst_MenuMirror::submenusAreFilledWhenTheyOpen()
+{
+    const auto makeSubmenu = [this](const QString &title, const QString &key) {
+        const auto deepest = std::make_shared<Menu>();
+        deepest->addItem(itemOf(title, m_note, key, command | shift));
+        const auto submenu = std::make_shared<Menu>();
+        submenu->addItemWithTitle(u"deeper"_s, nullptr, deepest);
+        return submenu;
+    };
+    Menu menu;
+    menu.addItemWithTitle(u"has a shortcut"_s, nullptr, makeSubmenu(u"a"_s, u"k"_s));
+    menu.addItemWithTitle(u"has one that is taken"_s, nullptr, makeSubmenu(u"b"_s, u"k"_s));
+    menu.addItemWithTitle(u"has none"_s, nullptr, makeSubmenu(u"c"_s, {}));
+    m_mirror->show(menu);
+    QList<bool> areEmpty;
+    for (auto *const action : m_menu->actions())
+        areEmpty.append(action->menu()->isEmpty());
+    QCOMPARE(areEmpty, (QList<bool>{false, true, true}));
+    QCOMPARE(textOf(*m_menu), u"has a shortcut[deeper[a]] has one that is taken[deeper[b]] has none[deeper[c]]"_s);
+    pressShortcut();
+    QCOMPARE(m_chosen, QStringList{u"a"_s});
+}
+
+void tst_MenuMirror::submenusOpenedAgain()
+{
+    Menu menu;
+    menu.addItemWithTitle(u"Sub"_s, nullptr, std::make_shared<Menu>(menuOf({u"a"_s, u"b"_s})));
+    m_mirror->show(menu);
+    QCOMPARE(textOf(*m_menu), u"Sub[a b]"_s);
+    QCOMPARE(textOf(*m_menu), u"Sub[a b]"_s);
+}
+
 void tst_MenuMirror::showingAgainReplaces()
 {
     m_mirror->show(menuOf({u"a"_s, u"b"_s}));
@@ -314,6 +356,7 @@ void tst_MenuMirror::whatIsReplacedIsDeleted()
     m_mirror->show(menu);
     const QPointer action = m_menu->actions()[0];
     const QPointer submenu = m_menu->actions()[1]->menu();
+    open(*submenu);
     const QPointer inner = submenu->actions()[0];
     m_mirror->show({});
     deleteDeferred();
@@ -341,8 +384,10 @@ void tst_MenuMirror::showingAgainFromAnAction()
     outer.addItemWithTitle(u"Sub"_s, nullptr, inner);
     m_mirror->show(isInSubmenu ? outer : *inner);
     triggered = m_menu->actions()[0];
-    if (isInSubmenu)
+    if (isInSubmenu) {
+        open(*triggered->menu());
         triggered = triggered->menu()->actions()[0];
+    }
     triggered->trigger();
     QCOMPARE(m_chosen, QStringList{u"again"_s});
     deleteDeferred();

@@ -5,27 +5,37 @@
 
 #include <QEventLoop>
 
-HostActions::HostActions(KRPluginManager &manager)
-    : m_manager(manager)
-    , m_telling(std::make_shared<int>(0))
-{ }
+namespace {
 
-HostActions::~HostActions() = default;
-
-QList<KRPluginCommandSpecifier> HostActions::commandsWith(const QString &key)
+template <class IsMeant>
+QList<KRPluginCommandSpecifier> commandsWith(const QString &key, KRPluginManager &manager, const IsMeant &isMeant)
 {
     QList<KRPluginCommandSpecifier> commands;
-    const auto plugins = m_manager.plugins();
-    for (const auto &plugin : plugins) {
-        if (!plugin->isEnabled())
+    const auto plugins = manager.plugins();
+    for (auto plugin = plugins.begin(); plugin != plugins.end(); ++plugin) {
+        if (!(*plugin)->isEnabled() || !isMeant(plugin.key()))
             continue;
-        for (const auto &[identifier, command] : plugin->commands()) {
+        for (const auto &[identifier, command] : (*plugin)->commands()) {
             if (command->handlers().contains(key))
                 commands.append(command->commandSpecifier());
         }
     }
     return commands;
 }
+
+QList<KRPluginCommandSpecifier> commandsWith(const QString &key, KRPluginManager &manager)
+{
+    return commandsWith(key, manager, [](const QString &) { return true; });
+}
+
+} // namespace
+
+HostActions::HostActions(KRPluginManager &manager)
+    : m_manager(manager)
+    , m_telling(std::make_shared<int>(0))
+{ }
+
+HostActions::~HostActions() = default;
 
 void HostActions::run(const QList<KRPluginCommandSpecifier> &commands, const QString &key, QVariantMap context)
 {
@@ -43,21 +53,18 @@ void HostActions::run(const QList<KRPluginCommandSpecifier> &commands, const QSt
 
 void HostActions::tell(const QString &key, const QVariantMap &context)
 {
-    run(commandsWith(key), key, context);
+    run(commandsWith(key, m_manager), key, context);
 }
 
-void HostActions::tellPlugin(const QString &identifier, const QString &key, const QVariantMap &context)
+void HostActions::tellPlugins(const QSet<QString> &identifiers, const QString &key, const QVariantMap &context)
 {
-    auto commands = commandsWith(key);
-    commands.removeIf([&identifier](const KRPluginCommandSpecifier &command) {
-        return command.pluginBundleIdentifier() != identifier;
-    });
-    run(commands, key, context);
+    const auto isMeant = [&identifiers](const QString &identifier) { return identifiers.contains(identifier); };
+    run(commandsWith(key, m_manager, isMeant), key, context);
 }
 
 void HostActions::tellAndWait(const QString &key, const QVariantMap &context)
 {
-    const auto commands = commandsWith(key);
+    const auto commands = commandsWith(key, m_manager);
     if (commands.isEmpty())
         return;
     run(commands, key, context);

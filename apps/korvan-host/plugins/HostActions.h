@@ -2,6 +2,7 @@
 
 #include "manager/KRPluginManager.h"
 
+#include <QSet>
 #include <QString>
 #include <QVariantMap>
 
@@ -21,8 +22,8 @@ public:
     /// The handlers run later, on the main queue. `context` is what they get beside the usual keys and the key itself,
     /// under "action".
     void tell(const QString &key, const QVariantMap &context = {});
-    /// The same for the commands of one plug-in.
-    void tellPlugin(const QString &identifier, const QString &key, const QVariantMap &context = {});
+    /// The same for the commands of some plug-ins only.
+    void tellPlugins(const QSet<QString> &identifiers, const QString &key, const QVariantMap &context = {});
     /// Comes back when the handlers have returned; the user can do nothing meanwhile. What handlers wait for goes on
     /// afterwards.
     void tellAndWait(const QString &key, const QVariantMap &context = {});
@@ -34,7 +35,6 @@ public:
     bool isTelling() const { return *m_telling > 0; }
 
 private:
-    QList<KRPluginCommandSpecifier> commandsWith(const QString &key);
     void run(const QList<KRPluginCommandSpecifier> &commands, const QString &key, QVariantMap context);
 
     KRPluginManager &m_manager;

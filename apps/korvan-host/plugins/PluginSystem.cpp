@@ -88,7 +88,6 @@ void PluginSystem::startPlugins()
     if (starting.isEmpty())
         return;
     m_marker.begin(); // also for those that the user enables later
-    for (const auto &identifier : starting)
-        m_actions->tellPlugin(identifier, QStringLiteral("Startup"));
+    m_actions->tellPlugins(starting, QStringLiteral("Startup"));
     finishMarkerLater();
 }

@@ -52,7 +52,9 @@ void use()
     actions[0]->trigger();
     actions[1]->trigger();
     QTextStream(stdout) << "Plug-ins: " << contentOf("PluginList")->index(0, 0).data().toString() << Qt::endl;
-    actions.last()->menu()->actions().first()->trigger();
+    auto *const submenu = actions.last()->menu();
+    emit submenu->aboutToShow(); // as the user opens it
+    submenu->actions().first()->trigger();
     waitForConsole();
 }
 

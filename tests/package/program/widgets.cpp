@@ -24,5 +24,7 @@ int main(int argc, char **argv)
     QMenu menu;
     MenuMirror mirror(&menu);
     mirror.show(plugins);
-    menu.actions().first()->menu()->actions().first()->trigger();
+    auto *const submenu = menu.actions().first()->menu();
+    emit submenu->aboutToShow(); // as the user opens it
+    submenu->actions().first()->trigger();
 }
