@@ -51,8 +51,8 @@ void DataMenu::add(QMenu &menu, const DataSupplier &supplier)
 void DataMenu::supply(const DataSupplier &supplier)
 {
     const auto layers = layersForData(m_document->selection(), supplier.kind);
-    m_plugins.manager().dataSuppliers()->supply(
-        supplier, {layers.begin(), layers.end()}, [=, self = QPointer(this)](const Result<DataSuppliers::Values> &values) {
+    m_plugins.manager().dataSuppliers()->supply(supplier, {layers.begin(), layers.end()},
+        [=, self = QPointer(this)](const Result<DataSuppliers::Values> &values) {
             // Later: what is changed while the script runs would be a step of its command.
             LTAppEnvironment::runOnMainQueue([=] {
                 if (self)
