@@ -1,6 +1,7 @@
 #include "hosting/FolderCopy.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <filesystem>
 
@@ -18,6 +19,7 @@ bool copyFolder(const QString &from, const QString &to)
     using Options = std::filesystem::copy_options;
     std::error_code error;
     std::filesystem::create_directories(pathOf(to), error);
-    std::filesystem::copy(pathOf(from), pathOf(to), Options::recursive | Options::copy_symlinks, error);
+    const auto folder = QFileInfo(from).canonicalFilePath(); // else a link would be copied as one
+    std::filesystem::copy(pathOf(folder), pathOf(to), Options::recursive | Options::copy_symlinks, error);
     return !error;
 }

@@ -33,11 +33,14 @@ inline QByteArray readFile(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// A button of the next dialog that is shown is pressed, once; what the dialog says is kept.
+/// A button of the next dialog that is shown is pressed; what the dialog says is kept.
 class DialogAnswer
 {
 public:
-    explicit DialogAnswer(const QString &button)
+    enum class Times { Once, Always };
+
+    explicit DialogAnswer(const QString &button, Times times = Times::Once)
+        : m_times(times)
     {
         QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this, button] { press(button); });
         m_timer.start(0);
@@ -56,7 +59,8 @@ private:
         for (auto *const button : buttons) {
             if (button->text().remove(u'&') != text)
                 continue;
-            m_timer.stop();
+            if (m_times == Times::Once)
+                m_timer.stop();
             m_wasShown = true;
             if (const auto *const box = qobject_cast<QMessageBox *>(dialog))
                 m_text = box->text() + u'\n' + box->informativeText();
@@ -65,6 +69,7 @@ private:
         }
     }
 
+    Times m_times;
     QTimer m_timer;
     bool m_wasShown = false;
     QString m_text;

@@ -89,10 +89,10 @@ void tst_PluginWindows_Console::aScriptThatTakesTooLongIsAskedFor()
     QFETCH(QString, answer);
     QFETCH(bool, isFinished);
     plugin(u"slow"_s, R"({"name": "Compute", "script": "script.js"})",
-        "function onRun() { const end = Date.now() + 400; while (Date.now() < end) {} print('finished'); }");
+        "function onRun() { const end = Date.now() + 2000; while (Date.now() < end) {} print('finished'); }");
     startActive();
-    m_host->plugins().environment().userDefaults().setValue(u"KRPluginScriptTimeLimit"_s, 0.3);
-    const DialogAnswer dialog(answer);
+    m_host->plugins().environment().userDefaults().setValue(u"KRPluginScriptTimeLimit"_s, 0.1);
+    const DialogAnswer dialog(answer, DialogAnswer::Times::Always);
     choose({u"Plugins"_s, u"slow"_s, u"Compute"_s});
     QTRY_VERIFY(dialog.wasShown());
     QVERIFY2(dialog.text().contains(u"A script has been running for a long time."_s), qPrintable(dialog.text()));

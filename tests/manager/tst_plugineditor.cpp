@@ -1,4 +1,5 @@
 #include "manager/KRPluginManager.h"
+#include "manager/PluginEditor.h"
 #include "platform/FileURL.h"
 #include "support/BundleBuilder.h"
 #include "support/PathFiles.h"
@@ -20,6 +21,8 @@ private slots:
 
     void editorGetsTheBundlesPath();
     void firstFolderWithoutABundle();
+    void lines_data();
+    void lines();
     void nothingToOpen();
     void nothingWithoutAnEditor_data();
     void nothingWithoutAnEditor();
@@ -97,6 +100,26 @@ void tst_PluginEditor::firstFolderWithoutABundle()
     setEditorScript("echo \"$#: $1\" >&3\n");
     QVERIFY(m_manager->editBundle(nullptr));
     QCOMPARE(told(), u"1: %1\n"_s.arg(path(u"My Plugins"_s)));
+}
+
+void tst_PluginEditor::lines_data()
+{
+    QTest::addColumn<std::optional<int>>("line");
+    QTest::addColumn<QString>("variable");
+
+    QTest::newRow("a line") << std::optional(7) << u"7"_s;
+    QTest::newRow("none, in a program that was started for one") << std::optional<int>() << u"unset"_s;
+}
+
+void tst_PluginEditor::lines()
+{
+    QFETCH(std::optional<int>, line);
+    QFETCH(QString, variable);
+    qputenv("KORVAN_EDITOR_LINE", "99");
+    setEditorScript("echo \"$#: ${KORVAN_EDITOR_LINE-unset}\" >&3\n");
+    QCOMPARE(openInPluginEditor(QUrl::fromLocalFile(path(u"script.js"_s)), line), EditorStart::Started);
+    QCOMPARE(told(), u"1: %1\n"_s.arg(variable));
+    qunsetenv("KORVAN_EDITOR_LINE");
 }
 
 void tst_PluginEditor::nothingToOpen()

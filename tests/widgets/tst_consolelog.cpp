@@ -19,6 +19,7 @@ private slots:
     void errorOfATimer();
     void clearingOfALogLeavesTheConsole();
     void manyEntriesOfOneRun();
+    void longEntriesOfOneRun();
     void messagesOfTheFramework();
     void levels_data();
     void levels();
@@ -110,6 +111,15 @@ void tst_ConsoleLog::manyEntriesOfOneRun()
     const auto texts = m_log->logStringFor(u"run"_s).split(u'\n');
     QCOMPARE(texts.size(), 10000);
     QCOMPARE(texts.last(), u"10000"_s);
+}
+
+void tst_ConsoleLog::longEntriesOfOneRun()
+{
+    const QString half(LogModel::mostCharacters / 2, u'x');
+    for (int i = 0; i < 3; ++i)
+        m_log->log({{u"stringValue"_s, half}}, u"run"_s);
+    m_log->log({{u"stringValue"_s, u"last"_s}}, u"run"_s);
+    QCOMPARE(m_log->logStringFor(u"run"_s), half + u"\nlast"_s);
 }
 
 void tst_ConsoleLog::messagesOfTheFramework()

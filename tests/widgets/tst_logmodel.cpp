@@ -21,6 +21,8 @@ private slots:
     void nothingIsPlannedWhenNothingWaits();
     void oldestGoFirst();
     void moreThanFitAtOnce();
+    void longTextsTakeTheRoomOfMany();
+    void longestTextOfAll();
     void clearing();
     void whatIsShown();
     void hostileText();
@@ -128,6 +130,48 @@ void tst_LogModel::moreThanFitAtOnce()
     QCOMPARE(m_model->rowCount(), 10);
     QCOMPARE(texts().first(), u"15"_s);
     QCOMPARE(texts().last(), u"24"_s);
+}
+
+void tst_LogModel::longTextsTakeTheRoomOfMany()
+{
+    append(1);
+    queue().advance(LogModel::frame);
+    LogEntry half;
+    half.text = QString(LogModel::mostCharacters / 2, u'x');
+    for (int i = 0; i < 2; ++i)
+        m_model->append(half);
+    queue().advance(LogModel::frame);
+    QCOMPARE(m_model->rowCount(), 2);
+    append(1, 7);
+    queue().advance(LogModel::frame);
+    QCOMPARE(m_model->rowCount(), 2);
+    QCOMPARE(texts().last(), u"7"_s);
+    for (int i = 0; i < 4; ++i)
+        m_model->append(half); // which do not all wait
+    append(1, 8);
+    queue().advance(LogModel::frame);
+    QCOMPARE(m_model->rowCount(), 3);
+    QCOMPARE(m_model->entry(0).text, u"7"_s);
+    QCOMPARE(texts().last(), u"8"_s);
+    m_model->clear();
+    m_model->append(half);
+    queue().advance(LogModel::frame);
+    QCOMPARE(m_model->rowCount(), 1);
+}
+
+void tst_LogModel::longestTextOfAll()
+{
+    append(3);
+    queue().advance(LogModel::frame);
+    LogEntry entry;
+    entry.text = QString(LogModel::mostCharacters + 1, u'x');
+    m_model->append(entry);
+    queue().advance(LogModel::frame);
+    QCOMPARE(m_model->rowCount(), 1);
+    QCOMPARE(m_model->entry(0).text.size(), entry.text.size());
+    append(1);
+    queue().advance(LogModel::frame);
+    QCOMPARE(texts(), QStringList{u"0"_s});
 }
 
 void tst_LogModel::clearing()

@@ -23,6 +23,7 @@ private slots:
     void cancelling();
     void failedUpdate();
     void updateAll();
+    void cancellingAll();
 };
 
 void tst_PluginsWindow_Installing::updating()
@@ -84,6 +85,23 @@ void tst_PluginsWindow_Installing::updateAll()
     waitUntil([this] { return installedVersion(u"b"_s) == u"2.0"_s; });
     QCOMPARE(installedVersion(u"a"_s), u"2.0"_s);
     QVERIFY(!find<QPushButton>(u"UpdateAllButton"_s)->isEnabled());
+}
+
+void tst_PluginsWindow_Installing::cancellingAll()
+{
+    installWithUpdate(u"a"_s);
+    installWithUpdate(u"b"_s);
+    m_server->setAnswer("/a.zip", Answer::silence());
+    show();
+    check();
+    QVERIFY(!find<QPushButton>(u"CancelAllButton"_s)->isVisible());
+    click(u"UpdateAllButton"_s);
+    QVERIFY(!find<QPushButton>(u"UpdateAllButton"_s)->isVisible());
+    click(u"CancelAllButton"_s);
+    waitUntil([this] { return m_window->updates().underWay().isEmpty(); });
+    QVERIFY(find<QPushButton>(u"UpdateAllButton"_s)->isEnabled());
+    QVERIFY(find<QPushButton>(u"UpdateAllButton"_s)->isVisible());
+    QVERIFY(!find<QPushButton>(u"CancelAllButton"_s)->isVisible());
 }
 
 void tst_PluginsWindow_Installing::installByDrop()

@@ -62,10 +62,7 @@ void ConsoleLog::logFromCommand(
     if (kept.pluginName.isEmpty())
         kept.pluginName = kept.pluginIdentifier.isEmpty() ? Localizable::tr("Application") : kept.pluginIdentifier;
 
-    auto &texts = m_texts[from];
-    texts.append(kept.text);
-    if (texts.size() > mostTexts)
-        texts.removeFirst();
+    keepText(m_texts[from], kept.text);
     if (!m_plugins.contains(kept.pluginIdentifier)) {
         m_plugins.insert(kept.pluginIdentifier, kept.pluginName);
         emit pluginAppeared(kept.pluginIdentifier, kept.pluginName);
@@ -74,9 +71,17 @@ void ConsoleLog::logFromCommand(
     m_entries.append(std::move(kept));
 }
 
+void ConsoleLog::keepText(CommandLog &log, const QString &text)
+{
+    log.texts.append(text);
+    log.characters += text.size();
+    while (log.texts.size() > mostTexts || (log.characters > LogModel::mostCharacters && log.texts.size() > 1))
+        log.characters -= log.texts.takeFirst().size();
+}
+
 QString ConsoleLog::logStringFor(const QString &sender)
 {
-    return m_texts.value(sender).join(u'\n');
+    return m_texts.value(sender).texts.join(u'\n');
 }
 
 void ConsoleLog::clearLogFor(const QString &sender)

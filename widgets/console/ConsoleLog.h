@@ -34,7 +34,8 @@ public:
     void log(const QVariantMap &entry, const QString &from) override;
     void logFromCommand(
         const QVariantMap &entry, const QString &from, const std::shared_ptr<KRPluginCommand> &command) override;
-    /// Of a command that has logged more than 10,000 entries since it was begun, the latest ones.
+    /// Of a command that has logged more than 10,000 entries, or 32 million characters, since it was begun, the latest
+    /// ones.
     QString logStringFor(const QString &sender) override;
     /// Every run of a command begins with this; what earlier runs have logged stays in the console.
     void clearLogFor(const QString &sender) override;
@@ -46,7 +47,15 @@ signals:
     void pluginAppeared(const QString &identifier, const QString &name);
 
 private:
+    struct CommandLog
+    {
+        QStringList texts;
+        qsizetype characters = 0;
+    };
+
+    static void keepText(CommandLog &log, const QString &text);
+
     LogModel m_entries;
     QHash<QString, QString> m_plugins;
-    QHash<QString, QStringList> m_texts;
+    QHash<QString, CommandLog> m_texts;
 };

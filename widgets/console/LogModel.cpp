@@ -8,10 +8,12 @@
 
 namespace {
 
-/// What fits a row: the rest of a stack, say, is for whoever shows the whole entry.
+/// What fits a row: the rest of a stack, say, is for whoever shows the whole entry. Looks at the beginning only: rows
+/// are drawn often, and a message may be a megabyte.
 QString firstLine(const QString &text)
 {
-    const auto trimmed = QStringView(text).trimmed();
+    constexpr qsizetype beginning = 1'000;
+    const auto trimmed = QStringView(text).left(beginning).trimmed();
     const auto end = trimmed.indexOf(u'\n');
     return end < 0 ? plainLine(trimmed.toString()) : plainLine(trimmed.left(end).toString()) + QStringLiteral(" …");
 }
@@ -54,15 +56,15 @@ LogModel::~LogModel() = default;
 
 void LogModel::append(LogEntry entry)
 {
-    m_waiting.push_back(std::move(entry));
-    if (m_waiting.size() > m_capacity)
-        m_waiting.pop_front();
+    m_waiting.append(std::move(entry));
+    // The latest stays, however long it is.
+    m_waiting.dropFirst(std::min(m_waiting.surplus(m_capacity, mostCharacters), m_waiting.size() - 1));
     planInsertion();
 }
 
 void LogModel::planInsertion()
 {
-    if (!m_insertion && !m_waiting.empty())
+    if (!m_insertion && m_waiting.size() > 0)
         m_insertion = LTAppEnvironment::current().mainQueue().callAfter(frame, [this] { insertBatch(); });
 }
 
@@ -74,22 +76,20 @@ void LogModel::insertBatch()
         return;
     emit batchBegins();
     makeRoom(count);
-    const auto end = m_waiting.begin() + std::ptrdiff_t(count);
     beginInsertRows({}, int(m_rows.size()), int(m_rows.size() + count) - 1);
-    m_rows.insert(m_rows.end(), std::make_move_iterator(m_waiting.begin()), std::make_move_iterator(end));
+    m_waiting.moveFirst(count, m_rows);
     endInsertRows();
-    m_waiting.erase(m_waiting.begin(), end);
     emit batchEnded();
     planInsertion();
 }
 
 void LogModel::makeRoom(std::size_t added)
 {
-    if (m_rows.size() + added <= m_capacity)
+    const auto surplus = m_rows.surplus(m_capacity - added, mostCharacters - m_waiting.charactersOfFirst(added));
+    if (surplus == 0)
         return;
-    const auto surplus = m_rows.size() + added - m_capacity;
     beginRemoveRows({}, 0, int(surplus) - 1);
-    m_rows.erase(m_rows.begin(), m_rows.begin() + std::ptrdiff_t(surplus));
+    m_rows.dropFirst(surplus);
     endRemoveRows();
 }
 

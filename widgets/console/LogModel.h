@@ -2,12 +2,12 @@
 
 #include "widgets/Export.h"
 #include "widgets/console/LogEntry.h"
+#include "widgets/console/LogQueue.h"
 
 #include "platform/MainQueue.h"
 
 #include <QAbstractTableModel>
 
-#include <deque>
 #include <memory>
 
 /// Log entries as the rows of a table, the latest last. Main thread only.
@@ -30,6 +30,8 @@ public:
     };
 
     static constexpr int usualCapacity = 50'000;
+    /// In all texts; entries go for it as for the capacity. A single entry that is longer is kept.
+    static constexpr qsizetype mostCharacters = 32'000'000;
     /// Between one insertion of rows and the next.
     static constexpr std::chrono::milliseconds frame{16};
     /// Rows of one insertion.
@@ -61,8 +63,8 @@ private:
     QString text(const LogEntry &entry, int column) const;
 
     const std::size_t m_capacity;
-    std::deque<LogEntry> m_rows;
-    std::deque<LogEntry> m_waiting;
+    LogQueue m_rows;
+    LogQueue m_waiting;
     std::unique_ptr<ScheduledCall> m_insertion;
 };
 

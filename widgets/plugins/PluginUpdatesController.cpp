@@ -3,9 +3,9 @@
 #include "localization/Localizable.h"
 #include "manager/KRPluginManager.h"
 #include "platform/LTAppEnvironment.h"
-#include "platform/LTCompareVersions.h"
 #include "platform/MainQueue.h"
 #include "updates/ReportingUpdater.h"
+#include "widgets/plugins/PluginOffers.h"
 #include "widgets/plugins/ProgressRelay.h"
 
 using Phase = PluginUpdateState::Phase;
@@ -31,6 +31,7 @@ PluginUpdatesController::PluginUpdatesController(KRPluginManager &manager, QObje
         updater->setProgressHandler([relay = m_relay](const auto &progress) { relay->take(progress); });
     m_reloadObserver = LTAppEnvironment::current().notificationCenter().addObserver(
         KRPluginManagerDidReloadPluginsNotification, &manager, [this](const auto &) { pluginsReloaded(); });
+    pluginsReloaded(); // the host may have checked before
 }
 
 PluginUpdatesController::~PluginUpdatesController()
@@ -45,32 +46,26 @@ std::shared_ptr<ReportingUpdater> PluginUpdatesController::reportingUpdater() co
     return m_manager ? std::dynamic_pointer_cast<ReportingUpdater>(m_manager->updater()) : nullptr;
 }
 
-QStringList PluginUpdatesController::available() const
+template <class Predicate>
+QStringList PluginUpdatesController::identifiersWith(Predicate predicate) const
 {
     QStringList identifiers;
     for (auto state = m_states.begin(); state != m_states.end(); ++state) {
-        if (state->phase == Phase::Available)
+        if (predicate(*state))
             identifiers.append(state.key());
     }
     identifiers.sort();
     return identifiers;
 }
 
-/// The highest that is newer than the installed one, and not known not to work.
-std::optional<QString> PluginUpdatesController::offeredVersion(const QString &identifier) const
+QStringList PluginUpdatesController::available() const
 {
-    const auto plugin = m_manager->plugins().value(identifier);
-    const auto record = m_manager->versionsForPlugin(plugin);
-    if (!record)
-        return std::nullopt;
-    QStringList newer;
-    const auto versions = record->versions();
-    for (const auto &version : versions) {
-        if (LTCompareVersions(version, plugin->version()) > 0
-            && !m_manager->isPluginWithIdentifier(identifier, version))
-            newer.append(version);
-    }
-    return LTHighestVersionNumber(newer);
+    return identifiersWith([](const PluginUpdateState &state) { return state.phase == Phase::Available; });
+}
+
+QStringList PluginUpdatesController::underWay() const
+{
+    return identifiersWith([](const PluginUpdateState &state) { return state.isUnderWay(); });
 }
 
 void PluginUpdatesController::setState(const QString &identifier, const PluginUpdateState &state)
@@ -84,13 +79,13 @@ void PluginUpdatesController::setState(const QString &identifier, const PluginUp
 void PluginUpdatesController::fail(const QString &identifier, const QString &message)
 {
     auto state = stateIn(Phase::Failed, m_states.value(identifier).version);
-    state.message = message;
+    state.message = message.isEmpty() ? Localizable::tr("Update failed") : message;
     setState(identifier, state);
 }
 
 void PluginUpdatesController::showOffer(const QString &identifier)
 {
-    const auto version = offeredVersion(identifier);
+    const auto version = offeredVersion(*m_manager, identifier);
     setState(identifier, version ? stateIn(Phase::Available, *version) : stateIn(Phase::Idle));
 }
 
@@ -163,7 +158,7 @@ void PluginUpdatesController::begin(const QString &identifier)
     const auto phase = state(identifier).phase;
     if (!m_manager || (phase != Phase::Available && phase != Phase::Failed))
         return;
-    const auto version = offeredVersion(identifier);
+    const auto version = offeredVersion(*m_manager, identifier);
     if (!version)
         return; // what has failed was the reading of its feed
     m_waiting.append(identifier);
@@ -174,11 +169,13 @@ void PluginUpdatesController::beginNext()
 {
     while (m_manager && !m_current && !m_waiting.isEmpty()) {
         const auto identifier = m_waiting.takeFirst();
-        const auto version = state(identifier).version;
-        if (m_manager->isPluginUpdateDownloadedWithIdentifier(identifier, version))
-            install(identifier, version);
+        const auto version = offeredVersion(*m_manager, identifier);
+        if (!version)
+            showOffer(identifier); // which is none any more
+        else if (m_manager->isPluginUpdateDownloadedWithIdentifier(identifier, *version))
+            install(identifier, *version);
         else
-            download(identifier, version);
+            download(identifier, *version);
     }
 }
 
@@ -204,7 +201,7 @@ void PluginUpdatesController::download(const QString &identifier, const QString 
 
 void PluginUpdatesController::progressed(const PluginDownloadProgress &progress)
 {
-    if (!m_current || progress.identifier != *m_current)
+    if (!m_current || m_isCancelled || progress.identifier != *m_current)
         return;
     m_speed.add(LTAppEnvironment::current().mainQueue().now(), progress.bytesReceived);
     auto current = state(*m_current);
@@ -222,7 +219,7 @@ void PluginUpdatesController::downloadEnded(const std::optional<QList<KRError>> 
     const auto version = state(identifier).version;
     const auto updater = reportingUpdater();
     const auto failures = updater ? updater->takeErrors() : errors.value_or(QList<KRError>());
-    if (m_isCancelled)
+    if (m_isCancelled || !isNewerThanInstalled(*m_manager, identifier, version))
         showOffer(identifier);
     else if (!failures.isEmpty())
         fail(identifier, failures.last().localizedDescription);
@@ -248,26 +245,50 @@ void PluginUpdatesController::install(const QString &identifier, const QString &
 
 void PluginUpdatesController::cancel(const QString &identifier)
 {
+    if (!m_manager)
+        return;
     if (m_waiting.removeAll(identifier) > 0) {
         showOffer(identifier);
-    } else if (m_manager && m_current == identifier) {
+    } else if (m_current == identifier) {
         m_isCancelled = true;
         m_manager->cancelDownloadingPluginVersions();
     }
+}
+
+void PluginUpdatesController::cancelAll()
+{
+    const auto waiting = m_waiting;
+    for (const auto &identifier : waiting)
+        cancel(identifier);
+    if (const auto current = m_current)
+        cancel(*current);
 }
 
 /// The user may have removed a plug-in, or installed a newer one by hand.
 void PluginUpdatesController::pluginsReloaded()
 {
     const auto plugins = m_manager->plugins();
-    const auto identifiers = m_states.keys();
-    for (const auto &identifier : identifiers) {
-        if (!plugins.contains(identifier)) {
-            m_waiting.removeAll(identifier);
-            m_states.remove(identifier);
-            emit stateChanged(identifier);
-        } else if (state(identifier).phase == Phase::Available) {
-            showOffer(identifier);
-        }
+    const auto known = m_states.keys();
+    for (const auto &identifier : known) {
+        if (!plugins.contains(identifier))
+            forget(identifier);
     }
+    for (auto plugin = plugins.begin(); plugin != plugins.end(); ++plugin)
+        reviewOffer(plugin.key());
+}
+
+void PluginUpdatesController::forget(const QString &identifier)
+{
+    cancel(identifier);
+    m_states.remove(identifier);
+    emit stateChanged(identifier);
+}
+
+void PluginUpdatesController::reviewOffer(const QString &identifier)
+{
+    const auto now = state(identifier);
+    const bool isStale =
+        now.phase == Phase::Failed && !now.version.isEmpty() && !offeredVersion(*m_manager, identifier);
+    if (now.phase == Phase::Idle || now.phase == Phase::Available || isStale)
+        showOffer(identifier);
 }

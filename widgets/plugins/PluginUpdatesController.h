@@ -31,7 +31,7 @@ class KORVAN_WIDGETS_EXPORT PluginUpdatesController final : public QObject
     Q_OBJECT
 
 public:
-    /// The manager may go first; nothing happens then any more.
+    /// Begins with what earlier checks have found. The manager may go first; nothing happens then any more.
     explicit PluginUpdatesController(KRPluginManager &manager, QObject *parent = nullptr);
     /// What is being downloaded goes on into the warehouse.
     ~PluginUpdatesController() override;
@@ -40,6 +40,8 @@ public:
     bool isChecking() const { return m_isChecking; }
     /// Plug-ins whose update is available and has not begun.
     QStringList available() const;
+    /// Plug-ins whose update has begun.
+    QStringList underWay() const;
 
     /// Reads all feeds. Nothing while that is under way.
     void check();
@@ -48,6 +50,7 @@ public:
     void updateAll();
     /// Nothing when it is being installed already.
     void cancel(const QString &identifier);
+    void cancelAll();
 
 signals:
     void stateChanged(const QString &identifier);
@@ -56,7 +59,8 @@ signals:
 
 private:
     std::shared_ptr<ReportingUpdater> reportingUpdater() const;
-    std::optional<QString> offeredVersion(const QString &identifier) const;
+    template <class Predicate>
+    QStringList identifiersWith(Predicate predicate) const;
     void setState(const QString &identifier, const PluginUpdateState &state);
     void fail(const QString &identifier, const QString &message);
     void showOffer(const QString &identifier);
@@ -69,6 +73,8 @@ private:
     void downloadEnded(const std::optional<QList<KRError>> &errors);
     void install(const QString &identifier, const QString &version);
     void pluginsReloaded();
+    void forget(const QString &identifier);
+    void reviewOffer(const QString &identifier);
 
     QPointer<KRPluginManager> m_manager;
     QHash<QString, PluginUpdateState> m_states;

@@ -8,22 +8,16 @@
 #include <QStringList>
 #include <QWidget>
 
-#include <memory>
-
-class Banner;
-class KRPluginBundle;
 class KRPluginManager;
 class PluginDetailsPane;
 class PluginFileInstaller;
 class PluginListModel;
+class PluginListView;
+class PluginNotices;
 class PluginUpdatesController;
+class PluginsToolBar;
 class QCheckBox;
 class QLabel;
-class QLineEdit;
-class QListView;
-class QModelIndex;
-class QPushButton;
-class QSortFilterProxyModel;
 struct PluginInstallOutcome;
 
 /// The installed plug-ins: switches, details, installation, updates, removal. A window of its own, or a part of the
@@ -59,12 +53,12 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
-    QWidget *makeToolBar();
-    QWidget *makeList();
+    void arrange();
     QWidget *makeFooter();
     QWidget *makeDetails();
     void connectUpdates();
     void chooseFolder();
+    void connectParts();
     void showIncompatibleCount();
     void refresh();
     void refreshDetails();
@@ -74,21 +68,14 @@ private:
     void showSelectedInFolder();
     void removeSelected();
     void remove(const QString &identifier);
-    std::shared_ptr<KRPluginBundle> selectedPlugin() const;
-    QString selectedIdentifier() const;
 
     QPointer<KRPluginManager> m_manager;
     PluginUpdatesController *m_updates;
     PluginFileInstaller *m_installer;
     PluginListModel *m_model;
-    QSortFilterProxyModel *m_search;
-    QLineEdit *m_searchField;
-    QPushButton *m_check;
-    QPushButton *m_updateAll;
-    Banner *m_incompatible;
-    Banner *m_allDisabled;
-    Banner *m_notice;
-    QListView *m_list;
+    PluginsToolBar *m_toolBar;
+    PluginNotices *m_notices;
+    PluginListView *m_list;
     PluginDetailsPane *m_details;
     QCheckBox *m_disableAll;
     QLabel *m_status;

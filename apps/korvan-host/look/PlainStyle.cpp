@@ -10,6 +10,21 @@ void drawLine(QPainter &painter, const QStyleOption &option, const QRect &line)
     painter.fillRect(line, option.palette.mid());
 }
 
+/// Around what is entered: the style's own line is hardly seen on dark windows.
+void drawOutline(QPainter &painter, const QStyleOption &option)
+{
+    const bool isDark = option.palette.window().color().lightness() < option.palette.windowText().color().lightness();
+    if (!isDark || option.state.testFlag(QStyle::State_HasFocus))
+        return;
+    constexpr double roundness = 2;
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(option.palette.mid().color().lighter(140));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5), roundness, roundness);
+    painter.restore();
+}
+
 } // namespace
 
 PlainStyle::PlainStyle()
@@ -78,6 +93,10 @@ void PlainStyle::drawPrimitive(
     case PE_FrameStatusBarItem:
     case PE_PanelMenuBar:
         return;
+    case PE_IndicatorCheckBox:
+    case PE_FrameLineEdit:
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+        return drawOutline(*painter, *option);
     default:
         return QProxyStyle::drawPrimitive(element, option, painter, widget);
     }

@@ -224,7 +224,7 @@
     </message>
     <message>
         <source>Send to Bac&amp;k</source>
-        <translation>Mettre à l’&amp;arrière-plan</translation>
+        <translation>Mettre à l’arrière-p&amp;lan</translation>
     </message>
     <message>
         <source>&amp;View</source>
@@ -240,7 +240,7 @@
     </message>
     <message>
         <source>&amp;Actual Size</source>
-        <translation>Taille &amp;réelle</translation>
+        <translation>Taille réell&amp;e</translation>
     </message>
     <message>
         <source>&amp;Fit in Window</source>
@@ -264,7 +264,7 @@
     </message>
     <message>
         <source>&amp;Dark</source>
-        <translation>&amp;Sombre</translation>
+        <translation>S&amp;ombre</translation>
     </message>
     <message>
         <source>&amp;Help</source>

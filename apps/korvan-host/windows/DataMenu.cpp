@@ -52,11 +52,21 @@ void DataMenu::supply(const DataSupplier &supplier)
 {
     const auto layers = layersForData(m_document->selection(), supplier.kind);
     m_plugins.manager().dataSuppliers()->supply(supplier, {layers.begin(), layers.end()},
-        [document = m_document, supplier, layers, plugins = QPointer(&m_plugins)](const auto &values) {
-            if (values)
-                putDataIntoLayers(*document, supplier, layers, values.value());
-            else if (plugins)
-                plugins->environment().userPresenter()->showMessage(
-                    {supplier.name, {}, values.error().localizedDescription});
+        [=, self = QPointer(this)](const Result<DataSuppliers::Values> &values) {
+            // Later: what is changed while the script runs would be a step of its command.
+            LTAppEnvironment::runOnMainQueue([=] {
+                if (self)
+                    self->put(supplier, layers, values);
+            });
         });
+}
+
+void DataMenu::put(
+    const DataSupplier &supplier, const QList<LayerPointer> &layers, const Result<DataSuppliers::Values> &values)
+{
+    m_document->history().closeStep();
+    if (values)
+        putDataIntoLayers(*m_document, supplier, layers, values.value());
+    else
+        m_plugins.environment().userPresenter()->showMessage({supplier.name, {}, values.error().localizedDescription});
 }

@@ -22,6 +22,8 @@ private:
     void fill();
     void add(QMenu &menu, const DataSupplier &supplier);
     void supply(const DataSupplier &supplier);
+    void put(
+        const DataSupplier &supplier, const QList<LayerPointer> &layers, const Result<DataSuppliers::Values> &values);
 
     PluginSystem &m_plugins;
     std::shared_ptr<Document> m_document;

@@ -2,8 +2,10 @@
 
 #include "windows/DocumentWindow.h"
 
+#include <QMenuBar>
+
 WindowMenu::WindowMenu(DocumentWindow &window, const QList<DocumentWindow *> &documents)
-    : QMenu(tr("&Window"), &window)
+    : QMenu(tr("&Window"), window.menuBar())
     , m_window(window)
     , m_documents(documents)
 { }

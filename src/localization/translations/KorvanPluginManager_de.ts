@@ -418,6 +418,10 @@
         <translation>Alle a&amp;ktualisieren</translation>
     </message>
     <message>
+        <source>Cancel A&amp;ll</source>
+        <translation>A&amp;lle abbrechen</translation>
+    </message>
+    <message>
         <source>&amp;Disable all plug-ins</source>
         <translation>Alle Plug-ins &amp;deaktivieren</translation>
     </message>

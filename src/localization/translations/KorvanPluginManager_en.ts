@@ -418,6 +418,10 @@
         <translation>Update &amp;All</translation>
     </message>
     <message>
+        <source>Cancel A&amp;ll</source>
+        <translation>Cancel A&amp;ll</translation>
+    </message>
+    <message>
         <source>&amp;Disable all plug-ins</source>
         <translation>&amp;Disable all plug-ins</translation>
     </message>

@@ -418,6 +418,10 @@
         <translation>&amp;Tout mettre à jour</translation>
     </message>
     <message>
+        <source>Cancel A&amp;ll</source>
+        <translation>Tout a&amp;nnuler</translation>
+    </message>
+    <message>
         <source>&amp;Disable all plug-ins</source>
         <translation>&amp;Désactiver tous les plug-ins</translation>
     </message>

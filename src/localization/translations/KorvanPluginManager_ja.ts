@@ -418,6 +418,10 @@
         <translation>すべてアップデート(&amp;A)</translation>
     </message>
     <message>
+        <source>Cancel A&amp;ll</source>
+        <translation>すべてキャンセル(&amp;L)</translation>
+    </message>
+    <message>
         <source>&amp;Disable all plug-ins</source>
         <translation>すべてのプラグインを無効にする(&amp;D)</translation>
     </message>

@@ -418,6 +418,10 @@
         <translation>全部更新(&amp;A)</translation>
     </message>
     <message>
+        <source>Cancel A&amp;ll</source>
+        <translation>全部取消(&amp;L)</translation>
+    </message>
+    <message>
         <source>&amp;Disable all plug-ins</source>
         <translation>停用所有插件(&amp;D)</translation>
     </message>
