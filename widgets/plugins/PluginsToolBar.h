@@ -15,6 +15,8 @@ public:
 
     void focusSearch();
     void clearSearch();
+    /// Asks the user for archives to install.
+    void chooseFiles();
     void showChecking(bool isChecking);
     /// How many updates have not begun, and how many have.
     void showUpdates(qsizetype available, qsizetype underWay);
@@ -29,7 +31,6 @@ signals:
 private:
     void setUpSearch();
     QPushButton *makeInstallButton();
-    void chooseFiles();
     void chooseFolder();
 
     QLineEdit *m_search;

@@ -134,6 +134,11 @@ void PluginsWindow::checkForUpdates()
     m_updates->check();
 }
 
+void PluginsWindow::chooseFiles()
+{
+    m_toolBar->chooseFiles();
+}
+
 void PluginsWindow::installFiles(const QStringList &paths)
 {
     for (const auto &path : paths)

@@ -55,9 +55,6 @@ protected:
 private:
     void arrange();
     QWidget *makeFooter();
-    QWidget *makeDetails();
-    void connectUpdates();
-    void chooseFolder();
     void connectParts();
     void showIncompatibleCount();
     void refresh();
