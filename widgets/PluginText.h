@@ -5,7 +5,7 @@
 #include <QString>
 
 // Texts that plug-ins have written, for places that show plain text. A name may hold line ends, characters that turn
-// the reading direction of what follows, or a megabyte.
+// the reading direction of what follows, or a megabyte. Any thread.
 
 /// In one line: line ends, tabs and other control characters are spaces, direction marks are gone.
 KORVAN_WIDGETS_EXPORT QString plainLine(const QString &text, qsizetype longest = 300);
@@ -14,4 +14,4 @@ KORVAN_WIDGETS_EXPORT QString plainLine(const QString &text, qsizetype longest =
 KORVAN_WIDGETS_EXPORT QString plainLines(const QString &text, qsizetype longest = 20'000);
 
 /// For labels of buttons and menus, where "&" marks a key.
-QString withoutMnemonics(const QString &text);
+KORVAN_WIDGETS_EXPORT QString withoutMnemonics(const QString &text);

@@ -145,7 +145,9 @@ QByteArray jsonFromLayers(const QList<LayerPointer> &layers)
 
 std::optional<KRError> writeDocument(const Document &document, const QString &path)
 {
-    const auto error = replaceFileAtomically(QFile::encodeName(path), jsonFromDocument(document));
+    const auto json = jsonFromDocument(document);
+    const auto reread = variantFromJSON(json); // what nobody could open again must not replace what can be opened
+    const auto error = reread ? replaceFileAtomically(QFile::encodeName(path), json) : std::optional(reread.error());
     if (!error)
         return std::nullopt;
     return fileError(QStringLiteral("Cannot write the document \"%1\": %2").arg(path, error->localizedDescription));

@@ -223,7 +223,7 @@ void moveToIndex(Layer &layer, int index)
 
 void moveTo(Layer &layer, const LayerPointer &parent, int index)
 {
-    checkParent(parent);
+    checkParent(parent, levelsOf(layer));
     const auto document = documentOf(layer);
     if (!document->moveLayer(pointerTo(layer), parent, index)) {
         throw ScriptException(QStringLiteral("The layer \"%1\" cannot be moved there: the place is inside it, or in no "

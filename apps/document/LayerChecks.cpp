@@ -2,9 +2,21 @@
 
 #include "platform/script/ScriptException.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
+
+/// Well within what can be read from a file, with room for what plug-ins keep on the deepest layer.
+constexpr int mostLevels = 250;
+
+int groupsAround(LayerPointer parent)
+{
+    int groups = 0;
+    for (; parent; parent = parent->parent())
+        ++groups;
+    return groups;
+}
 
 bool isFiniteNumber(const QVariant &value)
 {
@@ -74,13 +86,23 @@ void checkNewLayer(const QVariantMap &values)
     checkStyle(mapForKey(values, QStringLiteral("style")));
 }
 
-void checkParent(const LayerPointer &parent)
+void checkParent(const LayerPointer &parent, int levels)
 {
     // Files may hold layers in what they do not call a group; they stay as they are.
-    if (!parent || parent->type() == u"group" || !parent->layers().isEmpty())
-        return;
-    throw ScriptException(
-        QStringLiteral("The layer \"%1\" is no group and cannot hold layers. Take a group, or the top "
-                       "level of the document.")
-            .arg(parent->name()));
+    if (parent && parent->type() != u"group" && parent->layers().isEmpty()) {
+        throw ScriptException(
+            QStringLiteral("The layer \"%1\" is no group and cannot hold layers. Take a group, or the top "
+                           "level of the document.")
+                .arg(parent->name()));
+    }
+    if (groupsAround(parent) + levels > mostLevels)
+        throw ScriptException(QStringLiteral("Groups can be at most %1 levels deep.").arg(mostLevels));
+}
+
+int levelsOf(const Layer &layer)
+{
+    int inner = 0;
+    for (const auto &each : layer.layers())
+        inner = std::max(inner, levelsOf(*each));
+    return inner + 1;
 }

@@ -12,5 +12,7 @@ void checkFrame(const QVariantMap &frame);
 void checkStyle(const QVariantMap &style);
 /// A type that there is, a name that is a text, and a frame and a style as above.
 void checkNewLayer(const QVariantMap &values);
-/// A group; null is the top level.
-void checkParent(const LayerPointer &parent);
+/// A group in which so many levels of layers find room; null is the top level.
+void checkParent(const LayerPointer &parent, int levels = 1);
+/// The layer and what is in it, for checkParent().
+int levelsOf(const Layer &layer);

@@ -57,6 +57,8 @@ private slots:
     void scriptsAreToldWhatIsWrong();
     void wrongValuesOfScriptsChangeNothing_data();
     void wrongValuesOfScriptsChangeNothing();
+    void groupsAreNotTooDeep();
+    void whatCannotBeReadAgainIsNotWritten();
 };
 
 void tst_Document::everyKeySurvivesALoadAndSave()
@@ -339,6 +341,47 @@ void tst_Document::wrongValuesOfScriptsChangeNothing()
     const auto printed = runScript(document, u"try { %1 } catch (error) { print(error.message) }"_s.arg(source));
     QCOMPARE(printed->values, QVariantList{message});
     QCOMPARE(jsonFromDocument(*document), jsonFromDocument(*sampleDocument()));
+}
+
+void tst_Document::groupsAreNotTooDeep()
+{
+    const auto document = sampleDocument();
+    const auto printed = runScript(document, uR"(
+        let group = doc.layerWithID('g'), levels = 1;
+        const attempt = (step) => { try { step() } catch (error) { print(error.message) } };
+        attempt(() => { for (; levels < 1000; ++levels) group = group.addLayer({name: 'G', type: 'group'}) });
+        print(levels);
+        attempt(() => doc.insertLayer({type: 'oval'}, group, 0));
+        attempt(() => doc.layerWithID('a').moveTo(group, 0));
+        const pair = doc.addLayer({type: 'group'}), inner = pair.addLayer({type: 'group'});
+        attempt(() => pair.moveTo(group.parent(), 0));
+        inner.moveTo(group.parent(), 0);
+        print(inner.parent().name());
+    )"_s);
+    const auto tooDeep = u"Groups can be at most 250 levels deep."_s;
+    QCOMPARE(printed->values, (QVariantList{tooDeep, 250, tooDeep, tooDeep, tooDeep, u"G"_s}));
+
+    const QTemporaryDir folder;
+    const auto path = folder.filePath(u"deep.json"_s);
+    QVERIFY(!writeDocument(*document, path));
+    QCOMPARE(jsonFromDocument(*readDocument(path).value()), jsonFromDocument(*document));
+}
+
+void tst_Document::whatCannotBeReadAgainIsNotWritten()
+{
+    const QTemporaryDir folder;
+    const auto path = folder.filePath(u"design.json"_s);
+    const auto document = sampleDocument();
+    QVERIFY(!writeDocument(*document, path));
+    LayerPointer group;
+    for (int level = 0; level < 1000; ++level) {
+        const auto inner = std::make_shared<Layer>(QVariantMap{{u"type"_s, u"group"_s}});
+        QVERIFY(document->addLayer(inner, std::exchange(group, inner)));
+    }
+    const auto error = writeDocument(*document, path);
+    QVERIFY(error);
+    QVERIFY2(error->localizedDescription.contains(path), qPrintable(error->localizedDescription));
+    QCOMPARE(jsonFromDocument(*readDocument(path).value()), jsonFromDocument(*sampleDocument()));
 }
 
 QTEST_GUILESS_MAIN(tst_Document)

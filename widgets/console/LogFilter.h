@@ -10,7 +10,7 @@
 
 class LogModel;
 
-/// The entries of a LogModel that somebody wants to see, in their order.
+/// The entries of a LogModel that somebody wants to see, in their order. Main thread only.
 class KORVAN_WIDGETS_EXPORT LogFilter final : public QSortFilterProxyModel
 {
     Q_OBJECT

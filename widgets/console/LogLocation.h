@@ -19,5 +19,5 @@ struct LogLocation
 
 /// The first place that an error's text points to, in a line "    at …" as the framework writes them, when it is a file
 /// in the plug-in's folder; nil otherwise. A text that is made to point elsewhere, "..", links and all, points nowhere.
-/// Looks at the disk.
+/// Looks at the disk. Any thread.
 KORVAN_WIDGETS_EXPORT std::optional<LogLocation> locationIn(const QString &text, const QUrl &pluginFolder);

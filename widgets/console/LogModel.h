@@ -69,4 +69,4 @@ private:
 };
 
 /// In the user's language.
-QString logLevelName(LogLevel level);
+KORVAN_WIDGETS_EXPORT QString logLevelName(LogLevel level);

@@ -16,7 +16,7 @@ class QPushButton;
 class QScrollArea;
 
 /// Everything about one plug-in, and what can be done with it. Shows and asks; whoever made it acts. Its texts are the
-/// plug-in's own and shown as plain text.
+/// plug-in's own and shown as plain text. Main thread only.
 class KORVAN_WIDGETS_EXPORT PluginDetailsPane final : public QWidget
 {
     Q_OBJECT

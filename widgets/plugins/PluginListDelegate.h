@@ -5,7 +5,8 @@
 #include <QStyledItemDelegate>
 
 /// Draws a row of a PluginListModel: picture, name, version and author, badges, the switch, and how far an update has
-/// come. The switch reacts to a click on it, and to the space key on the current row.
+/// come. The switch reacts to a click on it, and to the space key on the current row. Main
+/// thread only.
 class KORVAN_WIDGETS_EXPORT PluginListDelegate final : public QStyledItemDelegate
 {
     Q_OBJECT

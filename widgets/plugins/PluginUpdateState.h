@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// How far the update of one plug-in has come.
+/// How far the update of one plug-in has come. A plain value.
 struct PluginUpdateState
 {
     enum class Phase {

@@ -40,6 +40,8 @@ const QPalette &systemPalette()
     return palette;
 }
 
+Appearance current = Appearance::System;
+
 bool isDarkPalette(const QPalette &palette)
 {
     return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
@@ -93,6 +95,7 @@ QString nameOf(Appearance appearance)
 
 void applyAppearance(Appearance appearance)
 {
+    current = appearance;
     const bool isSystemDark = isDarkPalette(systemPalette());
     if (!isQtsOwnStyle())
         return;
@@ -102,6 +105,11 @@ void applyAppearance(Appearance appearance)
     const auto palette = paletteOf(dark ? darkColours : lightColours);
     QApplication::setPalette(palette);
     QToolTip::setPalette(palette);
+}
+
+Appearance currentAppearance()
+{
+    return current;
 }
 
 bool isDark()

@@ -68,9 +68,9 @@ void HostActions::tellAndWait(const QString &key, const QVariantMap &context)
     if (commands.isEmpty())
         return;
     run(commands, key, context);
-    QEventLoop loop;
-    LTAppEnvironment::current().mainQueue().async([&loop] { loop.quit(); });
-    loop.exec(QEventLoop::ExcludeUserInputEvents);
+    const auto loop = std::make_shared<QEventLoop>(); // the end of the application may be faster than the queue
+    LTAppEnvironment::current().mainQueue().async([loop] { loop->quit(); });
+    loop->exec(QEventLoop::ExcludeUserInputEvents);
 }
 
 void HostActions::during(const QString &action, const QVariantMap &context, const std::function<QVariantMap()> &work)

@@ -169,7 +169,6 @@ void DocumentMenus::addAppearanceMenu(QMenu &menu)
     auto &defaults = m_window.services().plugins.environment().userDefaults();
     auto *const submenu = menu.addMenu(tr("A&ppearance"));
     auto *const group = new QActionGroup(this);
-    const auto current = appearanceNamed(defaults.stringForKey(key).value_or(QString()));
     for (const auto &[title, appearance] : {std::pair(tr("&System"), Appearance::System),
              std::pair(tr("&Light"), Appearance::Light), std::pair(tr("&Dark"), Appearance::Dark)}) {
         auto *const action = add(*submenu, title, {}, [&defaults, key, appearance = appearance] {
@@ -177,8 +176,9 @@ void DocumentMenus::addAppearanceMenu(QMenu &menu)
             applyAppearance(appearance);
         });
         action->setCheckable(true);
-        action->setChecked(appearance == current);
         group->addAction(action);
+        connect(submenu, &QMenu::aboutToShow, action, // each window has a menu of its own
+            [action, appearance = appearance] { action->setChecked(appearance == currentAppearance()); });
     }
 }
 
