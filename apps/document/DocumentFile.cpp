@@ -1,12 +1,16 @@
 #include "document/DocumentFile.h"
 
 #include "platform/AtomicFile.h"
+#include "platform/FileReading.h"
 #include "platform/JSONText.h"
 
 #include <QFile>
 #include <QSet>
 
 namespace {
+
+/// In bytes, of a file. A device could be read for ever.
+constexpr qint64 largestDocument = 512 * 1024 * 1024;
 
 const auto layersKey = QStringLiteral("layers");
 const auto selectionKey = QStringLiteral("selection");
@@ -116,10 +120,12 @@ Result<std::shared_ptr<Document>> documentFromJSON(const QByteArray &json)
 
 Result<std::shared_ptr<Document>> readDocument(const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return fileError(QStringLiteral("Cannot read the document \"%1\": %2").arg(path, file.errorString()));
-    auto document = documentFromJSON(file.readAll());
+    const auto json = readFile(QFile::encodeName(path), largestDocument);
+    if (!json) {
+        const auto message = QStringLiteral("Cannot read the document \"%1\": %2");
+        return fileError(message.arg(path, json.error().localizedDescription));
+    }
+    auto document = documentFromJSON(json.value());
     if (document)
         return document;
     const auto message = QStringLiteral("\"%1\" is no document: %2");

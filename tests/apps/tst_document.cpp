@@ -45,7 +45,8 @@ private slots:
     void selectionKeepsItsOrder();
     void unreadableDocuments_data();
     void unreadableDocuments();
-    void missingFileIsNamed();
+    void filesThatAreNoneAreNamed_data();
+    void filesThatAreNoneAreNamed();
     void failedWriteLeavesTheFileAlone();
     void addedLayersGetIdentifiersOfTheirOwn();
     void addingTwiceOrElsewhereIsRefused();
@@ -110,11 +111,20 @@ void tst_Document::unreadableDocuments()
         QCOMPARE(document.error().localizedDescription, message);
 }
 
-void tst_Document::missingFileIsNamed()
+void tst_Document::filesThatAreNoneAreNamed_data()
 {
-    const auto document = readDocument(u"/no/such/file.json"_s);
+    QTest::addColumn<QString>("path");
+    QTest::newRow("missing") << u"/no/such/file.json"_s;
+    QTest::newRow("folder") << u"/dev"_s;
+    QTest::newRow("device without an end") << u"/dev/zero"_s;
+}
+
+void tst_Document::filesThatAreNoneAreNamed()
+{
+    QFETCH(QString, path);
+    const auto document = readDocument(path);
     QVERIFY(!document);
-    QVERIFY(document.error().localizedDescription.contains(u"/no/such/file.json"_s));
+    QVERIFY(document.error().localizedDescription.startsWith(u"Cannot read the document \"%1\": "_s.arg(path)));
 }
 
 void tst_Document::failedWriteLeavesTheFileAlone()

@@ -36,7 +36,7 @@ void tst_PluginWindows_Console::theConsoleShowsWhatCommandsLog()
     QTRY_COMPARE(table().model()->rowCount(), 1);
     QCOMPARE(shown(0, LogModel::PluginColumn), u"greeter"_s);
     QCOMPARE(shown(0, LogModel::MessageColumn), u"Hello, Sample"_s);
-    QCOMPARE(window().statusBar()->currentMessage(), u"Hello, Sample"_s);
+    QTRY_COMPARE(window().statusBar()->currentMessage(), u"Hello, Sample"_s);
 }
 
 void tst_PluginWindows_Console::theConsoleOpensTheEditor()

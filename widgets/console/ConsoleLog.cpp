@@ -2,7 +2,6 @@
 
 #include "commands/KRPluginCommand.h"
 #include "localization/Localizable.h"
-#include "widgets/console/LogLocation.h"
 
 namespace {
 
@@ -19,22 +18,6 @@ std::shared_ptr<KRPluginCommand> commandOf(const QVariantMap &entry)
 {
     const auto value = entry.value(QStringLiteral("command"));
     return std::dynamic_pointer_cast<KRPluginCommand>(value.value<WeakScriptObjectPointer>().lock());
-}
-
-void takeOrigin(LogEntry &entry, const KRPluginCommand &command)
-{
-    entry.command = command.name().value_or(QString());
-    const auto plugin = command.pluginBundle();
-    if (!plugin)
-        return;
-    entry.pluginIdentifier = plugin->identifier().value_or(QString());
-    entry.pluginName = plugin->name().value_or(QString());
-    if (entry.level == LogLevel::Log)
-        return; // only errors point to a place
-    if (const auto location = locationIn(entry.text, plugin->url())) {
-        entry.file = location->file;
-        entry.line = location->line;
-    }
 }
 
 } // namespace
@@ -69,6 +52,24 @@ void ConsoleLog::logFromCommand(
     }
     emit logged(kept);
     m_entries.append(std::move(kept));
+}
+
+void ConsoleLog::takeOrigin(LogEntry &entry, const KRPluginCommand &command)
+{
+    entry.command = command.name().value_or(QString());
+    const auto plugin = command.pluginBundle();
+    if (!plugin)
+        return;
+    entry.pluginIdentifier = plugin->identifier().value_or(QString());
+    entry.pluginName = plugin->name().value_or(QString());
+    if (entry.level == LogLevel::Log)
+        return; // only errors point to a place
+    if (m_latestError.text != entry.text || m_latestError.folder != plugin->url())
+        m_latestError = {entry.text, plugin->url(), locationIn(entry.text, plugin->url())};
+    if (m_latestError.place) {
+        entry.file = m_latestError.place->file;
+        entry.line = m_latestError.place->line;
+    }
 }
 
 void ConsoleLog::keepText(CommandLog &log, const QString &text)

@@ -2,6 +2,7 @@
 
 #include "widgets/Export.h"
 #include "widgets/console/LogEntry.h"
+#include "widgets/console/LogLocation.h"
 #include "widgets/console/LogModel.h"
 
 #include "commands/KRPluginLogAction.h"
@@ -10,6 +11,8 @@
 #include <QObject>
 #include <QSet>
 #include <QStringList>
+
+#include <optional>
 
 /// Takes what commands and the framework log: keeps the commands' logs, and the entries for a console. Main thread
 /// only.
@@ -53,9 +56,17 @@ private:
         qsizetype characters = 0;
     };
 
+    void takeOrigin(LogEntry &entry, const KRPluginCommand &command);
     static void keepText(CommandLog &log, const QString &text);
 
     LogModel m_entries;
     QHash<QString, QString> m_plugins;
     QHash<QString, CommandLog> m_texts;
+    /// Whoever repeats an error repeats it often, and each look for its place goes to the disk.
+    struct
+    {
+        QString text;
+        QUrl folder;
+        std::optional<LogLocation> place;
+    } m_latestError;
 };

@@ -1,5 +1,6 @@
 #include "canvas/ImageStore.h"
 
+#include "platform/FileReading.h"
 #include "platform/KRImageData.h"
 
 #include <QDateTime>
@@ -17,8 +18,8 @@ constexpr int largestSide = 2048;
 QByteArray dataOf(const QUrl &url)
 {
     if (url.isLocalFile()) {
-        QFile file(url.toLocalFile());
-        return file.size() <= largestFile && file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        const auto content = readFile(QFile::encodeName(url.toLocalFile()), largestFile);
+        return content ? content.value() : QByteArray();
     }
     if (url.scheme() != u"data")
         return {};

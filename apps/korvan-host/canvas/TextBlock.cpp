@@ -3,6 +3,13 @@
 #include <QPainter>
 #include <QTextOption>
 
+namespace {
+
+/// Of a long text in a frame that is narrower than a word, each character would be a line.
+constexpr int mostLines = 2'000;
+
+} // namespace
+
 TextBlock::TextBlock(const LayerAppearance &appearance)
     : m_size(appearance.frame.size())
 {
@@ -16,7 +23,8 @@ TextBlock::TextBlock(const LayerAppearance &appearance)
     m_layout.setCacheEnabled(true);
     m_layout.beginLayout();
     // Lines below the frame are not seen, and a text may be long.
-    for (auto line = m_layout.createLine(); line.isValid() && m_height <= m_size.height();
+    for (auto line = m_layout.createLine();
+         line.isValid() && m_height <= m_size.height() && m_layout.lineCount() <= mostLines;
          line = m_layout.createLine()) {
         line.setLineWidth(m_size.width());
         line.setPosition({0, m_height});

@@ -82,8 +82,11 @@ void DocumentWindow::connectCanvas()
 /// What commands say last; the console has all of it.
 void DocumentWindow::connectLog()
 {
-    connect(m_services.plugins.log().get(), &ConsoleLog::logged, this,
-        [this](const LogEntry &entry) { statusBar()->showMessage(plainLine(entry.text.section(u'\n', 0, 0)), 15000); });
+    auto *const entries = &m_services.plugins.log()->entries();
+    connect(entries, &LogModel::batchEnded, this, [this, entries] { // of thousands in a frame, one can be read
+        const auto &latest = entries->entry(entries->rowCount() - 1);
+        statusBar()->showMessage(plainLine(latest.text.section(u'\n', 0, 0)), 15000);
+    });
 }
 
 void DocumentWindow::showTitle()
