@@ -59,5 +59,5 @@ void tst_ImageStore::whatIsNoPicture()
     QVERIFY(ImageStore::shared().image(url).isNull());
 }
 
-QTEST_GUILESS_MAIN(tst_ImageStore)
+QTEST_MAIN(tst_ImageStore)
 #include "tst_imagestore.moc"
