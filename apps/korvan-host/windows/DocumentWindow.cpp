@@ -83,7 +83,7 @@ void DocumentWindow::connectCanvas()
 /// What commands say last; the console has all of it.
 void DocumentWindow::connectLog()
 {
-    statusBar()->addPermanentWidget(new ErrorIndicator(*m_services.plugins.log(), m_services.pluginWindows));
+    statusBar()->insertPermanentWidget(0, new ErrorIndicator(*m_services.plugins.log(), m_services.pluginWindows));
     connect(m_services.plugins.log().get(), &ConsoleLog::logged, this,
         [this](const LogEntry &entry) { statusBar()->showMessage(plainLine(entry.text.section(u'\n', 0, 0)), 15000); });
 }
