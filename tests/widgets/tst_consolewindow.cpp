@@ -30,6 +30,7 @@ private slots:
     void filterByPlugin();
     void filterByLevel();
     void searching();
+    void selectionOutlivesFilters();
     void selectedEntryInFull();
     void copying();
     void clearing();
@@ -176,6 +177,27 @@ void tst_ConsoleWindow::searching()
     QTest::keyClicks(search, u"PEA"_s);
     QCOMPARE(table()->model()->rowCount(), 1);
     QCOMPARE(shown(0, LogModel::MessageColumn), u"pear"_s);
+}
+
+void tst_ConsoleWindow::selectionOutlivesFilters()
+{
+    show();
+    for (const auto &text : {u"apple"_s, u"pear"_s, u"peach"_s})
+        log(text);
+    const auto *const detail = m_window->findChild<QPlainTextEdit *>(u"EntryDetail"_s);
+    auto *const search = m_window->findChild<QLineEdit *>(u"ConsoleSearch"_s);
+    table()->selectRow(2);
+    search->setText(u"pea"_s);
+    QCOMPARE(table()->currentIndex().row(), 1);
+    QVERIFY(table()->selectionModel()->isRowSelected(1));
+    QCOMPARE(detail->toPlainText(), u"peach"_s);
+    search->setText(u"pear"_s); // which hides it
+    QVERIFY(!table()->currentIndex().isValid());
+    QVERIFY(!table()->selectionModel()->hasSelection());
+    QVERIFY(!detail->isVisible());
+    search->clear();
+    QCOMPARE(table()->model()->rowCount(), 3);
+    QCOMPARE(table()->verticalHeader()->count(), 3);
 }
 
 void tst_ConsoleWindow::selectedEntryInFull()

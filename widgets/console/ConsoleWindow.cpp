@@ -70,6 +70,7 @@ ConsoleWindow::ConsoleWindow(std::shared_ptr<ConsoleLog> log, KRPluginManager *m
     connect(m_table->selectionModel(), &QItemSelectionModel::currentRowChanged, this, &ConsoleWindow::showSelected);
     connect(&m_log->entries(), &LogModel::batchEnded, this, &ConsoleWindow::showCount);
     connect(m_filter, &QAbstractItemModel::modelReset, this, &ConsoleWindow::showSelected);
+    connect(m_filter, &QAbstractItemModel::layoutChanged, this, &ConsoleWindow::showSelected);
     showSelected();
     showCount();
 }

@@ -12,19 +12,25 @@ LogFilter::LogFilter(LogModel &model, QObject *parent)
 void LogFilter::setPlugin(const std::optional<QString> &identifier)
 {
     if (std::exchange(m_plugin, identifier) != identifier)
-        invalidateRowsFilter();
+        filterAnew();
 }
 
 void LogFilter::setLowestLevel(LogLevel level)
 {
     if (std::exchange(m_lowestLevel, level) != level)
-        invalidateRowsFilter();
+        filterAnew();
 }
 
 void LogFilter::setSearch(const QString &text)
 {
     if (std::exchange(m_search, text) != text)
-        invalidateRowsFilter();
+        filterAnew();
+}
+
+/// All at once: entries that go one by one, when every other one does, would take seconds.
+void LogFilter::filterAnew()
+{
+    invalidate();
 }
 
 const LogEntry &LogFilter::entry(int row) const

@@ -32,6 +32,8 @@ protected:
     bool filterAcceptsRow(int row, const QModelIndex &parent) const override;
 
 private:
+    void filterAnew();
+
     LogModel &m_model;
     std::optional<QString> m_plugin;
     LogLevel m_lowestLevel = LogLevel::Log;
