@@ -1,15 +1,12 @@
 #include "OutputFiles.h"
 
+#include "platform/AtomicFile.h"
+
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 namespace {
-
-/// Pipes and terminals take any number of outputs, one after the other.
-bool isDevice(const QFileInfo &file)
-{
-    return file.exists() && !file.isFile() && !file.isDir();
-}
 
 /// Whatever stands in it, links are followed; the file itself need not exist.
 QString wholePath(const QString &path)
@@ -24,7 +21,7 @@ QString wholePath(const QString &path)
 
 std::optional<KRError> clashOfOutput(const NamedFile &output, const QList<NamedFile> &others)
 {
-    if (isDevice(QFileInfo(output.path)))
+    if (isDevice(QFile::encodeName(output.path))) // which takes any number of outputs, one after the other
         return std::nullopt;
     for (const auto &other : others) {
         if (wholePath(output.path) == wholePath(other.path)) {
@@ -39,7 +36,7 @@ std::optional<KRError> clashOfOutput(const NamedFile &output, const QList<NamedF
 std::optional<KRError> refusalToWrite(const QString &what, const QString &path)
 {
     const QFileInfo file(path);
-    if (isDevice(file))
+    if (isDevice(QFile::encodeName(path)))
         return std::nullopt;
     const QFileInfo folder(file.absolutePath());
     QString reason;

@@ -38,13 +38,6 @@ bool areSameFile(const QByteArray &first, const QByteArray &second)
     return std::filesystem::equivalent(first.toStdString(), second.toStdString(), ignored);
 }
 
-bool isDevice(const QByteArray &path)
-{
-    struct stat status
-    { };
-    return ::stat(path.constData(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
-}
-
 /// A pipe that nobody reads is an error, not a wait.
 std::optional<KRError> writeToDevice(const QByteArray &path, const QByteArray &bytes)
 {
@@ -61,6 +54,12 @@ std::optional<KRError> writeToDevice(const QByteArray &path, const QByteArray &b
 }
 
 } // namespace
+
+bool isDevice(const QByteArray &path)
+{
+    struct stat status;
+    return ::stat(path.constData(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
+}
 
 std::optional<KRError> replaceFileAtomically(const QByteArray &path, const QByteArray &bytes)
 {

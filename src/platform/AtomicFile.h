@@ -17,6 +17,9 @@
 /// The same, and makes the folders on the way.
 [[nodiscard]] std::optional<KRError> writeFileAtomically(const QByteArray &path, const QByteArray &bytes);
 
+/// Whether something stands there that is neither a file nor a folder, links followed: a device, a pipe.
+KORVAN_EXPORT bool isDevice(const QByteArray &path);
+
 /// Keeps the file beside itself, under its name with ".unreadable" (".unreadable-2" and so on) behind it, without
 /// reading it. Answers the path under which it is kept; empty when there is none.
 Result<QByteArray> keepUnreadableFile(const QByteArray &path);

@@ -1,5 +1,7 @@
 #include "support/TestEnvironment.h"
 
+#include "commands/KRPluginCommandKeys.h"
+
 QStringList RecordingLogTarget::texts() const
 {
     QStringList texts;
@@ -11,7 +13,9 @@ QStringList RecordingLogTarget::texts() const
 TestEnvironment::TestEnvironment()
     : m_defaults(m_folder.filePath(QStringLiteral("defaults.ini")))
     , m_installation(*this)
-{ }
+{
+    m_defaults.setOverrides({{KRPluginCommandScriptTimeLimitKey, 0}}); // busy machines run scripts slowly
+}
 
 TestEnvironment::~TestEnvironment() = default;
 

@@ -153,11 +153,8 @@ class Parser {
         }
         this.skipSpace();
         const expected = this.parseValue();
-        this.skipSpace();
-        if (!this.takeText(']')) {
-            const isQuoted = this.text.slice(0, this.position).match(/["']\s*$/) !== null;
-            this.fail(isQuoted ? '"]"' : '"]" or quotes around a value of several words');
-        }
+        const isQuoted = `"'`.includes(this.text[this.position - 1]);
+        this.closeCondition(isQuoted ? '"]"' : '"]" or quotes around a value of several words');
         const compare = OPERATORS[operator];
         const number = Number(expected);
         return this.reading(key, (actual) => (actual === null ? operator === '!='

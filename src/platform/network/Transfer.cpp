@@ -1,12 +1,14 @@
 #include "platform/network/Transfer.h"
 
 #include "platform/network/CurlErrors.h"
+#include "platform/network/HTTPMethods.h"
 #include "platform/network/URLError.h"
 #include "platform/network/URLPolicy.h"
 
 #include <QFile>
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 #include <tuple>
 
@@ -21,23 +23,9 @@ constexpr qint64 noNumberOfBytes = std::numeric_limits<qint64>::max();
 
 const char *nameOf(URLRequest::Method method)
 {
-    switch (method) {
-    case URLRequest::Method::Get:
-        return "GET";
-    case URLRequest::Method::Head:
-        return "HEAD";
-    case URLRequest::Method::Post:
-        return "POST";
-    case URLRequest::Method::Put:
-        return "PUT";
-    case URLRequest::Method::Patch:
-        return "PATCH";
-    case URLRequest::Method::Delete:
-        return "DELETE";
-    case URLRequest::Method::Options:
-        return "OPTIONS";
-    }
-    return "GET";
+    return std::find_if(std::begin(httpMethods), std::end(httpMethods), [method](const HTTPMethod &each) {
+        return each.method == method;
+    })->name;
 }
 
 /// The transfer library's value of a field without any is the end of its line.

@@ -10,10 +10,13 @@
 QString traceText(JSContextRef context, JSValueRef value);
 QStringList traceTexts(JSContextRef context, std::span<const JSValueRef> values);
 
-/// Makes a call that somebody observes. `describe` answers its name and arguments.
+/// Makes a call, for whoever observes calls. `describe` answers its name and arguments; it is asked for an observer
+/// only.
 template <class Describe, class Call>
 JSValueRef observedCall(JSContextRef context, JSValueRef *exception, const Describe &describe, const Call &call)
 {
+    if (!ScriptCallObserver::current())
+        return call();
     static int depth = 0;
     ScriptCallRecord record = describe();
     record.depth = depth++;

@@ -177,8 +177,6 @@ JSValueRef ScriptConverter::functionToScript(const NativeFunction &function)
 JSValueRef ScriptConverter::callNative(
     const NativeFunction &function, std::span<const JSValueRef> arguments, JSValueRef *exception)
 {
-    if (!ScriptCallObserver::current())
-        return carryOutNative(function, arguments, exception);
     const auto context = m_context.ref();
     const auto describe = [&]() -> ScriptCallRecord {
         return {ScriptCallRecord::Kind::Call, QStringLiteral("NativeFunction"), traceTexts(context, arguments), {},

@@ -34,11 +34,9 @@ QString keyOf(JSStringRef name)
     return QString(reinterpret_cast<const QChar *>(JSStringGetCharactersPtr(name)), qsizetype(JSStringGetLength(name)));
 }
 
-auto described(ScriptCallRecord::Kind kind, const QString &key, const QStringList &arguments)
+ScriptCallRecord described(ScriptCallRecord::Kind kind, const QString &key, const QStringList &arguments)
 {
-    return [kind, &key, arguments]() -> ScriptCallRecord {
-        return {kind, QStringLiteral("Dictionary.") + key, arguments, {}, false, 0, {}};
-    };
+    return {kind, QStringLiteral("Dictionary.") + key, arguments, {}, false, 0, {}};
 }
 
 } // namespace
@@ -84,10 +82,9 @@ JSClassRef ScriptDictionaryViews::viewClass()
             const auto &held = box(view);
             if (!held.link->coder || !held.dictionary->contains(key))
                 return nullptr;
-            const auto get = [&] { return entry(held, key, exception); };
-            return ScriptCallObserver::current()
-                ? observedCall(context, exception, described(ScriptCallRecord::Kind::Get, key, {}), get)
-                : get();
+            return observedCall(
+                context, exception, [&] { return described(ScriptCallRecord::Kind::Get, key, {}); },
+                [&] { return entry(held, key, exception); });
         };
         definition.setProperty = [](JSContextRef context, JSObjectRef view, JSStringRef name, JSValueRef value,
                                      JSValueRef *exception) {
@@ -95,15 +92,13 @@ JSClassRef ScriptDictionaryViews::viewClass()
             if (!held.link->coder)
                 return true;
             const auto key = keyOf(name);
-            const auto set = [&]() -> JSValueRef {
-                setEntry(held, key, value, exception);
-                return nullptr;
-            };
-            if (ScriptCallObserver::current())
-                observedCall(
-                    context, exception, described(ScriptCallRecord::Kind::Set, key, {traceText(context, value)}), set);
-            else
-                set();
+            observedCall(
+                context, exception,
+                [&] { return described(ScriptCallRecord::Kind::Set, key, {traceText(context, value)}); },
+                [&]() -> JSValueRef {
+                    setEntry(held, key, value, exception);
+                    return nullptr;
+                });
             return true;
         };
         definition.deleteProperty = [](JSContextRef, JSObjectRef view, JSStringRef name, JSValueRef *) {

@@ -1,5 +1,7 @@
 #include "platform/script/ScriptGlobalNames.h"
 
+#include "platform/script/ScriptCharacters.h"
+
 #include <QHash>
 
 #include <algorithm>
@@ -11,27 +13,17 @@ constexpr std::array<QStringView, scriptGlobalCount> names{u"AbortController", u
     u"DOMException", u"Event", u"EventTarget", u"Headers", u"Request", u"Response", u"TextDecoder", u"TextEncoder",
     u"URL", u"URLSearchParams", u"atob", u"btoa", u"fetch", u"performance", u"process", u"structuredClone"};
 
-/// By character: may one of the names begin with it, and may it stand in a word at all.
-struct Letters
-{
-    std::array<bool, 128> isFirst{};
-    std::array<bool, 128> isPart{};
-};
-
-constexpr Letters letters = [] {
-    Letters result;
+/// By character: may one of the names begin with it.
+constexpr auto firstLetters = [] {
+    std::array<bool, 128> result{};
     for (const auto name : names)
-        result.isFirst[std::size_t(name.front().unicode())] = true;
-    for (char16_t c = 0; c < 128; ++c) {
-        const bool isLetter = (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
-        result.isPart[c] = isLetter || (c >= u'0' && c <= u'9') || c == u'_' || c == u'$';
-    }
+        result[std::size_t(name.front().unicode())] = true;
     return result;
 }();
 
 bool isPart(char16_t c)
 {
-    return c >= 128 || letters.isPart[c];
+    return ScriptCharacters::has(QChar(c), ScriptCharacters::NamePart);
 }
 
 ScriptGlobals search(QStringView text)
@@ -46,7 +38,7 @@ ScriptGlobals search(QStringView text)
             ++next;
             continue;
         }
-        if (*word >= 128 || !letters.isFirst[*word])
+        if (*word >= 128 || !firstLetters[*word])
             continue;
         const QStringView name(word, next);
         const auto known = std::lower_bound(names.begin(), names.end(), name);

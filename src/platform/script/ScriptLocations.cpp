@@ -2,6 +2,7 @@
 
 #include "platform/FileURL.h"
 #include "platform/TextFile.h"
+#include "platform/script/ContainedPath.h"
 
 #include <QRegularExpression>
 
@@ -18,7 +19,7 @@ QString ScriptLocations::nameOfFile(const QByteArray &path) const
 {
     qsizetype innermost = 0; // folders may be in each other
     for (const auto &folder : m_folders) {
-        if (path.startsWith(folder + '/'))
+        if (isContainedPath(path, folder))
             innermost = std::max(innermost, folder.size() + 1);
     }
     return displayPath(path.mid(innermost));

@@ -81,8 +81,6 @@ private:
 JSValueRef ScriptOperations::invoke(ScriptObject &receiver, const ScriptOperation &operation,
     std::span<const JSValueRef> arguments, JSValueRef *exception)
 {
-    if (!ScriptCallObserver::current())
-        return carryOut(receiver, operation, arguments, exception);
     const auto context = m_context.ref(); // which the call may end
     const auto describe = [&]() -> ScriptCallRecord {
         return {ScriptCallRecord::Kind::Call,

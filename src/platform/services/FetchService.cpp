@@ -1,11 +1,10 @@
 #include "platform/services/FetchService.h"
 
 #include "platform/LTAppEnvironment.h"
+#include "platform/network/HTTPMethods.h"
 #include "platform/network/URLError.h"
 #include "platform/script/ScriptClass.h"
 #include "platform/script/ScriptException.h"
-
-#include <QHash>
 
 #include <algorithm>
 #include <utility>
@@ -14,22 +13,13 @@ namespace {
 
 URLRequest::Method methodNamed(const QString &name)
 {
-    using Method = URLRequest::Method;
-    static const QHash<QString, Method> methods{
-        {QStringLiteral("GET"), Method::Get},
-        {QStringLiteral("HEAD"), Method::Head},
-        {QStringLiteral("POST"), Method::Post},
-        {QStringLiteral("PUT"), Method::Put},
-        {QStringLiteral("PATCH"), Method::Patch},
-        {QStringLiteral("DELETE"), Method::Delete},
-        {QStringLiteral("OPTIONS"), Method::Options},
-    };
-    if (!methods.contains(name)) {
-        const auto message =
-            QStringLiteral("fetch cannot use the method \"%1\". Use GET, HEAD, POST, PUT, PATCH, DELETE or OPTIONS.");
-        throw ScriptException(message.arg(name));
+    for (const auto &each : httpMethods) {
+        if (name == QLatin1StringView(each.name))
+            return each.method;
     }
-    return methods.value(name);
+    const auto message =
+        QStringLiteral("fetch cannot use the method \"%1\". Use GET, HEAD, POST, PUT, PATCH, DELETE or OPTIONS.");
+    throw ScriptException(message.arg(name));
 }
 
 /// Fields that say how bytes travel, which is for the transfer to say.

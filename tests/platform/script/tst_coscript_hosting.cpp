@@ -258,6 +258,9 @@ void tst_COScript_Hosting::mentions_data()
     QTest::newRow("longer name") << u"URLSearchParams"_s << QStringList{u"URLSearchParams"_s};
     QTest::newRow("part of a name") << u"prefetch(fetchAll, _fetch, fetch$, größefetch, fetchß, fetch2)"_s
                                     << QStringList();
+    QTest::newRow("between white space of other scripts")
+        << u"return\u00a0fetch(\u3000URL)"_s << QStringList{u"URL"_s, u"fetch"_s};
+    QTest::newRow("private name") << u"this.#fetch"_s << QStringList();
     QTest::newRow("in a string") << u"globalThis['atob']"_s << QStringList{u"atob"_s};
     QTest::newRow("several") << u"new Request(new URL(a)), URL"_s << QStringList{u"Request"_s, u"URL"_s};
     QTest::newRow("after a digit") << u"1fetch"_s << QStringList();
