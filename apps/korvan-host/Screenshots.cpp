@@ -115,6 +115,7 @@ int writeScreenshots(const HostOptions &options)
     auto &window = *host.windows().first();
     bool isComplete = stage.isComplete();
     stage.play(host);
+    host.pluginWindows().showConsole(); // or the documents would tell of errors
     for (const auto appearance : {Appearance::Light, Appearance::Dark}) {
         applyAppearance(appearance);
         showExample(window, QStringLiteral("sun"));

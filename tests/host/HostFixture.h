@@ -7,11 +7,13 @@
 #include <QApplication>
 #include <QDialog>
 #include <QDir>
+#include <QDropEvent>
 #include <QFile>
 #include <QFileInfo>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QtTest>
@@ -147,6 +149,22 @@ protected:
     {
         QMouseEvent event(QEvent::MouseMove, to, viewport.mapToGlobal(to), Qt::NoButton, button, modifiers);
         QApplication::sendEvent(&viewport, &event);
+    }
+
+    /// Over the window, and in it.
+    static void drop(QWidget &window, const QStringList &paths, QPoint place)
+    {
+        QList<QUrl> urls;
+        for (const auto &path : paths)
+            urls.append(QUrl::fromLocalFile(path));
+        QMimeData data;
+        data.setUrls(urls);
+        QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, {});
+        enter.ignore();
+        QApplication::sendEvent(&window, &enter);
+        QVERIFY(enter.isAccepted());
+        QDropEvent dropped(place, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(&window, &dropped);
     }
 
     static QString selectionOf(const Document &document)

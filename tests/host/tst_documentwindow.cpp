@@ -34,22 +34,12 @@ private slots:
 
 private:
     void change() { layer(u"box"_s)->setName(u"Crate"_s); }
-    void drop(DocumentWindow &window, const QStringList &paths) const;
+    QPoint dropPlace() const;
 };
 
-void tst_DocumentWindow::drop(DocumentWindow &window, const QStringList &paths) const
+QPoint tst_DocumentWindow::dropPlace() const
 {
-    QMimeData data;
-    QList<QUrl> urls;
-    for (const auto &one : paths)
-        urls.append(QUrl::fromLocalFile(one));
-    data.setUrls(urls);
-    const auto place = window.canvas().mapTo(&window, window.canvas().mapFromScene(150, 100));
-    QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, {});
-    QApplication::sendEvent(&window, &enter);
-    QVERIFY(enter.isAccepted());
-    QDropEvent dropped(place, Qt::CopyAction, &data, Qt::LeftButton, {});
-    QApplication::sendEvent(&window, &dropped);
+    return window().canvas().mapTo(&window(), window().canvas().mapFromScene(150, 100));
 }
 
 void tst_DocumentWindow::opensAndSaves()
@@ -192,7 +182,7 @@ void tst_DocumentWindow::takesDroppedFiles()
     auto &window = start();
 
     QImage(4, 4, QImage::Format_RGB32).save(path(u"picture.png"_s));
-    drop(window, {path(u"picture.png"_s), elsewhere});
+    drop(window, {path(u"picture.png"_s), elsewhere}, dropPlace());
     const auto picture = window.document()->selection().value(0);
     QCOMPARE(picture->type(), u"image"_s);
     QCOMPARE(picture->name(), u"picture"_s);
@@ -201,7 +191,7 @@ void tst_DocumentWindow::takesDroppedFiles()
     QCOMPARE(QDir(path(u"support/PluginStaging"_s)).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
 
     writeFile(path(u"second.json"_s), R"({"name": "Second"})");
-    drop(window, {path(u"second.json"_s)});
+    drop(window, {path(u"second.json"_s)}, dropPlace());
     QCOMPARE(m_host->windows().size(), 2);
 }
 

@@ -6,9 +6,7 @@
 #include "widgets/plugins/PluginListDelegate.h"
 
 #include <QCheckBox>
-#include <QDropEvent>
 #include <QFileDialog>
-#include <QMimeData>
 
 using namespace Qt::StringLiterals;
 
@@ -39,7 +37,6 @@ private slots:
 
 private:
     void clickSwitch(int row) const;
-    static void drop(QWidget &window, const QString &path);
 };
 
 void tst_PluginWindows::clickSwitch(int row) const
@@ -49,18 +46,6 @@ void tst_PluginWindows::clickSwitch(int row) const
     option.initFrom(&list());
     option.rect = list().visualRect(index);
     QTest::mouseClick(list().viewport(), Qt::LeftButton, {}, PluginListDelegate::switchRect(option).center());
-}
-
-void tst_PluginWindows::drop(QWidget &window, const QString &path)
-{
-    QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(path)});
-    QDragEnterEvent enter({300, 300}, Qt::CopyAction, &data, Qt::LeftButton, {});
-    enter.ignore();
-    QCoreApplication::sendEvent(&window, &enter);
-    QVERIFY(enter.isAccepted());
-    QDropEvent dropped({300, 300}, Qt::CopyAction, &data, Qt::LeftButton, {});
-    QCoreApplication::sendEvent(&window, &dropped);
 }
 
 void tst_PluginWindows::openFromMenus_data()
@@ -186,7 +171,7 @@ void tst_PluginWindows::droppedOnADocument()
                             + greetCommand + "]}"},
                        {folder + "script.js", greetScript}})
             .bytes());
-    drop(window(), path(u"greeter.zip"_s));
+    drop(window(), {path(u"greeter.zip"_s)}, {300, 300});
     QTRY_VERIFY(menuAction(window(), u"Greet"_s));
     QVERIFY(pluginsWindow().isVisible());
     QCOMPARE(notice(), u"“Greeter” is installed, in version 1.0."_s);
@@ -194,10 +179,10 @@ void tst_PluginWindows::droppedOnADocument()
     QTRY_COMPARE(m_log, QStringList{u"Hello, Sample"_s});
     // What is no plug-in is refused in words.
     QDir().mkpath(path(u"Empty.korvanplugin"_s));
-    drop(window(), path(u"Empty.korvanplugin"_s));
+    drop(window(), {path(u"Empty.korvanplugin"_s)}, {300, 300});
     QTRY_VERIFY2(notice().contains(u"Empty.korvanplugin"_s), qPrintable(notice()));
     writeFile(path(u"empty.zip"_s), "garbage");
-    drop(window(), path(u"empty.zip"_s));
+    drop(window(), {path(u"empty.zip"_s)}, {300, 300});
     QTRY_VERIFY2(notice().contains(u"empty.zip"_s), qPrintable(notice()));
 }
 

@@ -3,6 +3,7 @@
 #include "PluginWindowsFixture.h"
 
 #include <QStatusBar>
+#include <QToolButton>
 
 using namespace Qt::StringLiterals;
 
@@ -16,6 +17,7 @@ private slots:
 
     void theConsoleShowsWhatCommandsLog();
     void theConsoleOpensTheEditor();
+    void errorsLeadToTheConsole();
     void theConsoleStopsACommand();
     void aScriptThatTakesTooLongIsAskedFor_data();
     void aScriptThatTakesTooLongIsAskedFor();
@@ -57,6 +59,32 @@ void tst_PluginWindows_Console::theConsoleOpensTheEditor()
     QTRY_VERIFY(QFile::exists(path(u"edited"_s)));
     const auto script = QFileInfo(path(u"plugins/broken.korvanplugin/Contents/Korvan/script.js"_s)).canonicalFilePath();
     QCOMPARE(QString::fromUtf8(readFile(path(u"edited"_s))), script + u":2\n"_s);
+}
+
+void tst_PluginWindows_Console::errorsLeadToTheConsole()
+{
+    plugin(u"broken"_s, R"({"name": "Break", "identifier": "break", "script": "script.js", "shortcut": "cmd alt b"})",
+        "function onRun() { missing(); }");
+    plugin(u"greeter"_s, greetCommand, greetScript);
+    auto &window = startActive();
+    auto &indicator = find<QToolButton>(window, u"ErrorIndicator"_s);
+    const auto run = [&window](Qt::Key key) { QTest::keyClick(&window, key, Qt::ControlModifier | Qt::AltModifier); };
+    run(Qt::Key_G);
+    QTRY_COMPARE(m_log.size(), 1);
+    QVERIFY(!indicator.isVisible());
+    run(Qt::Key_B);
+    run(Qt::Key_B);
+    QTRY_COMPARE(m_log.size(), 3);
+    QVERIFY(indicator.isVisible());
+    QCOMPARE(indicator.text(), u"Errors: 2"_s);
+    QVERIFY2(indicator.toolTip().startsWith(u"<p>broken: "_s), qPrintable(indicator.toolTip()));
+    QTest::mouseClick(&indicator, Qt::LeftButton);
+    QVERIFY(console().isVisible());
+    QVERIFY(!indicator.isVisible());
+    QTRY_COMPARE(table().model()->rowCount(), 3);
+    choose({u"Plugins"_s, u"broken"_s, u"Break"_s}); // which is seen there
+    QTRY_COMPARE(m_log.size(), 4);
+    QVERIFY(!indicator.isVisible());
 }
 
 void tst_PluginWindows_Console::theConsoleStopsACommand()

@@ -334,6 +334,13 @@
     </message>
 </context>
 <context>
+    <name>ErrorIndicator</name>
+    <message>
+        <source>Errors: %1</source>
+        <translation>Fehler: %1</translation>
+    </message>
+</context>
+<context>
     <name>GeneralSection</name>
     <message>
         <source>Layer</source>

@@ -5,6 +5,7 @@
 #include "widgets/PluginText.h"
 #include "windows/DocumentMenus.h"
 #include "windows/DroppedFiles.h"
+#include "windows/ErrorIndicator.h"
 #include "windows/PluginWindows.h"
 
 #include <QCloseEvent>
@@ -82,6 +83,7 @@ void DocumentWindow::connectCanvas()
 /// What commands say last; the console has all of it.
 void DocumentWindow::connectLog()
 {
+    statusBar()->insertPermanentWidget(0, new ErrorIndicator(*m_services.plugins.log(), m_services.pluginWindows));
     auto *const entries = &m_services.plugins.log()->entries();
     connect(entries, &LogModel::batchEnded, this, [this, entries] { // of thousands in a frame, one can be read
         const auto &latest = entries->entry(entries->rowCount() - 1);

@@ -65,6 +65,12 @@ void PluginWindows::showPlugins()
 void PluginWindows::showConsole()
 {
     bringToFront(console());
+    emit consoleShown();
+}
+
+bool PluginWindows::isConsoleShown() const
+{
+    return m_console && m_console->isVisible();
 }
 
 void PluginWindows::install(const QStringList &paths)

@@ -22,6 +22,7 @@ public:
 
     void showPlugins();
     void showConsole();
+    bool isConsoleShown() const;
     /// Shows the window for plug-ins, which says how each installation ends.
     void install(const QStringList &paths);
     /// The same with files that the user chooses.
@@ -31,6 +32,7 @@ public:
     ConsoleWindow &console();
 
 signals:
+    void consoleShown();
     void quitRequested();
 
 private:

@@ -1,0 +1,34 @@
+#include "windows/ErrorIndicator.h"
+
+#include "look/Icons.h"
+#include "widgets/PluginText.h"
+#include "widgets/console/ConsoleLog.h"
+#include "windows/PluginWindows.h"
+
+ErrorIndicator::ErrorIndicator(const ConsoleLog &log, PluginWindows &windows, QWidget *parent)
+    : QToolButton(parent)
+    , m_windows(windows)
+{
+    setObjectName(QStringLiteral("ErrorIndicator"));
+    setAutoRaise(true);
+    setFocusPolicy(Qt::TabFocus);
+    setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    setIcon(lineIcon(QStringLiteral("warning")));
+    hide();
+    connect(&log, &ConsoleLog::logged, this, &ErrorIndicator::note);
+    connect(this, &QToolButton::clicked, &m_windows, &PluginWindows::showConsole);
+    connect(&m_windows, &PluginWindows::consoleShown, this, [this] {
+        m_unseen = 0;
+        hide();
+    });
+}
+
+void ErrorIndicator::note(const LogEntry &entry)
+{
+    if (entry.level != LogLevel::Error || m_windows.isConsoleShown())
+        return;
+    setText(tr("Errors: %1").arg(++m_unseen));
+    const auto latest = plainLine(entry.pluginName + QStringLiteral(": ") + entry.text.section(u'\n', 0, 0));
+    setToolTip(QStringLiteral("<p>%1</p>").arg(latest.toHtmlEscaped())); // else Qt would guess what it is
+    show();
+}
