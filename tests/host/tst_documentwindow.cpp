@@ -33,6 +33,9 @@ private slots:
     void theLastWindowEndsTheProgram();
 
 private:
+    void quittingWaitsForAnOpenQuestion_data();
+    void quittingWaitsForAnOpenQuestion();
+    void quittingClosesWhatIsOpenThen();
     void change() { layer(u"box"_s)->setName(u"Crate"_s); }
     void drop(DocumentWindow &window, const QStringList &paths) const;
 };
@@ -254,3 +257,57 @@ void tst_DocumentWindow::theLastWindowEndsTheProgram()
 
 QTEST_MAIN(tst_DocumentWindow)
 #include "tst_documentwindow.moc"
+void tst_DocumentWindow::quittingWaitsForAnOpenQuestion_data()
+{
+    QTest::addColumn<bool>("hasOtherWindow");
+    QTest::addColumn<bool>("isBySystem");
+
+    QTest::newRow("from another window") << true << false;
+    QTest::newRow("the only window") << false << false;
+    QTest::newRow("the system ends the program") << true << true;
+}
+
+void tst_DocumentWindow::quittingWaitsForAnOpenQuestion()
+{
+    QFETCH(bool, hasOtherWindow);
+    QFETCH(bool, isBySystem);
+    auto &window = start();
+    change();
+    if (hasOtherWindow)
+        m_host->newDocument();
+    const auto windows = m_host->windows();
+    QTimer::singleShot(0, &window, [&] {
+        auto *const question = QApplication::activeModalWidget();
+        QVERIFY(question);
+        QEvent quit(QEvent::Quit);
+        if (isBySystem)
+            QVERIFY(QCoreApplication::sendEvent(qApp, &quit) && !quit.isAccepted());
+        else
+            m_host->quit();
+        QCOMPARE(m_host->windows(), windows);
+        QVERIFY(question->isVisible());
+        QTRY_COMPARE(QApplication::activeModalWidget(), question);
+        qobject_cast<QMessageBox *>(question)->button(QMessageBox::Cancel)->click();
+    });
+    QVERIFY(!window.close());
+    QCOMPARE(m_host->windows(), windows);
+    QVERIFY(window.isWindowModified());
+}
+
+void tst_DocumentWindow::quittingClosesWhatIsOpenThen()
+{
+    start();
+    change();
+    m_host->newDocument();
+    QTimer::singleShot(0, m_host.get(), &HostApplication::quit);
+    QTimer::singleShot(0, m_host.get(), [&] { // while the first window asks
+        auto *const question = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        QVERIFY(question);
+        m_host->windows().last()->close();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        question->button(QMessageBox::Discard)->click();
+    });
+    QCOMPARE(QApplication::exec(), 0);
+    QCOMPARE(m_host->windows().size(), 0);
+}
+
