@@ -67,7 +67,7 @@ DocumentWindow *HostApplication::openDocument(const QString &path)
 {
     const auto absolute = QFileInfo(path).absoluteFilePath();
     for (auto *const window : std::as_const(m_windows)) {
-        if (window->session().path() == absolute) {
+        if (window->session().isFile(absolute)) {
             window->bringToFront();
             return window;
         }

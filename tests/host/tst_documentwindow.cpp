@@ -25,17 +25,19 @@ private slots:
     void aDocumentThatCannotBeReadIsSaid_data();
     void aDocumentThatCannotBeReadIsSaid();
     void anOpenDocumentIsNotOpenedTwice();
+    void isNotSavedOverAnOpenDocument_data();
+    void isNotSavedOverAnOpenDocument();
     void aNewDocumentGivesWay();
     void remembersRecentDocuments();
     void takesDroppedFiles();
     void everyToolHasAName();
     void menusWorkOnTheSelection();
     void theLastWindowEndsTheProgram();
-
-private:
     void quittingWaitsForAnOpenQuestion_data();
     void quittingWaitsForAnOpenQuestion();
     void quittingClosesWhatIsOpenThen();
+
+private:
     void change() { layer(u"box"_s)->setName(u"Crate"_s); }
     void drop(DocumentWindow &window, const QStringList &paths) const;
 };
@@ -155,8 +157,40 @@ void tst_DocumentWindow::aDocumentThatCannotBeReadIsSaid()
 void tst_DocumentWindow::anOpenDocumentIsNotOpenedTwice()
 {
     auto &window = start();
-    QCOMPARE(m_host->openDocument(path(u"sample.json"_s)), &window);
+    QVERIFY(QFile::link(path(u"sample.json"_s), path(u"link.json"_s)));
+    for (const auto &name : {u"sample.json"_s, u"plugins/../sample.json"_s, u"link.json"_s})
+        QCOMPARE(m_host->openDocument(path(name)), &window);
     QCOMPARE(m_host->windows().size(), 1);
+}
+
+void tst_DocumentWindow::isNotSavedOverAnOpenDocument_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<bool>("isThere");
+
+    QTest::newRow("its file") << u"sample.json"_s << true;
+    QTest::newRow("a link to its file") << u"link.json"_s << true;
+    QTest::newRow("its file, which is gone") << u"sample.json"_s << false;
+}
+
+void tst_DocumentWindow::isNotSavedOverAnOpenDocument()
+{
+    QFETCH(QString, file);
+    QFETCH(bool, isThere);
+    auto &first = start();
+    QVERIFY(QFile::link(path(u"sample.json"_s), path(u"link.json"_s)));
+    if (!isThere)
+        QFile::remove(path(u"sample.json"_s));
+    auto &second = *m_host->newDocument();
+    const DialogAnswer dialog(u"OK"_s);
+    QVERIFY(!second.files().saveTo(path(file)));
+    QCOMPARE(dialog.text(),
+        u"The document was not saved.\n“%1” is open in another window. "
+        "Close that window first, or choose another name."_s.arg(file));
+    QCOMPARE(second.session().path(), QString());
+    QCOMPARE(readFile(path(u"sample.json"_s)), isThere ? sampleDocument : QByteArray());
+    QVERIFY(first.files().save()); // its own file it may overwrite
+    QVERIFY(second.files().saveTo(path(u"other.json"_s)));
 }
 
 void tst_DocumentWindow::aNewDocumentGivesWay()
@@ -255,8 +289,6 @@ void tst_DocumentWindow::theLastWindowEndsTheProgram()
     QCOMPARE(m_host->windows().size(), 0);
 }
 
-QTEST_MAIN(tst_DocumentWindow)
-#include "tst_documentwindow.moc"
 void tst_DocumentWindow::quittingWaitsForAnOpenQuestion_data()
 {
     QTest::addColumn<bool>("hasOtherWindow");
@@ -311,3 +343,5 @@ void tst_DocumentWindow::quittingClosesWhatIsOpenThen()
     QCOMPARE(m_host->windows().size(), 0);
 }
 
+QTEST_MAIN(tst_DocumentWindow)
+#include "tst_documentwindow.moc"
