@@ -18,6 +18,7 @@ HostApplication::HostApplication(const HostOptions &options)
     m_plugins.environment().setOpenDocuments(this);
     const auto chosen = m_plugins.environment().userDefaults().stringForKey(QStringLiteral("Appearance"));
     applyAppearance(appearanceNamed(options.appearance.value_or(chosen.value_or(QString()))));
+    qApp->installEventFilter(this);
 }
 
 HostApplication::~HostApplication()
@@ -66,7 +67,7 @@ DocumentWindow *HostApplication::openDocument(const QString &path)
 {
     const auto absolute = QFileInfo(path).absoluteFilePath();
     for (auto *const window : std::as_const(m_windows)) {
-        if (window->session().path() == absolute) {
+        if (window->session().isFile(absolute)) {
             window->bringToFront();
             return window;
         }
@@ -130,15 +131,26 @@ void HostApplication::forget(DocumentWindow *window)
 
 void HostApplication::quit()
 {
-    const auto windows = m_windows;
-    for (auto *const window : windows) {
-        if (!window->close())
-            return;
+    while (!m_windows.isEmpty()) {
+        auto *const window = m_windows.first();
+        window->close(); // answers true, too, for a window that is closing already and asks about its changes
+        if (m_windows.contains(window))
+            return window->bringToFront();
     }
     if (std::exchange(m_isEnding, true))
         return; // closing the last window has brought us here too
     m_plugins.shutDown();
     QApplication::quit();
+}
+
+/// The system asks the program to end: Qt itself would believe what close() answers.
+bool HostApplication::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::Quit || watched != qApp || m_isEnding)
+        return QObject::eventFilter(watched, event);
+    event->ignore();
+    quit();
+    return true;
 }
 
 QList<ScriptObjectPointer> HostApplication::documents() const

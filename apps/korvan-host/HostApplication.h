@@ -21,7 +21,8 @@ public:
     /// Loads the plug-ins, after asking about safe mode where an earlier start has failed, and opens the documents of
     /// the options, or a new one.
     void start();
-    /// Closes all windows, as far as the user lets them close, tells the plug-ins, once, and then ends the event loop.
+    /// Closes all windows, tells the plug-ins, once, and then ends the event loop. Stops at a window that stays open,
+    /// or that is still asking about its changes, and brings that to the front.
     void quit();
 
     DocumentWindow *newDocument();
@@ -32,6 +33,9 @@ public:
 
     PluginSystem &plugins() { return m_plugins; }
     PluginWindows &pluginWindows() { return m_pluginWindows; }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     QList<ScriptObjectPointer> documents() const override;

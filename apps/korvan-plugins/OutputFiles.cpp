@@ -1,23 +1,10 @@
 #include "OutputFiles.h"
 
+#include "hosting/WholePath.h"
 #include "platform/AtomicFile.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
-
-namespace {
-
-/// Whatever stands in it, links are followed; the file itself need not exist.
-QString wholePath(const QString &path)
-{
-    const QFileInfo file(path);
-    if (file.exists())
-        return file.canonicalFilePath();
-    return QDir(QFileInfo(file.absolutePath()).canonicalFilePath()).filePath(file.fileName());
-}
-
-} // namespace
 
 std::optional<KRError> clashOfOutput(const NamedFile &output, const QList<NamedFile> &others)
 {

@@ -25,12 +25,17 @@ private slots:
     void aDocumentThatCannotBeReadIsSaid_data();
     void aDocumentThatCannotBeReadIsSaid();
     void anOpenDocumentIsNotOpenedTwice();
+    void isNotSavedOverAnOpenDocument_data();
+    void isNotSavedOverAnOpenDocument();
     void aNewDocumentGivesWay();
     void remembersRecentDocuments();
     void takesDroppedFiles();
     void everyToolHasAName();
     void menusWorkOnTheSelection();
     void theLastWindowEndsTheProgram();
+    void quittingWaitsForAnOpenQuestion_data();
+    void quittingWaitsForAnOpenQuestion();
+    void quittingClosesWhatIsOpenThen();
 
 private:
     void change() { layer(u"box"_s)->setName(u"Crate"_s); }
@@ -142,8 +147,40 @@ void tst_DocumentWindow::aDocumentThatCannotBeReadIsSaid()
 void tst_DocumentWindow::anOpenDocumentIsNotOpenedTwice()
 {
     auto &window = start();
-    QCOMPARE(m_host->openDocument(path(u"sample.json"_s)), &window);
+    QVERIFY(QFile::link(path(u"sample.json"_s), path(u"link.json"_s)));
+    for (const auto &name : {u"sample.json"_s, u"plugins/../sample.json"_s, u"link.json"_s})
+        QCOMPARE(m_host->openDocument(path(name)), &window);
     QCOMPARE(m_host->windows().size(), 1);
+}
+
+void tst_DocumentWindow::isNotSavedOverAnOpenDocument_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<bool>("isThere");
+
+    QTest::newRow("its file") << u"sample.json"_s << true;
+    QTest::newRow("a link to its file") << u"link.json"_s << true;
+    QTest::newRow("its file, which is gone") << u"sample.json"_s << false;
+}
+
+void tst_DocumentWindow::isNotSavedOverAnOpenDocument()
+{
+    QFETCH(QString, file);
+    QFETCH(bool, isThere);
+    auto &first = start();
+    QVERIFY(QFile::link(path(u"sample.json"_s), path(u"link.json"_s)));
+    if (!isThere)
+        QFile::remove(path(u"sample.json"_s));
+    auto &second = *m_host->newDocument();
+    const DialogAnswer dialog(u"OK"_s);
+    QVERIFY(!second.files().saveTo(path(file)));
+    QCOMPARE(dialog.text(),
+        u"The document was not saved.\n“%1” is open in another window. "
+        "Close that window first, or choose another name."_s.arg(file));
+    QCOMPARE(second.session().path(), QString());
+    QCOMPARE(readFile(path(u"sample.json"_s)), isThere ? sampleDocument : QByteArray());
+    QVERIFY(first.files().save()); // its own file it may overwrite
+    QVERIFY(second.files().saveTo(path(u"other.json"_s)));
 }
 
 void tst_DocumentWindow::aNewDocumentGivesWay()
@@ -238,6 +275,60 @@ void tst_DocumentWindow::theLastWindowEndsTheProgram()
     }
     const DialogAnswer dialog(u"Discard"_s);
     QTimer::singleShot(0, m_host.get(), &HostApplication::quit);
+    QCOMPARE(QApplication::exec(), 0);
+    QCOMPARE(m_host->windows().size(), 0);
+}
+
+void tst_DocumentWindow::quittingWaitsForAnOpenQuestion_data()
+{
+    QTest::addColumn<bool>("hasOtherWindow");
+    QTest::addColumn<bool>("isBySystem");
+
+    QTest::newRow("from another window") << true << false;
+    QTest::newRow("the only window") << false << false;
+    QTest::newRow("the system ends the program") << true << true;
+}
+
+void tst_DocumentWindow::quittingWaitsForAnOpenQuestion()
+{
+    QFETCH(bool, hasOtherWindow);
+    QFETCH(bool, isBySystem);
+    auto &window = start();
+    change();
+    if (hasOtherWindow)
+        m_host->newDocument();
+    const auto windows = m_host->windows();
+    QTimer::singleShot(0, &window, [&] {
+        auto *const question = QApplication::activeModalWidget();
+        QVERIFY(question);
+        QEvent quit(QEvent::Quit);
+        if (isBySystem)
+            QVERIFY(QCoreApplication::sendEvent(qApp, &quit) && !quit.isAccepted());
+        else
+            m_host->quit();
+        QCOMPARE(m_host->windows(), windows);
+        QVERIFY(question->isVisible());
+        QTRY_COMPARE(QApplication::activeModalWidget(), question);
+        qobject_cast<QMessageBox *>(question)->button(QMessageBox::Cancel)->click();
+    });
+    QVERIFY(!window.close());
+    QCOMPARE(m_host->windows(), windows);
+    QVERIFY(window.isWindowModified());
+}
+
+void tst_DocumentWindow::quittingClosesWhatIsOpenThen()
+{
+    start();
+    change();
+    m_host->newDocument();
+    QTimer::singleShot(0, m_host.get(), &HostApplication::quit);
+    QTimer::singleShot(0, m_host.get(), [&] { // while the first window asks
+        auto *const question = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        QVERIFY(question);
+        m_host->windows().last()->close();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        question->button(QMessageBox::Discard)->click();
+    });
     QCOMPARE(QApplication::exec(), 0);
     QCOMPARE(m_host->windows().size(), 0);
 }

@@ -1,6 +1,7 @@
 #include "editing/DocumentSession.h"
 
 #include "document/DocumentFile.h"
+#include "hosting/WholePath.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -36,6 +37,11 @@ std::optional<KRError> DocumentSession::save(const QString &path)
     m_path = absolute;
     m_undo.markSaved();
     return std::nullopt;
+}
+
+bool DocumentSession::isFile(const QString &path) const
+{
+    return !m_path.isEmpty() && wholePath(m_path) == wholePath(path);
 }
 
 QString DocumentSession::title() const

@@ -24,6 +24,8 @@ public:
     DocumentUndoStack &undo() { return m_undo; }
     /// Absolute; "" for a document that was never saved.
     const QString &path() const { return m_path; }
+    /// Whether that is the document's file, even if the path leads there through links.
+    bool isFile(const QString &path) const;
     /// For the user: the file's name, or the document's.
     QString title() const;
     bool isModified() const { return !m_undo.isClean(); }

@@ -80,6 +80,10 @@
         <translation>Dokumente (*.json)</translation>
     </message>
     <message>
+        <source>“%1” is open in another window. Close that window first, or choose another name.</source>
+        <translation>„%1“ ist in einem anderen Fenster geöffnet. Schließen Sie zuerst jenes Fenster, oder wählen Sie einen anderen Namen.</translation>
+    </message>
+    <message>
         <source>The document was not saved.</source>
         <translation>Das Dokument wurde nicht gesichert.</translation>
     </message>

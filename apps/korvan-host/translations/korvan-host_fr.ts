@@ -80,6 +80,10 @@
         <translation>Documents (*.json)</translation>
     </message>
     <message>
+        <source>“%1” is open in another window. Close that window first, or choose another name.</source>
+        <translation>«&#xa0;%1&#xa0;» est ouvert dans une autre fenêtre. Fermez d’abord cette fenêtre ou choisissez un autre nom.</translation>
+    </message>
+    <message>
         <source>The document was not saved.</source>
         <translation>Le document n’a pas été enregistré.</translation>
     </message>

@@ -80,6 +80,10 @@
         <translation>書類 (*.json)</translation>
     </message>
     <message>
+        <source>“%1” is open in another window. Close that window first, or choose another name.</source>
+        <translation>「%1」は別のウインドウで開いています。先にそのウインドウを閉じるか、別の名前を選んでください。</translation>
+    </message>
+    <message>
         <source>The document was not saved.</source>
         <translation>書類は保存されませんでした。</translation>
     </message>

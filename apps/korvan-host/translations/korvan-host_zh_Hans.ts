@@ -80,6 +80,10 @@
         <translation>文稿 (*.json)</translation>
     </message>
     <message>
+        <source>“%1” is open in another window. Close that window first, or choose another name.</source>
+        <translation>“%1”已在另一个窗口中打开。请先关闭该窗口，或选择其他名称。</translation>
+    </message>
+    <message>
         <source>The document was not saved.</source>
         <translation>文稿未保存。</translation>
     </message>

@@ -1,12 +1,16 @@
 #include "windows/DocumentFiles.h"
 
 #include "document/DocumentContext.h"
+#include "windows/DocumentWindow.h"
 
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMessageBox>
 
-DocumentFiles::DocumentFiles(QWidget &window, std::shared_ptr<DocumentSession> session, HostActions &actions)
+#include <algorithm>
+
+DocumentFiles::DocumentFiles(DocumentWindow &window, std::shared_ptr<DocumentSession> session, HostActions &actions)
     : m_window(window)
     , m_session(std::move(session))
     , m_actions(actions)
@@ -31,14 +35,27 @@ bool DocumentFiles::saveAs()
     return dialog.exec() == QDialog::Accepted && saveTo(dialog.selectedFiles().value(0));
 }
 
+bool DocumentFiles::isOpenElsewhere(const QString &path) const
+{
+    const auto &windows = m_window.services().documents;
+    return std::any_of(windows.begin(), windows.end(),
+        [&](DocumentWindow *window) { return window != &m_window && window->session().isFile(path); });
+}
+
 bool DocumentFiles::saveTo(const QString &path)
 {
     std::optional<KRError> error;
-    auto context = contextWithDocument({{QStringLiteral("path"), path}}, m_session->document());
-    m_actions.during(QStringLiteral("SaveDocument"), context, [&] {
-        error = m_session->save(path);
-        return QVariantMap{{QStringLiteral("saved"), !error}};
-    });
+    if (isOpenElsewhere(path)) {
+        error = KRError{{}, 0,
+            tr("“%1” is open in another window. Close that window first, or choose another name.")
+                .arg(QFileInfo(path).fileName())};
+    } else {
+        auto context = contextWithDocument({{QStringLiteral("path"), path}}, m_session->document());
+        m_actions.during(QStringLiteral("SaveDocument"), context, [&] {
+            error = m_session->save(path);
+            return QVariantMap{{QStringLiteral("saved"), !error}};
+        });
+    }
     if (error)
         showError(&m_window, tr("The document was not saved."), *error);
     else

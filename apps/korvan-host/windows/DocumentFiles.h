@@ -7,6 +7,7 @@
 
 #include <memory>
 
+class DocumentWindow;
 class QWidget;
 
 /// Saves the document of a window, and asks the user where that is needed.
@@ -15,10 +16,11 @@ class DocumentFiles final : public QObject
     Q_OBJECT
 
 public:
-    DocumentFiles(QWidget &window, std::shared_ptr<DocumentSession> session, HostActions &actions);
+    DocumentFiles(DocumentWindow &window, std::shared_ptr<DocumentSession> session, HostActions &actions);
     ~DocumentFiles() override;
 
-    /// All answer whether the document is saved now. What went wrong was said to the user.
+    /// All answer whether the document is saved now. What went wrong was said to the user. The file of a document that
+    /// is open in another window is not written.
     bool save();
     bool saveAs();
     bool saveTo(const QString &path);
@@ -29,7 +31,9 @@ signals:
     void saved(const QString &path);
 
 private:
-    QWidget &m_window;
+    bool isOpenElsewhere(const QString &path) const;
+
+    DocumentWindow &m_window;
     std::shared_ptr<DocumentSession> m_session;
     HostActions &m_actions;
 };
