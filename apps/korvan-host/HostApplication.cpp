@@ -111,6 +111,7 @@ DocumentWindow *HostApplication::show(std::shared_ptr<DocumentSession> session)
     connect(window, &DocumentWindow::aboutToClose, this, [this, window] { forget(window); });
     activate(window);
     window->show();
+    window->activateWindow(); // which not every desktop does
     window->canvas().zoomToFit();
     window->canvas().setFocus();
     return window;

@@ -179,10 +179,21 @@ protected:
     /// The action of that title in a menu of the menu bar, or in a submenu; null when there is none.
     static QAction *menuAction(DocumentWindow &window, const QString &title)
     {
-        const auto actions = window.menuBar()->findChildren<QAction *>();
+        return actionBelow(*window.menuBar(), title);
+    }
+
+    static QAction *actionBelow(const QWidget &menu, const QString &title)
+    {
+        const auto actions = menu.actions();
         for (auto *const action : actions) {
             if (action->text().remove(u'&') == title)
                 return action;
+            if (!action->menu())
+                continue;
+            if (action->menu()->isEmpty())
+                emit action->menu()->aboutToShow(); // as the user opens it
+            if (auto *const found = actionBelow(*action->menu(), title))
+                return found;
         }
         return nullptr;
     }
