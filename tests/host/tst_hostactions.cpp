@@ -70,6 +70,8 @@ private slots:
     void dragsLast();
     void documentsAreOpenedSavedAndClosed();
     void whatAHandlerDoesBeforeSavingIsSaved();
+    void changesInADragBelongToIt_data();
+    void changesInADragBelongToIt();
     void handlersOfTheKeyAloneAreReachedToo();
 
 private:
@@ -222,6 +224,40 @@ void tst_HostActions::documentsAreOpenedSavedAndClosed()
 {
     plugin(u"listener"_s, commandFor("NewDocument OpenDocument SaveDocument CloseDocument"), listener);
     auto &window = start();
+void tst_HostActions::changesInADragBelongToIt_data()
+{
+    QTest::addColumn<bool>("isBrokenOff");
+
+    QTest::newRow("undone") << false;
+    QTest::newRow("broken off") << true;
+}
+
+void tst_HostActions::changesInADragBelongToIt()
+{
+    QFETCH(bool, isBrokenOff);
+    plugin(u"adder"_s, commandFor("LayersMoved.begin", "add"),
+        "function add(context) { context.document.addLayer({type: 'oval'}); }");
+    auto &window = start();
+    layer(u"disc"_s)->setName(u"Wheel"_s);
+    const auto frame = layer(u"box"_s)->frame();
+    auto &viewport = *window.canvas().viewport();
+    QTest::mousePress(&viewport, Qt::LeftButton, {}, place(window, 50, 50));
+    moveMouse(viewport, place(window, 70, 70), {}, Qt::LeftButton);
+    settle();
+    QCOMPARE(window.document()->layers().size(), 4);
+    if (isBrokenOff)
+        QTest::keyClick(&window.canvas(), Qt::Key_Escape);
+    QTest::mouseRelease(&viewport, Qt::LeftButton, {}, place(window, 70, 70));
+    QCOMPARE(window.session().undo().count(), isBrokenOff ? 1 : 2);
+    if (!isBrokenOff)
+        window.session().undo().undo();
+    QCOMPARE(window.document()->layers().size(), 3);
+    QCOMPARE(layer(u"box"_s)->frame(), frame);
+    window.session().undo().undo();
+    QCOMPARE(layer(u"disc"_s)->name(), u"Disc"_s);
+    QVERIFY(!window.isWindowModified());
+}
+
     QCOMPARE(takeLog(),
         (QStringList{u"OpenDocument.begin; sample.json"_s, u"OpenDocument.finish; Sample; []; sample.json"_s}));
     QVERIFY(window.files().saveTo(path(u"copy.json"_s)));
