@@ -26,6 +26,8 @@ function heard(context) {
         parts.push(context.path.split('/').pop());
     if (context.saved !== undefined)
         parts.push(context.saved);
+    if (context.closed !== undefined)
+        parts.push(context.closed);
     print(parts.join('; '));
 })";
 
@@ -68,10 +70,12 @@ private slots:
     void aHandlerMayChangeTheDocument();
     void dragsLast_data();
     void dragsLast();
-    void documentsAreOpenedSavedAndClosed();
-    void whatAHandlerDoesBeforeSavingIsSaved();
     void changesInADragBelongToIt_data();
     void changesInADragBelongToIt();
+    void documentsAreOpenedSavedAndClosed();
+    void whatAHandlerDoesBeforeSavingIsSaved();
+    void whatAHandlerDoesBeforeClosingIsAskedAbout_data();
+    void whatAHandlerDoesBeforeClosingIsAskedAbout();
     void handlersOfTheKeyAloneAreReachedToo();
 
 private:
@@ -220,10 +224,6 @@ void tst_HostActions::dragsLast()
             u"DocumentChanged; Sample; [box]; changed box"_s}));
 }
 
-void tst_HostActions::documentsAreOpenedSavedAndClosed()
-{
-    plugin(u"listener"_s, commandFor("NewDocument OpenDocument SaveDocument CloseDocument"), listener);
-    auto &window = start();
 void tst_HostActions::changesInADragBelongToIt_data()
 {
     QTest::addColumn<bool>("isBrokenOff");
@@ -258,6 +258,10 @@ void tst_HostActions::changesInADragBelongToIt()
     QVERIFY(!window.isWindowModified());
 }
 
+void tst_HostActions::documentsAreOpenedSavedAndClosed()
+{
+    plugin(u"listener"_s, commandFor("NewDocument OpenDocument SaveDocument CloseDocument"), listener);
+    auto &window = start();
     QCOMPARE(takeLog(),
         (QStringList{u"OpenDocument.begin; sample.json"_s, u"OpenDocument.finish; Sample; []; sample.json"_s}));
     QVERIFY(window.files().saveTo(path(u"copy.json"_s)));
@@ -267,7 +271,8 @@ void tst_HostActions::changesInADragBelongToIt()
     m_host->newDocument();
     QCOMPARE(takeLog(), QStringList{u"NewDocument; Untitled; []"_s});
     window.close();
-    QCOMPARE(takeLog(), (QStringList{u"CloseDocument.begin; Sample; []"_s, u"CloseDocument.finish; copy.json"_s}));
+    QCOMPARE(
+        takeLog(), (QStringList{u"CloseDocument.begin; Sample; []"_s, u"CloseDocument.finish; copy.json; true"_s}));
 }
 
 void tst_HostActions::whatAHandlerDoesBeforeSavingIsSaved()
@@ -278,6 +283,35 @@ void tst_HostActions::whatAHandlerDoesBeforeSavingIsSaved()
     QVERIFY(window.files().save());
     QVERIFY(readFile(path(u"sample.json"_s)).contains("Stamped"));
     QVERIFY(!window.isWindowModified());
+}
+
+void tst_HostActions::whatAHandlerDoesBeforeClosingIsAskedAbout_data()
+{
+    QTest::addColumn<QString>("answer");
+    QTest::addColumn<bool>("isClosed");
+    QTest::addColumn<bool>("isSaved");
+
+    QTest::newRow("save") << u"Save"_s << true << true;
+    QTest::newRow("lose it") << u"Discard"_s << true << false;
+    QTest::newRow("stay") << u"Cancel"_s << false << false;
+}
+
+void tst_HostActions::whatAHandlerDoesBeforeClosingIsAskedAbout()
+{
+    QFETCH(QString, answer);
+    QFETCH(bool, isClosed);
+    QFETCH(bool, isSaved);
+    plugin(u"closer"_s, commandFor("CloseDocument.begin", "stamp"),
+        "function stamp(context) { context.document.setName('Stamped'); }");
+    plugin(u"listener"_s, commandFor("CloseDocument.finish"), listener);
+    auto &window = start();
+    takeLog();
+    const DialogAnswer dialog(answer);
+    QCOMPARE(window.close(), isClosed);
+    QVERIFY(dialog.wasShown());
+    QCOMPARE(readFile(path(u"sample.json"_s)).contains("Stamped"), isSaved);
+    QCOMPARE(m_host->windows().size(), isClosed ? 0 : 1);
+    QCOMPARE(takeLog(), QStringList{u"CloseDocument.finish; sample.json; "_s + (isClosed ? u"true"_s : u"false"_s)});
 }
 
 void tst_HostActions::handlersOfTheKeyAloneAreReachedToo()
