@@ -26,6 +26,8 @@ function heard(context) {
         parts.push(context.path.split('/').pop());
     if (context.saved !== undefined)
         parts.push(context.saved);
+    if (context.closed !== undefined)
+        parts.push(context.closed);
     print(parts.join('; '));
 })";
 
@@ -68,8 +70,12 @@ private slots:
     void aHandlerMayChangeTheDocument();
     void dragsLast_data();
     void dragsLast();
+    void changesInADragBelongToIt_data();
+    void changesInADragBelongToIt();
     void documentsAreOpenedSavedAndClosed();
     void whatAHandlerDoesBeforeSavingIsSaved();
+    void whatAHandlerDoesBeforeClosingIsAskedAbout_data();
+    void whatAHandlerDoesBeforeClosingIsAskedAbout();
     void handlersOfTheKeyAloneAreReachedToo();
 
 private:
@@ -218,6 +224,40 @@ void tst_HostActions::dragsLast()
             u"DocumentChanged; Sample; [box]; changed box"_s}));
 }
 
+void tst_HostActions::changesInADragBelongToIt_data()
+{
+    QTest::addColumn<bool>("isBrokenOff");
+
+    QTest::newRow("undone") << false;
+    QTest::newRow("broken off") << true;
+}
+
+void tst_HostActions::changesInADragBelongToIt()
+{
+    QFETCH(bool, isBrokenOff);
+    plugin(u"adder"_s, commandFor("LayersMoved.begin", "add"),
+        "function add(context) { context.document.addLayer({type: 'oval'}); }");
+    auto &window = start();
+    layer(u"disc"_s)->setName(u"Wheel"_s);
+    const auto frame = layer(u"box"_s)->frame();
+    auto &viewport = *window.canvas().viewport();
+    QTest::mousePress(&viewport, Qt::LeftButton, {}, place(window, 50, 50));
+    moveMouse(viewport, place(window, 70, 70), {}, Qt::LeftButton);
+    settle();
+    QCOMPARE(window.document()->layers().size(), 4);
+    if (isBrokenOff)
+        QTest::keyClick(&window.canvas(), Qt::Key_Escape);
+    QTest::mouseRelease(&viewport, Qt::LeftButton, {}, place(window, 70, 70));
+    QCOMPARE(window.session().undo().count(), isBrokenOff ? 1 : 2);
+    if (!isBrokenOff)
+        window.session().undo().undo();
+    QCOMPARE(window.document()->layers().size(), 3);
+    QCOMPARE(layer(u"box"_s)->frame(), frame);
+    window.session().undo().undo();
+    QCOMPARE(layer(u"disc"_s)->name(), u"Disc"_s);
+    QVERIFY(!window.isWindowModified());
+}
+
 void tst_HostActions::documentsAreOpenedSavedAndClosed()
 {
     plugin(u"listener"_s, commandFor("NewDocument OpenDocument SaveDocument CloseDocument"), listener);
@@ -231,7 +271,8 @@ void tst_HostActions::documentsAreOpenedSavedAndClosed()
     m_host->newDocument();
     QCOMPARE(takeLog(), QStringList{u"NewDocument; Untitled; []"_s});
     window.close();
-    QCOMPARE(takeLog(), (QStringList{u"CloseDocument.begin; Sample; []"_s, u"CloseDocument.finish; copy.json"_s}));
+    QCOMPARE(
+        takeLog(), (QStringList{u"CloseDocument.begin; Sample; []"_s, u"CloseDocument.finish; copy.json; true"_s}));
 }
 
 void tst_HostActions::whatAHandlerDoesBeforeSavingIsSaved()
@@ -242,6 +283,35 @@ void tst_HostActions::whatAHandlerDoesBeforeSavingIsSaved()
     QVERIFY(window.files().save());
     QVERIFY(readFile(path(u"sample.json"_s)).contains("Stamped"));
     QVERIFY(!window.isWindowModified());
+}
+
+void tst_HostActions::whatAHandlerDoesBeforeClosingIsAskedAbout_data()
+{
+    QTest::addColumn<QString>("answer");
+    QTest::addColumn<bool>("isClosed");
+    QTest::addColumn<bool>("isSaved");
+
+    QTest::newRow("save") << u"Save"_s << true << true;
+    QTest::newRow("lose it") << u"Discard"_s << true << false;
+    QTest::newRow("stay") << u"Cancel"_s << false << false;
+}
+
+void tst_HostActions::whatAHandlerDoesBeforeClosingIsAskedAbout()
+{
+    QFETCH(QString, answer);
+    QFETCH(bool, isClosed);
+    QFETCH(bool, isSaved);
+    plugin(u"closer"_s, commandFor("CloseDocument.begin", "stamp"),
+        "function stamp(context) { context.document.setName('Stamped'); }");
+    plugin(u"listener"_s, commandFor("CloseDocument.finish"), listener);
+    auto &window = start();
+    takeLog();
+    const DialogAnswer dialog(answer);
+    QCOMPARE(window.close(), isClosed);
+    QVERIFY(dialog.wasShown());
+    QCOMPARE(readFile(path(u"sample.json"_s)).contains("Stamped"), isSaved);
+    QCOMPARE(m_host->windows().size(), isClosed ? 0 : 1);
+    QCOMPARE(takeLog(), QStringList{u"CloseDocument.finish; sample.json; "_s + (isClosed ? u"true"_s : u"false"_s)});
 }
 
 void tst_HostActions::handlersOfTheKeyAloneAreReachedToo()

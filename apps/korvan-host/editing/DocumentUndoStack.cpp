@@ -45,8 +45,9 @@ void DocumentUndoStack::markSaved()
 void DocumentUndoStack::dropStepsAfter(int index)
 {
     while (this->index() > index) {
-        if (auto *const newest = const_cast<QUndoCommand *>(command(this->index() - 1)))
-            newest->setObsolete(true);
+        auto *const newest = const_cast<QUndoCommand *>(command(this->index() - 1));
+        newest->undo(); // the stack itself only forgets a command that is obsolete
+        newest->setObsolete(true);
         undo();
     }
 }

@@ -122,14 +122,15 @@ void DocumentWindow::bringToFront()
 void DocumentWindow::closeEvent(QCloseEvent *event)
 {
     commitEdits();
-    if (!m_files.mayClose())
-        return event->ignore();
     auto &actions = m_services.plugins.actions();
     actions.tellAndWait(QStringLiteral("CloseDocument.begin"), commandContext());
-    emit aboutToClose();
-    event->accept();
+    const bool isClosed = m_files.mayClose(); // which asks about what the handlers have changed too
+    event->setAccepted(isClosed);
+    if (isClosed)
+        emit aboutToClose();
     actions.tell(QStringLiteral("CloseDocument.finish"),
-        {{QStringLiteral("name"), document()->name()}, {QStringLiteral("path"), m_session->path()}});
+        {{QStringLiteral("name"), document()->name()}, {QStringLiteral("path"), m_session->path()},
+            {QStringLiteral("closed"), isClosed}});
 }
 
 void DocumentWindow::changeEvent(QEvent *event)
