@@ -1,70 +1,13 @@
-#include "widgets/MenuMirror.h"
+#include "MenuMirrorFixture.h"
 
 #include "manager/KRPluginManager.h"
-#include "platform/Menu.h"
 
 #include <QDir>
 #include <QFile>
-#include <QMainWindow>
-#include <QMenu>
-#include <QMenuBar>
 #include <QTemporaryDir>
 #include <QtTest>
 
-using namespace Qt::StringLiterals;
-
-namespace {
-
-constexpr auto shift = static_cast<unsigned>(ModifierFlag::Shift);
-constexpr auto command = static_cast<unsigned>(ModifierFlag::Command);
-
-MenuItem itemOf(
-    const QString &title, const MenuAction &action = nullptr, const QString &key = {}, unsigned modifiers = 0)
-{
-    MenuItem item;
-    item.title = title;
-    item.action = action;
-    item.keyEquivalent = key;
-    item.keyEquivalentModifierMask = modifiers;
-    return item;
-}
-
-Menu menuOf(const QStringList &titles)
-{
-    Menu menu;
-    for (const auto &title : titles)
-        menu.addItem(itemOf(title));
-    return menu;
-}
-
-/// What the user's opening of a submenu tells it first.
-void open(QMenu &menu)
-{
-    emit menu.aboutToShow();
-}
-
-/// The menu in one line: actions by text, separators as "-", submenus, each opened, in brackets.
-QString textOf(const QMenu &menu)
-{
-    QStringList texts;
-    for (auto *const action : menu.actions()) {
-        if (action->menu())
-            open(*action->menu());
-        const auto submenu = action->menu() ? u"["_s + textOf(*action->menu()) + u"]"_s : QString();
-        texts.append(action->isSeparator() ? u"-"_s : action->text() + submenu);
-    }
-    return texts.join(u' ');
-}
-
-/// Lets go of what waits to be deleted.
-void deleteDeferred()
-{
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-}
-
-} // namespace
-
-class tst_MenuMirror : public QObject
+class tst_MenuMirror : public QObject, private MenuMirrorFixture
 {
     Q_OBJECT
 
@@ -87,31 +30,17 @@ private slots:
     void submenusOpenedAgain();
     void showingAgainReplaces();
     void hostsActionsStayWhereTheyAre();
-    void whatTheHostHasDeleted();
-    void whatIsReplacedIsDeleted();
-    void showingAgainFromAnAction_data();
-    void showingAgainFromAnAction();
-    void endOfTheMirror();
-    void endOfTheMenuFromAnAction();
-    void mirrorOutlivesTheMenu();
 
 private:
     /// Shows the window and presses Ctrl+Shift+K in it.
     void pressShortcut();
 
-    std::unique_ptr<QMainWindow> m_window;
-    QMenu *m_menu = nullptr; // in the window's menu bar
-    std::unique_ptr<MenuMirror> m_mirror;
-    QStringList m_chosen;
     const MenuAction m_note = [this](const MenuItem &item) { m_chosen.append(item.title); };
 };
 
 void tst_MenuMirror::init()
 {
-    m_window = std::make_unique<QMainWindow>();
-    m_menu = m_window->menuBar()->addMenu(u"Plugins"_s);
-    m_mirror = std::make_unique<MenuMirror>(m_menu);
-    m_chosen.clear();
+    makeWindow();
 }
 
 void tst_MenuMirror::cleanup()
@@ -334,93 +263,6 @@ void tst_MenuMirror::hostsActionsStayWhereTheyAre()
     m_menu->addAction(u"Help"_s);
     m_mirror->show(menuOf({u"d"_s, u"e"_s}));
     QCOMPARE(textOf(*m_menu), u"Manage - d e Help"_s);
-}
-
-void tst_MenuMirror::whatTheHostHasDeleted()
-{
-    m_mirror->show(menuOf({u"a"_s, u"b"_s, u"c"_s}));
-    m_menu->addAction(u"Help"_s);
-    delete m_menu->actions()[2];
-    m_menu->removeAction(m_menu->actions()[1]);
-    m_mirror->show(menuOf({u"d"_s}));
-    QCOMPARE(textOf(*m_menu), u"d Help"_s);
-    m_menu->clear();
-    m_mirror->show(menuOf({u"e"_s}));
-    QCOMPARE(textOf(*m_menu), u"e"_s);
-}
-
-void tst_MenuMirror::whatIsReplacedIsDeleted()
-{
-    auto menu = menuOf({u"a"_s});
-    menu.addItemWithTitle(u"Sub"_s, nullptr, std::make_shared<Menu>(menuOf({u"b"_s})));
-    m_mirror->show(menu);
-    const QPointer action = m_menu->actions()[0];
-    const QPointer submenu = m_menu->actions()[1]->menu();
-    open(*submenu);
-    const QPointer inner = submenu->actions()[0];
-    m_mirror->show({});
-    deleteDeferred();
-    QVERIFY(!action && !submenu && !inner);
-}
-
-void tst_MenuMirror::showingAgainFromAnAction_data()
-{
-    QTest::addColumn<bool>("isInSubmenu");
-    QTest::newRow("in the menu itself") << false;
-    QTest::newRow("in a submenu") << true;
-}
-
-void tst_MenuMirror::showingAgainFromAnAction()
-{
-    QFETCH(bool, isInSubmenu);
-
-    QPointer<QAction> triggered;
-    auto inner = std::make_shared<Menu>();
-    inner->addItem(itemOf(u"again"_s, [&](const MenuItem &item) {
-        m_mirror->show(menuOf({u"new"_s}));
-        m_chosen.append(triggered ? item.title : u"gone too soon"_s);
-    }));
-    Menu outer;
-    outer.addItemWithTitle(u"Sub"_s, nullptr, inner);
-    m_mirror->show(isInSubmenu ? outer : *inner);
-    triggered = m_menu->actions()[0];
-    if (isInSubmenu) {
-        open(*triggered->menu());
-        triggered = triggered->menu()->actions()[0];
-    }
-    triggered->trigger();
-    QCOMPARE(m_chosen, QStringList{u"again"_s});
-    deleteDeferred();
-    QVERIFY(!triggered);
-    QCOMPARE(textOf(*m_menu), u"new"_s);
-}
-
-void tst_MenuMirror::endOfTheMirror()
-{
-    m_menu->addAction(u"Manage"_s);
-    m_mirror->show(menuOf({u"a"_s}));
-    m_mirror.reset();
-    QCOMPARE(textOf(*m_menu), u"Manage"_s);
-}
-
-void tst_MenuMirror::endOfTheMenuFromAnAction()
-{
-    Menu menu;
-    menu.addItem(itemOf(u"a"_s, [this](const MenuItem &item) {
-        m_window.reset();
-        m_chosen.append(item.title);
-    }));
-    m_mirror->show(menu);
-    m_menu->actions()[0]->trigger();
-    QCOMPARE(m_chosen, QStringList{u"a"_s});
-}
-
-void tst_MenuMirror::mirrorOutlivesTheMenu()
-{
-    m_mirror->show(menuOf({u"a"_s}));
-    m_window.reset();
-    m_mirror->show(menuOf({u"b"_s}));
-    m_mirror.reset();
 }
 
 QTEST_MAIN(tst_MenuMirror)
