@@ -1,6 +1,7 @@
 #include "widgets/DialogPresenter.h"
 
 #include "widgets/PlainText.h"
+#include "widgets/PluginText.h"
 
 #include <QInputDialog>
 #include <QLabel>
@@ -133,7 +134,7 @@ UserPresenter::PresentationPointer DialogPresenter::ask(const UserQuestion &ques
     box->setInformativeText(question.text);
     QList<QAbstractButton *> buttons;
     for (const auto &text : question.buttons)
-        buttons.append(box->addButton(QString(text).replace(u'&', QStringLiteral("&&")), QMessageBox::ActionRole));
+        buttons.append(box->addButton(withoutMnemonics(text), QMessageBox::ActionRole));
     if (auto *const button = qobject_cast<QPushButton *>(buttons.value(question.defaultButton)))
         box->setDefaultButton(button);
     // Without one of the usual roles neither Escape nor the window's own button would close the box.

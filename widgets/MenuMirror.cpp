@@ -2,6 +2,7 @@
 
 #include "platform/Menu.h"
 #include "platform/MenuShortcut.h"
+#include "widgets/PluginText.h"
 
 #include <QMenu>
 #include <QSet>
@@ -13,8 +14,7 @@ namespace {
 /// The title as text of an action, where "&" marks a key and a tab begins the shortcut.
 QString actionText(const QString &title)
 {
-    auto text = title;
-    return text.replace(u'&', QStringLiteral("&&")).replace(u'\t', u' ');
+    return withoutMnemonics(title).replace(u'\t', u' ');
 }
 
 /// Makes the actions of a menu's items as children of the menu that they go into. A submenu is filled when it opens,

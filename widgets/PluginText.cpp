@@ -52,3 +52,9 @@ QString withoutMnemonics(const QString &text)
     auto result = text;
     return result.replace(u'&', QStringLiteral("&&"));
 }
+
+QString plainToolTip(const QString &text)
+{
+    constexpr qsizetype longest = 1000;
+    return QStringLiteral("<p style=\"white-space: pre-wrap\">%1</p>").arg(text.left(longest).toHtmlEscaped());
+}

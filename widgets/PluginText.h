@@ -15,3 +15,6 @@ KORVAN_WIDGETS_EXPORT QString plainLines(const QString &text, qsizetype longest 
 
 /// For labels of buttons and menus, where "&" marks a key.
 KORVAN_WIDGETS_EXPORT QString withoutMnemonics(const QString &text);
+
+/// For tool tips, which take a text for markup when it looks like that: the beginning of it, as it is.
+KORVAN_WIDGETS_EXPORT QString plainToolTip(const QString &text);

@@ -46,6 +46,7 @@ QPixmap withPluginsMenu(DocumentWindow &window, const QString &submenuTitle)
                 continue;
             menu->setActiveAction(item);
             auto *const submenu = item->menu();
+            emit submenu->aboutToShow(); // which fills it
             submenu->resize(submenu->sizeHint());
             painter.drawPixmap(place + QPoint(menu->width() - 2, menu->actionGeometry(item).top()), submenu->grab());
         }

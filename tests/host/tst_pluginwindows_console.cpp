@@ -75,9 +75,9 @@ void tst_PluginWindows_Console::errorsLeadToTheConsole()
     run(Qt::Key_B);
     run(Qt::Key_B);
     QTRY_COMPARE(m_log.size(), 3);
-    QVERIFY(indicator.isVisible());
-    QCOMPARE(indicator.text(), u"Errors: 2"_s);
-    QVERIFY2(indicator.toolTip().startsWith(u"<p>broken: "_s), qPrintable(indicator.toolTip()));
+    QTRY_VERIFY(indicator.isVisible());
+    QTRY_COMPARE(indicator.text(), u"Errors: 2"_s);
+    QVERIFY2(indicator.toolTip().contains(u">broken: "_s), qPrintable(indicator.toolTip()));
     QTest::mouseClick(&indicator, Qt::LeftButton);
     QVERIFY(console().isVisible());
     QVERIFY(!indicator.isVisible());

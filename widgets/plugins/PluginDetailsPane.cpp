@@ -170,7 +170,7 @@ void PluginDetailsPane::setPlugin(const std::shared_ptr<KRPluginBundle> &plugin,
     setTextOrHide(*m_description, plainLines(plugin->pluginDescription().value_or(QString())).trimmed());
     const auto url = homepage(*plugin);
     m_homepage->setVisible(!url.isEmpty());
-    m_homepage->setToolTip(QStringLiteral("<p>%1</p>").arg(url.toDisplayString().toHtmlEscaped()));
+    m_homepage->setToolTip(plainToolTip(url.toDisplayString()));
 }
 
 void PluginDetailsPane::showUpdate(const PluginUpdateState &state)

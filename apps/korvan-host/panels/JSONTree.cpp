@@ -1,6 +1,7 @@
 #include "panels/JSONTree.h"
 
 #include "platform/JSONText.h"
+#include "widgets/PluginText.h"
 
 #include <QHeaderView>
 
@@ -9,20 +10,13 @@
 namespace {
 
 constexpr int tallest = 260;
-constexpr int longestToolTip = 1000;
-
-/// What plug-ins keep is never markup.
-QString toolTipOf(const QString &text)
-{
-    return QStringLiteral("<p style=\"white-space: pre-wrap\">%1</p>").arg(text.left(longestToolTip).toHtmlEscaped());
-}
 
 void fill(QTreeWidgetItem &item, const QVariant &value);
 
 void add(QTreeWidgetItem &parent, const QString &key, const QVariant &value)
 {
     auto *const item = new QTreeWidgetItem(&parent, {key});
-    item->setToolTip(0, toolTipOf(key));
+    item->setToolTip(0, plainToolTip(key));
     fill(*item, value);
     item->setFirstColumnSpanned(item->text(1).isEmpty());
 }
@@ -39,7 +33,7 @@ void fill(QTreeWidgetItem &item, const QVariant &value)
             add(item, QString::number(index), elements[index]);
     } else {
         item.setText(1, QString::fromUtf8(jsonFromVariant(value, JSONStyle::Compact)));
-        item.setToolTip(1, toolTipOf(item.text(1)));
+        item.setToolTip(1, plainToolTip(item.text(1)));
     }
 }
 

@@ -11,7 +11,7 @@ namespace {
 /// A plug-in's text, with "&" as itself.
 QString menuTitle(const QString &text)
 {
-    return plainLine(text).replace(u'&', QStringLiteral("&&"));
+    return withoutMnemonics(plainLine(text));
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // The menu about the document's file.
 
 #include "look/Shortcuts.h"
+#include "widgets/PluginText.h"
 #include "windows/DocumentMenus.h"
 
 #include <QFileInfo>
@@ -35,9 +36,8 @@ void DocumentMenus::addRecentFiles(QMenu &menu)
     menu.clear();
     const auto paths = m_window.services().recentFiles.paths();
     for (const auto &path : paths) {
-        auto title = QFileInfo(path).fileName();
-        auto *const action = add(
-            menu, title.replace(u'&', QStringLiteral("&&")), {}, [this, path] { emit m_window.openRequested({path}); });
+        auto *const action = add(menu, withoutMnemonics(QFileInfo(path).fileName()), {},
+            [this, path] { emit m_window.openRequested({path}); });
         action->setToolTip(path);
     }
     if (paths.isEmpty())

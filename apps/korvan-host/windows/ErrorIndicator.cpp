@@ -5,7 +5,7 @@
 #include "widgets/console/ConsoleLog.h"
 #include "windows/PluginWindows.h"
 
-ErrorIndicator::ErrorIndicator(const ConsoleLog &log, PluginWindows &windows, QWidget *parent)
+ErrorIndicator::ErrorIndicator(ConsoleLog &log, PluginWindows &windows, QWidget *parent)
     : QToolButton(parent)
     , m_windows(windows)
 {
@@ -16,6 +16,7 @@ ErrorIndicator::ErrorIndicator(const ConsoleLog &log, PluginWindows &windows, QW
     setIcon(lineIcon(QStringLiteral("warning")));
     hide();
     connect(&log, &ConsoleLog::logged, this, &ErrorIndicator::note);
+    connect(&log.entries(), &LogModel::batchEnded, this, &ErrorIndicator::showUnseen); // there may be thousands
     connect(this, &QToolButton::clicked, &m_windows, &PluginWindows::showConsole);
     connect(&m_windows, &PluginWindows::consoleShown, this, [this] {
         m_unseen = 0;
@@ -27,8 +28,16 @@ void ErrorIndicator::note(const LogEntry &entry)
 {
     if (entry.level != LogLevel::Error || m_windows.isConsoleShown())
         return;
-    setText(tr("Errors: %1").arg(++m_unseen));
-    const auto latest = plainLine(entry.pluginName + QStringLiteral(": ") + entry.text.section(u'\n', 0, 0));
-    setToolTip(QStringLiteral("<p>%1</p>").arg(latest.toHtmlEscaped())); // else Qt would guess what it is
+    ++m_unseen;
+    m_latest = entry;
+}
+
+void ErrorIndicator::showUnseen()
+{
+    if (m_unseen == 0)
+        return;
+    setText(tr("Errors: %1").arg(m_unseen));
+    setToolTip(
+        plainToolTip(plainLine(m_latest.pluginName + QStringLiteral(": ") + m_latest.text.section(u'\n', 0, 0))));
     show();
 }

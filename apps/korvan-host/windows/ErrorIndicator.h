@@ -1,10 +1,11 @@
 #pragma once
 
+#include "widgets/console/LogEntry.h"
+
 #include <QToolButton>
 
 class ConsoleLog;
 class PluginWindows;
-struct LogEntry;
 
 /// Counts the errors of plug-ins that nobody has seen, and shows them in the console. Hidden while there are none.
 class ErrorIndicator final : public QToolButton
@@ -13,11 +14,13 @@ class ErrorIndicator final : public QToolButton
 
 public:
     /// Both outlive it.
-    ErrorIndicator(const ConsoleLog &log, PluginWindows &windows, QWidget *parent = nullptr);
+    ErrorIndicator(ConsoleLog &log, PluginWindows &windows, QWidget *parent = nullptr);
 
 private:
     void note(const LogEntry &entry);
+    void showUnseen();
 
     PluginWindows &m_windows;
     int m_unseen = 0;
+    LogEntry m_latest;
 };

@@ -1,5 +1,6 @@
 #include "windows/WindowMenu.h"
 
+#include "widgets/PluginText.h"
 #include "windows/DocumentWindow.h"
 
 #include <QMenuBar>
@@ -20,9 +21,8 @@ void WindowMenu::fill()
 {
     qDeleteAll(std::exchange(m_shown, {}));
     for (auto *const document : m_documents) {
-        auto title = document->session().title();
         auto *const action =
-            addAction(title.replace(u'&', QStringLiteral("&&")), document, &DocumentWindow::bringToFront);
+            addAction(withoutMnemonics(document->session().title()), document, &DocumentWindow::bringToFront);
         action->setCheckable(true);
         action->setChecked(document == &m_window);
         action->setMenuRole(QAction::NoRole);
